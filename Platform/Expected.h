@@ -1,0 +1,38 @@
+#pragma once
+
+#include <string>
+#include <utility>
+#include <variant>
+
+namespace Platform {
+
+/// Why an operation of the platform failed, in the platform's own words (English, one line).
+struct Error {
+    std::string description;
+};
+
+/// A value, or the reason why there is none. (`std::expected` is wanting in one of the two standard
+/// libraries that this code is built with.)
+template <class T>
+class [[nodiscard]] Expected {
+public:
+    // Both conversions are implicit, so that a function returns either kind by its plain value.
+    Expected(T value)
+        : state_(std::in_place_index<0>, std::move(value)) {}
+
+    Expected(Error error)
+        : state_(std::in_place_index<1>, std::move(error)) {}
+
+    explicit operator bool() const { return state_.index() == 0; }
+
+    T& operator*() { return std::get<0>(state_); }
+
+    const T& operator*() const { return std::get<0>(state_); }
+
+    const Error& error() const { return std::get<1>(state_); }
+
+private:
+    std::variant<T, Error> state_;
+};
+
+} // namespace Platform

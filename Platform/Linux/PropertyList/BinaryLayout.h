@@ -1,0 +1,63 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string_view>
+
+namespace Platform::PropertyLists {
+
+/// The high half of an object's first byte in a binary property list.
+enum class BinaryKind : std::uint8_t {
+    simple = 0x0,
+    integer = 0x1,
+    real = 0x2,
+    date = 0x3,
+    data = 0x4,
+    ascii = 0x5,
+    utf16 = 0x6,
+    uid = 0x8,
+    array = 0xA,
+    orderedSet = 0xB,
+    set = 0xC,
+    dictionary = 0xD,
+};
+
+struct BinaryObject {
+    BinaryKind kind;
+    std::uint8_t detail; ///< the low half of the first byte
+    /// The object's bytes; of a container, its references, a dictionary's keys before its values.
+    std::string_view payload;
+};
+
+std::uint64_t bigEndian(std::string_view bytes);
+
+/// The trailer and the table of offsets. Whatever it hands out lies within the bytes.
+class BinaryLayout {
+public:
+    /// Absent when the bytes are no binary property list.
+    static std::optional<BinaryLayout> of(std::string_view bytes);
+
+    /// Absent when there is no such object, or it is none, or it does not lie before the table.
+    std::optional<BinaryObject> object(std::uint64_t number) const;
+
+    std::uint64_t top() const { return top_; }
+
+    std::size_t objects() const { return objects_; }
+
+    std::size_t referenceSize() const { return referenceSize_; }
+
+private:
+    std::optional<std::size_t> payloadSize(BinaryKind kind, std::uint8_t detail,
+                                           std::string_view& rest) const;
+    std::size_t elementSize(BinaryKind kind) const;
+
+    std::string_view content_; ///< all before the table
+    std::string_view table_;
+    std::size_t offsetSize_ = 0;
+    std::size_t referenceSize_ = 0;
+    std::size_t objects_ = 0;
+    std::uint64_t top_ = 0;
+};
+
+} // namespace Platform::PropertyLists

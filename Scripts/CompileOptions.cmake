@@ -1,0 +1,29 @@
+# Options for every target of this tree.
+include(CheckPIESupported)
+check_pie_supported()
+
+add_compile_options(-Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror)
+if(CMAKE_CXX_COMPILER_ID MATCHES Clang)
+    add_compile_options(-Wthread-safety)
+elseif(CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
+    add_compile_options(-Wno-restrict) # cries wolf over adding two strings (GCC bug 105651)
+endif()
+set(CMAKE_CXX_FLAGS_RELEASE "-O2 -DNDEBUG")
+
+# Paths in messages and in std::source_location start at the root of the tree.
+add_compile_options(-ffile-prefix-map=${PROJECT_SOURCE_DIR}/=)
+
+if(CORBEL_SANITIZERS)
+    add_compile_options(-fsanitize=${CORBEL_SANITIZERS} -fno-sanitize-recover=all
+                        -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=${CORBEL_SANITIZERS})
+endif()
+if(CORBEL_FUZZ)
+    add_compile_options(-fsanitize=fuzzer-no-link)
+endif()
+if(CORBEL_HARDENED)
+    add_compile_options(-fstack-protector-strong -fstack-clash-protection -U_FORTIFY_SOURCE
+                        -D_FORTIFY_SOURCE=3 -D_GLIBCXX_ASSERTIONS -ffunction-sections
+                        -fdata-sections)
+    add_link_options(-Wl,-z,relro,-z,now,-z,noexecstack,--gc-sections,--as-needed)
+endif()

@@ -1,0 +1,301 @@
+#include "Platform/PropertyList.h"
+#include "Tests/Platform/PropertyListSamples.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+namespace {
+
+using namespace std::string_literals;
+using namespace PropertyListSamples;
+using Platform::PropertyList;
+using Array = PropertyList::Array;
+using Dictionary = PropertyList::Dictionary;
+
+/// What is read from the bytes; absent where they are no property list.
+using Case = std::pair<std::string, std::optional<PropertyList>>;
+
+const auto none = std::nullopt;
+
+PropertyList string(std::string content) {
+    return content;
+}
+
+PropertyList data(std::string_view content) {
+    return PropertyList::Data(bytes(content).begin(), bytes(content).end());
+}
+
+PropertyList date(long seconds) {
+    return PropertyList::Date(std::chrono::seconds(seconds));
+}
+
+void check(const std::vector<Case>& cases) {
+    for (const auto& [content, value] : cases)
+        EXPECT_EQ(read(content), value) << content;
+}
+
+TEST(PropertyListXML, ReadsEachKindOfValueAndRefusesWhatItsElementDoesNotAllow) {
+    check({
+        {"<string/>", string("")},
+        {"<string>a&lt;&#228;<!-- x --><![CDATA[<b>]]><?p?>c</string>", string("a<\u00E4<b>c")},
+        {"<string>a<b/></string>", none},
+        {"<string>&nbsp;</string>", none},
+        {"<!DOCTYPE plist SYSTEM 'x.dtd'><string>&nbsp;</string>", none},
+        {"<integer> 12\n</integer>", 12},
+        {"<integer>-9223372036854775808</integer>", std::numeric_limits<std::int64_t>::min()},
+        {"<integer>-9223372036854775809</integer>", none},
+        {"<integer>18446744073709551615</integer>", std::numeric_limits<std::uint64_t>::max()},
+        {"<integer>18446744073709551616</integer>", none},
+        {"<integer>-0x1F</integer>", -31},
+        {"<integer>+7</integer>", 7},
+        {"<integer/>", none},
+        {"<integer>0x</integer>", none},
+        {"<integer>1 2</integer>", none},
+        {"<integer>" + repeated("0", 600) + "</integer>", none},
+        {"<real>-1.5e3</real>", -1500.0},
+        {"<real>.5</real>", 0.5},
+        {"<real>-Infinity</real>", -std::numeric_limits<double>::infinity()},
+        {"<real>1e999</real>", std::numeric_limits<double>::infinity()},
+        {"<real>0x1p3</real>", none},
+        {"<real>1e</real>", none},
+        {"<real>.</real>", none},
+        {"<real>1,5</real>", none},
+        {"<true/>", true},
+        {"<false> </false>", false},
+        {"<true>1</true>", none},
+        {"<date>1970-01-02T00:00:01Z</date>", date(86401)},
+        {"<date>1969-12-31T23:59:59Z</date>", date(-1)},
+        {"<date>2023-02-29T00:00:00Z</date>", none},
+        {"<date>2023-02-28T24:00:00Z</date>", none},
+        {"<date>2023-02-28</date>", none},
+        {"<data> YW\nJj </data>", data("abc")},
+        {"<data>YQ==</data>", data("a")},
+        {"<data/>", data("")},
+        {"<data>YQ</data>", none},
+        {"<data>YQ==YQ==</data>", none},
+        {"<data>Y===</data>", none},
+        {"<data>Y-Jj</data>", none},
+    });
+    const auto notANumber = read("<real>NaN</real>").value_or(PropertyList());
+    EXPECT_TRUE(std::isnan(std::get<double>(notANumber.value())));
+}
+
+TEST(PropertyListXML, HoldsTheOrderOfKeysAndValuesAndOneRoot) {
+    check({
+        {"<dict/>", Dictionary()},
+        {" <dict> <key>a</key> <array> <true/> <false/> </array> </dict> ",
+         Dictionary{{"a", Array{true, false}}}},
+        {"<dict><key>a</key><true/><key>a</key><false/></dict>", Dictionary{{"a", false}}},
+        {"<dict><key>a</key></dict>", none},
+        {"<dict><key>a</key><key>b</key><true/></dict>", none},
+        {"<dict><true/></dict>", none},
+        {"<dict><key>a</key><true/><true/></dict>", none},
+        {"<array><key>a</key></array>", none},
+        {"<key>a</key>", none},
+        {"<array>x</array>", none},
+        {"<array><set/></array>", none},
+        {"<array><plist><true/></plist></array>", none},
+        {"<plist version='1.0'><true/></plist>", true},
+        {"<plist><plist><true/></plist></plist>", none},
+        {"<plist/>", none},
+        {"<plist><true/><true/></plist>", none},
+        {"<plist>x<true/></plist>", none},
+        {"<true/><true/>", none},
+        {"<true>", none},
+        {"", none},
+    });
+}
+
+TEST(PropertyListXML, ReadsEveryEncodingOfExpatAndWhiteSpaceBeforeTheDeclaration) {
+    const auto utf16Document = "<?xml version='1.0' encoding='UTF-16'?><string>a</string>";
+    check({
+        {"\xEF\xBB\xBF<string>\u00E4</string>", string("\u00E4")},
+        {"\xFF\xFE" + utf16(utf16Document, false), string("a")},
+        {"\xFE\xFF" + utf16(utf16Document, true), string("a")},
+        {utf16(utf16Document, false), string("a")},
+        {utf16(utf16Document, true), string("a")},
+        {"<?xml version='1.0' encoding='ISO-8859-1'?><string>\xE4</string>", string("\u00E4")},
+        {"<?xml version='1.0' encoding='US-ASCII'?><string>\xE4</string>", none},
+        {"<?xml version='1.0' encoding='KOI8-R'?><string>a</string>", none},
+        {"<string>\xE4</string>", none},
+        {"\n <?xml version='1.0'?><string>a</string>", string("a")},
+        {"\xEF\xBB\xBF\n<?xml version='1.0'?><string>a</string>", string("a")},
+    });
+}
+
+TEST(PropertyListXML, DeclaresNothing) {
+    check({
+        {"<!DOCTYPE plist PUBLIC '-//X//Y' 'http://example.com/x.dtd'><true/>", true},
+        {"<!DOCTYPE plist [<!-- nothing -->]><true/>", true},
+        {"<!DOCTYPE plist [<!ENTITY a 'b'>]><true/>", none},
+        {"<!DOCTYPE plist [<!ENTITY % a 'b'>]><true/>", none},
+        {"<!DOCTYPE plist [<!ENTITY a SYSTEM '/etc/passwd'>]><string>&a;</string>", none},
+        {"<!DOCTYPE plist [<!ATTLIST true a CDATA 'b'>]><true/>", none},
+        {"<!DOCTYPE plist [<!ELEMENT plist ANY>]><true/>", none},
+        {"<!DOCTYPE plist [%a; <!ENTITY b 'c'>]><string>&b;</string>", none},
+    });
+}
+
+TEST(PropertyListText, ReadsTheOldForm) {
+    check({
+        {"{ a = b; \"c d\" = ( 1, '2', ); }",
+         Dictionary{{"a", string("b")}, {"c d", Array{string("1"), string("2")}}}},
+        {"{}", Dictionary()},
+        {"()", Array()},
+        {"(a b)", none},
+        {"(,)", none},
+        {"{ a = b }", none},
+        {"{ a = ; }", none},
+        {"{ a = b; ", none},
+        {"{} {}", none},
+        {"<0fbd 77>", data("\x0F\xBD\x77")},
+        {"<>", data("")},
+        {"<0fb>", none},
+        {"<0f", none},
+        {"lone/path-1.0", string("lone/path-1.0")},
+        {"bplist", string("bplist")},
+        {"two words", none},
+        {"// only a comment", none},
+        {"/* no end", none},
+        {"/**/a //\n", string("a")},
+        {"\"http://x\" = http://y;\n/* c */ key;", // a table of localised texts
+         Dictionary{{"http://x", string("http://y")}, {"key", string("key")}}},
+        {"a = b", none},
+        {"a = b; (", none},
+        {"(\xC3\xA4)", none},
+        {"\"\xC3\xA4\"", string("\u00E4")},
+        {"\"\xE4\"", none},
+        {"\xEF\xBB\xBF\"\xC3\xA4\"", string("\u00E4")},
+        {"\xFF\xFE" + utf16("{a=b;}", false), Dictionary{{"a", string("b")}}},
+        {"\xFE\xFF" + utf16("{a=b;}", true) + "x", none},
+        // A pair of surrogates on the boundary of a block of conversion.
+        {"\xFF\xFE" + utf16("'" + std::string(510, 'x'), false) + "\x3D\xD8\x00\xDE'\0"s,
+         string(std::string(510, 'x') + "\U0001F600")},
+    });
+}
+
+TEST(PropertyListText, ResolvesEscapes) {
+    check({
+        {R"("\n\t\"\\\'\q")", string("\n\t\"\\'q")},
+        {R"("\344\53x\0")", string("\u00EE+x\0"s)}, // NeXTSTEP, not Latin-1
+        {R"("\400")", none},
+        {R"("\U00e4\ue4;\Ud83d\Ude00")", string("\u00E4\u00E4;\U0001F600")},
+        {R"("\Ud83d\U0041\Ude00")", string("\uFFFDA\uFFFD")},
+        {R"("\Ux")", none},
+        {R"("no end\")", none},
+    });
+}
+
+TEST(PropertyListBinary, ReadsEachKindOfObject) {
+    const auto one = [](const std::string& object) { return binary({object}); };
+    check({
+        {one("\x00"s), PropertyList()},
+        {one("\x0F"s), PropertyList()},
+        {one("\x07"s), none},
+        {one("\x08"s), false},
+        {one("\x10\xFF"s), 255},
+        {one("\x11\xFF\xFF"s), 65535},
+        {one("\x12\xFF\xFF\xFF\xFF"s), std::int64_t{4294967295}},
+        {one("\x13\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF"s), -1},
+        {one("\x14" + std::string(8, '\0') + std::string(8, '\xFF')),
+         std::numeric_limits<std::uint64_t>::max()},
+        {one("\x14" + std::string(16, '\xFF')), -1},
+        {one("\x14" + std::string(15, '\0') + "\x05"), 5},
+        {one("\x14\x01" + std::string(15, '\0')), none},
+        {one("\x15" + std::string(32, '\0')), none},
+        {one("\x22\x3F\xC0\0\0"s), 1.5},
+        {one("\x23\x3F\xF8\0\0\0\0\0\0"s), 1.5},
+        {one("\x21\0\0"s), none},
+        {one("\x33\0\0\0\0\0\0\0\0"s), date(978307200)},
+        {one("Cxyz"), data("xyz")},
+        {one("\x5F\x10\x03"
+             "abc"),
+         string("abc")},
+        {one("\x5F\x0Fxyz"), none},
+        {one("\x52k\xE4"), none},
+        {one("\x63\0a\xD8\x3D\xDE\0"s), string("a\U0001F600")},
+        {one("\x62\xD8\x3D\0a"s), string("\uFFFDa")},
+        {one("p"), none},
+        {one("\x81\x01\x02"s), PropertyList::UID{258}},
+        {one("\x8F" + std::string(15, '\0') + "\x05"), PropertyList::UID{5}},
+        {one("\x88" + std::string(9, '\x01')), none},
+        {binary({"\xA2\x01\x01", "\x09"}), Array{true, true}},
+        {binary({"\xB1\x01", "\x09"}), Array{true}},
+        {binary({"\xC1\x01", "\x09"}), Array{true}},
+        {binary({"\xD2\x01\x02\x03\x03", ascii("a"), "\x61\0b"s, "\x09"}),
+         Dictionary{{"a", true}, {"b", true}}},
+        {binary({"\xD2\x01\x01\x02\x03", ascii("a"), "\x08", "\x09"}), Dictionary{{"a", true}}},
+        {binary({"\xD1\x01\x01", "\x09"}), none},
+        {binary({"\xA1\x02", "\x09"}), none},
+        {binary({}), none},
+        {"bplist0", none},
+    });
+}
+
+TEST(PropertyListBinary, RefusesTrailersThatPointOutside) {
+    const auto good = binary({"\xA1\x01", ascii("a")});
+    ASSERT_TRUE(read(good));
+    const auto trailer = good.size() - 32;
+    for (const auto field : {6U, 7U, 8U, 15U, 16U, 23U, 24U, 31U}) {
+        auto bad = good;
+        bad[trailer + field] = '\x7F';
+        EXPECT_FALSE(read(bad)) << field;
+    }
+    for (auto length = "bplist"s.size() + 1; length < good.size(); ++length)
+        EXPECT_FALSE(read(good.substr(0, length))) << length;
+}
+
+TEST(PropertyListLimits, CountDepthAndCost) {
+    const auto nested = [](std::size_t depth) {
+        return std::array{repeated("<array>", depth) + repeated("</array>", depth),
+                          repeated("(", depth) + repeated(")", depth),
+                          "a=" + repeated("{a=", depth - 1) + "b" + repeated(";}", depth - 1) +
+                              ";"};
+    };
+    for (const auto& content : nested(512))
+        EXPECT_TRUE(read(content));
+    for (const auto& content : nested(513))
+        EXPECT_FALSE(read(content));
+    const auto ten = "(" + repeated("abcde,", 10) + ")";
+    const auto cost = 11 * sizeof(PropertyList) + 50;
+    EXPECT_TRUE(PropertyList::read(bytes(ten), {.depth = 1, .cost = cost}));
+    EXPECT_FALSE(PropertyList::read(bytes(ten), {.depth = 1, .cost = cost - 1}));
+}
+
+TEST(PropertyListWriter, RefusesWhatAFormCannotHold) {
+    using Format = PropertyList::Format;
+    PropertyList deep = true;
+    for (int depth = 0; depth < 513; ++depth)
+        deep = Array{std::move(deep)};
+    const std::vector<PropertyList> refusedByXML = {PropertyList(),     PropertyList::UID{1},
+                                                    string("\x01"),     string("\xEF\xBF\xBF"),
+                                                    date(253402300800), deep,
+                                                    string("\xFF")};
+    for (const auto& value : refusedByXML)
+        EXPECT_FALSE(value.write(Format::xml));
+    for (const auto& value : {deep, string("\xFF"), PropertyList(Dictionary{{"\xFF", true}})})
+        EXPECT_FALSE(value.write(Format::binary));
+    EXPECT_FALSE(PropertyList(true).write(Format::text));
+}
+
+TEST(PropertyListWriter, WritesEqualScalarsOnce) {
+    const PropertyList list = Array(300, string("the same text in every place"));
+    const auto written = list.write(PropertyList::Format::binary).value_or(PropertyList::Data());
+    EXPECT_LT(written.size(), 400U);
+    EXPECT_EQ(PropertyList::read(written), list);
+}
+
+TEST(PropertyListWriter, WritesWhatItReads) {
+    std::mt19937 random(7);
+    for (int round = 0; round < 500; ++round) {
+        for (const auto format : {PropertyList::Format::xml, PropertyList::Format::binary}) {
+            const auto value = randomValue(random, format);
+            const auto written = value.write(format).value_or(PropertyList::Data());
+            EXPECT_EQ(PropertyList::read(written), value) << text(written);
+        }
+    }
+}
+
+} // namespace

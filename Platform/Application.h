@@ -1,0 +1,37 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+
+namespace Platform {
+
+/// What the application tells of its life. Called on the main thread.
+class ApplicationDelegate {
+public:
+    virtual ~ApplicationDelegate() = default;
+    virtual void applicationDidFinishLaunching() = 0;
+    virtual void applicationWillTerminate() = 0;
+
+protected:
+    ApplicationDelegate() = default;
+    ApplicationDelegate(const ApplicationDelegate&) = default;
+    ApplicationDelegate& operator=(const ApplicationDelegate&) = default;
+};
+
+enum class LayoutDirection { leftToRight, rightToLeft };
+
+/// The process as an application without windows of its own.
+namespace Application {
+
+/// The application's main function. Makes the delegate, tells it of the launch, runs the main loop
+/// until the process is asked to end (by the user, the system or the end of the session), tells
+/// the delegate of that and returns the exit code. Called once, on the main thread, with the
+/// arguments of the process.
+int run(int argumentCount, char** arguments,
+        const std::function<std::unique_ptr<ApplicationDelegate>()>& makeDelegate);
+
+/// The direction of the user interface in the user's language. Callable on any thread.
+LayoutDirection userInterfaceLayoutDirection();
+
+} // namespace Application
+} // namespace Platform

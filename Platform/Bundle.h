@@ -1,0 +1,35 @@
+#pragma once
+
+#include "Platform/PropertyList.h"
+#include "Platform/URL.h"
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace Platform {
+
+/// A folder that holds a program or a library together with its resources. A handle; callable on
+/// any thread.
+class Bundle {
+public:
+    /// The bundle of the running executable.
+    static const Bundle& main();
+
+    explicit Bundle(const URL& bundleURL);
+
+    const URL& bundleURL() const;
+
+    /// The bundle's Info.plist; empty when it has none that can be read.
+    const PropertyList::Dictionary& infoDictionary() const;
+
+    /// The text for `key` in the named table of the localisation that suits the user's languages
+    /// best; the key itself where there is none. Tables are read once, on first use.
+    std::string localizedString(std::string_view key, std::string_view table = "Localizable") const;
+
+private:
+    class Impl;
+    std::shared_ptr<Impl> impl_;
+};
+
+} // namespace Platform

@@ -1,0 +1,61 @@
+#pragma once
+
+#include "Platform/Expected.h"
+#include "Platform/URL.h"
+
+#include <cstddef>
+#include <optional>
+#include <span>
+
+namespace Platform {
+
+/// Owns one open file descriptor, closed at destruction and never inherited by a started process.
+/// For one thread at a time.
+class FileHandle {
+public:
+    enum class Kind { regular, directory, other };
+
+    /// Opens for reading without ever waiting, whatever lies at the path: a pipe without a writer
+    /// does not hold the caller, and a terminal does not become the process's own. Absent when the
+    /// item cannot be opened. Ask `kind` before reading: only a regular file reads without waiting.
+    static std::optional<FileHandle> openForReading(const URL& url);
+
+    explicit FileHandle(int fileDescriptor)
+        : fileDescriptor_(fileDescriptor) {}
+
+    FileHandle(FileHandle&& other) noexcept;
+    FileHandle& operator=(FileHandle&& other) noexcept;
+    FileHandle(const FileHandle&) = delete;
+    FileHandle& operator=(const FileHandle&) = delete;
+    ~FileHandle();
+
+    /// -1 once closed.
+    int fileDescriptor() const { return fileDescriptor_; }
+
+    /// The kind of the open item itself, so a link counts as what it leads to.
+    Kind kind() const;
+
+    /// Reads at most `buffer.size()` bytes; 0 at the end.
+    Expected<std::size_t> read(std::span<std::byte> buffer);
+
+    /// Writes all of `bytes`, or gives the reason why not all were written. (That a pipe has no
+    /// reader any more is such a reason because the application ignores the signal for it.)
+    std::optional<Error> write(std::span<const std::byte> bytes);
+
+    /// The descriptor is given up in every case; a second call does nothing.
+    std::optional<Error> close();
+
+private:
+    int fileDescriptor_;
+};
+
+/// The two ends of an anonymous pipe.
+struct Pipe {
+    /// Absent when the system has no descriptor left.
+    static std::optional<Pipe> make();
+
+    FileHandle fileHandleForReading;
+    FileHandle fileHandleForWriting;
+};
+
+} // namespace Platform

@@ -1,0 +1,148 @@
+#include "Platform/Subprocess.h"
+
+#include "Platform/Linux/ChildProcess.h"
+#include "Platform/Linux/FileSystemPath.h"
+#include "Platform/Linux/SystemError.h"
+
+#include <fcntl.h>
+#include <spawn.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <csignal>
+
+namespace Platform {
+namespace {
+
+/// Texts in the form in which a process takes them.
+class TextVector {
+public:
+    void add(std::string text) { texts_.push_back(std::move(text)); }
+
+    /// Whether the process would see one of the texts cut short.
+    bool holdsNUL() const {
+        return std::ranges::any_of(
+            texts_, [](const auto& text) { return text.find('\0') != std::string::npos; });
+    }
+
+    /// Valid until the next change.
+    char* const* pointers() {
+        pointers_.clear();
+        for (auto& text : texts_)
+            pointers_.push_back(text.data());
+        pointers_.push_back(nullptr);
+        return pointers_.data();
+    }
+
+private:
+    std::vector<std::string> texts_;
+    std::vector<char*> pointers_;
+};
+
+TextVector argumentsOf(const Subprocess& subprocess, const std::string& path) {
+    TextVector arguments;
+    arguments.add(path);
+    for (const auto& argument : subprocess.arguments)
+        arguments.add(argument);
+    return arguments;
+}
+
+TextVector environmentOf(const Subprocess& subprocess) {
+    TextVector environment;
+    if (subprocess.environment) {
+        for (const auto& [name, value] : *subprocess.environment)
+            environment.add(std::string(name).append("=").append(value));
+    }
+    return environment;
+}
+
+/// The descriptors of the started process.
+class FileActions {
+public:
+    FileActions() { posix_spawn_file_actions_init(&actions_); }
+
+    ~FileActions() { posix_spawn_file_actions_destroy(&actions_); }
+
+    FileActions(const FileActions&) = delete;
+    FileActions& operator=(const FileActions&) = delete;
+    FileActions(FileActions&&) = delete;
+    FileActions& operator=(FileActions&&) = delete;
+
+    /// Zero or an `errno` value.
+    int setStandardStreams(const std::array<int, 3>& descriptors) {
+        for (int stream = 0; stream < 3; ++stream) {
+            // By way of a copy above the three, so that none is overwritten before it is copied.
+            const int copy = fcntl(descriptors.at(static_cast<std::size_t>(stream)),
+                                   F_DUPFD_CLOEXEC, firstOther);
+            if (copy < 0)
+                return errno;
+            copies_.emplace_back(copy);
+            if (const int code = posix_spawn_file_actions_adddup2(&actions_, copy, stream))
+                return code;
+        }
+        return posix_spawn_file_actions_addclosefrom_np(&actions_, firstOther);
+    }
+
+    const posix_spawn_file_actions_t* get() const { return &actions_; }
+
+private:
+    static constexpr int firstOther = 3;
+
+    posix_spawn_file_actions_t actions_{};
+    std::vector<FileHandle> copies_;
+};
+
+/// No signal is blocked or ignored in the started process, whatever is here.
+class DefaultSignals {
+public:
+    DefaultSignals() {
+        sigset_t signals;
+        posix_spawnattr_init(&attributes_);
+        sigemptyset(&signals);
+        posix_spawnattr_setsigmask(&attributes_, &signals);
+        sigfillset(&signals);
+        posix_spawnattr_setsigdefault(&attributes_, &signals);
+        posix_spawnattr_setflags(&attributes_, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
+    }
+
+    ~DefaultSignals() { posix_spawnattr_destroy(&attributes_); }
+
+    DefaultSignals(const DefaultSignals&) = delete;
+    DefaultSignals& operator=(const DefaultSignals&) = delete;
+    DefaultSignals(DefaultSignals&&) = delete;
+    DefaultSignals& operator=(DefaultSignals&&) = delete;
+
+    const posix_spawnattr_t* get() const { return &attributes_; }
+
+private:
+    posix_spawnattr_t attributes_{};
+};
+
+} // namespace
+
+std::optional<Error> Subprocess::launch() const {
+    const auto path = fileSystemPath(executableURL);
+    if (!path)
+        return systemError(executableURL.absoluteString(), EINVAL);
+    auto ownArguments = argumentsOf(*this, *path);
+    auto ownEnvironment = environmentOf(*this);
+    if (ownArguments.holdsNUL() || ownEnvironment.holdsNUL())
+        return systemError(*path, EINVAL);
+    FileActions fileActions;
+    const DefaultSignals signals;
+    pid_t child = 0;
+    int code = fileActions.setStandardStreams({standardInput, standardOutput, standardError});
+    if (code == 0) {
+        code =
+            posix_spawn(&child, path->c_str(), fileActions.get(), signals.get(),
+                        ownArguments.pointers(), environment ? ownEnvironment.pointers() : environ);
+    }
+    if (code != 0)
+        return systemError(*path, code);
+    collectWhenEnded(child);
+    return std::nullopt;
+}
+
+} // namespace Platform

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace Platform {
+
+/// A labelled queue of tasks. A handle: copies mean the same queue. All operations may be called
+/// on any thread.
+///
+/// Tasks start in the order in which they were sent. The tasks of a serial queue run one at a time
+/// and each sees what the one before it wrote; the tasks of a concurrent queue run beside each
+/// other. All queues but the main one share a few threads, so a task must not wait for another.
+/// A task must not throw: that ends the process.
+class DispatchQueue {
+public:
+    using Task = std::function<void()>;
+
+    static DispatchQueue concurrent(std::string label);
+    static DispatchQueue serial(std::string label);
+
+    /// The queue of the main thread, run by the application's main loop.
+    static DispatchQueue main();
+
+    const std::string& label() const;
+
+    void async(Task task) const;
+
+    /// Sends the task when the delay has passed. A delay of zero or less means at once.
+    void asyncAfter(std::chrono::nanoseconds delay, Task task) const;
+
+    /// Whether the caller is a task of this queue.
+    bool isCurrent() const;
+
+    /// Runs body(0) to body(count - 1), in any order and several at a time, one of them on the
+    /// calling thread, and returns when all have ended. Never waits for a task that has not
+    /// started, so it may be called anywhere.
+    static void apply(std::size_t count, const std::function<void(std::size_t index)>& body);
+
+private:
+    class Impl;
+    explicit DispatchQueue(std::shared_ptr<Impl> impl);
+
+    std::shared_ptr<Impl> impl_;
+};
+
+} // namespace Platform

@@ -1,0 +1,80 @@
+#include "Platform/Application.h"
+
+#include "Platform/Linux/ServiceManager.h"
+#include "Platform/MainThread.h"
+
+#include <fcntl.h>
+#include <glib-unix.h>
+#include <malloc.h>
+
+#include <csignal>
+#include <cstdlib>
+#include <memory>
+
+namespace Platform::Application {
+namespace {
+
+struct MainLoopUnref {
+    void operator()(GMainLoop* loop) const { g_main_loop_unref(loop); }
+};
+
+// A closed standard stream would give its number to the next file opened, and what is printed
+// would go there.
+void ensureStandardStreams() {
+    int opened = 0;
+    do {
+        opened = ::open("/dev/null", O_RDWR);
+    } while (opened >= 0 && opened <= STDERR_FILENO);
+    if (opened > STDERR_FILENO)
+        ::close(opened);
+}
+
+// What a large file takes while it is read goes back to the system when it is done with: left to
+// itself, the allocator learns from the first such file to keep as much for the next.
+void keepNoFreeMemory() {
+    mallopt(M_MMAP_THRESHOLD, 128 * 1024);
+    mallopt(M_TRIM_THRESHOLD, 128 * 1024);
+}
+
+bool isIgnored(int signal) {
+    struct sigaction action{};
+    return sigaction(signal, nullptr, &action) == 0 && action.sa_handler == SIG_IGN;
+}
+
+// Every way in which a process is asked to end: by the user, by the system, and by the end of the
+// terminal or of the session. One started to outlive its terminal stays deaf to that.
+void quitOnRequest(GMainLoop* loop) {
+    for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
+        if (signal == SIGHUP && isIgnored(signal))
+            continue;
+        g_unix_signal_add(
+            signal,
+            [](gpointer data) -> gboolean {
+                g_main_loop_quit(static_cast<GMainLoop*>(data));
+                return G_SOURCE_CONTINUE;
+            },
+            loop);
+    }
+}
+
+} // namespace
+
+int run(int /*argumentCount*/, char** /*arguments*/,
+        const std::function<std::unique_ptr<ApplicationDelegate>()>& makeDelegate) {
+    MainThread::check();
+    keepNoFreeMemory();
+    ensureStandardStreams();
+    std::signal(SIGPIPE, SIG_IGN); // a reader that goes away is a failed write, not our end
+    const std::unique_ptr<GMainLoop, MainLoopUnref> loop(g_main_loop_new(nullptr, FALSE));
+    quitOnRequest(loop.get());
+
+    const auto delegate = makeDelegate();
+    delegate->applicationDidFinishLaunching();
+    notifyServiceManager("READY=1");
+    g_main_loop_run(loop.get());
+    notifyServiceManager("STOPPING=1");
+    delegate->applicationWillTerminate();
+    return EXIT_SUCCESS;
+}
+
+} // namespace Platform::Application

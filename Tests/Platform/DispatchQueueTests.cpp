@@ -1,0 +1,122 @@
+#include "Platform/DispatchQueue.h"
+#include "Platform/MainThread.h"
+#include "Tests/Support/WaitUntil.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <chrono>
+#include <memory>
+#include <numeric>
+#include <thread>
+#include <vector>
+
+namespace {
+
+using Platform::DispatchQueue;
+using TestSupport::waitUntil;
+using namespace std::chrono_literals;
+
+TEST(DispatchQueue, SerialTasksRunOneAtATimeInOrder) {
+    const auto queue = DispatchQueue::serial("test.serial");
+    std::vector<int> order; // no lock: the queue is one
+    std::atomic<bool> done = false;
+    for (int i = 0; i < 1000; ++i)
+        queue.async([&, i] { order.push_back(i); });
+    queue.async([&] { done = true; });
+    ASSERT_TRUE(waitUntil([&] { return done.load(); }));
+    std::vector<int> expected(1000);
+    std::iota(expected.begin(), expected.end(), 0);
+    EXPECT_EQ(order, expected);
+}
+
+TEST(DispatchQueue, ConcurrentTasksRunBesideEachOther) {
+    const auto queue = DispatchQueue::concurrent("test.concurrent");
+    std::atomic<int> met = 0;
+    std::atomic<int> together = 0;
+    for (int i = 0; i < 2; ++i) {
+        queue.async([&] {
+            ++met;
+            together += waitUntil([&] { return met == 2; }) ? 1 : 0;
+        });
+    }
+    EXPECT_TRUE(waitUntil([&] { return together == 2; }));
+}
+
+TEST(DispatchQueue, DelayedTasksRunByTheirTimeAndNeverEarly) {
+    const auto queue = DispatchQueue::serial("test.delayed");
+    const auto start = std::chrono::steady_clock::now();
+    std::vector<int> order;
+    std::atomic<bool> isEarly = false;
+    std::atomic<int> ended = 0;
+    for (const int delay : {30, 10, 20, 0, -5}) {
+        queue.asyncAfter(delay * 1ms, [&, delay] {
+            isEarly = isEarly || std::chrono::steady_clock::now() < start + delay * 1ms;
+            if (delay > 0)
+                order.push_back(delay);
+            ++ended;
+        });
+    }
+    queue.asyncAfter(std::chrono::nanoseconds::max(), [] {}); // must not wrap round into the past
+    ASSERT_TRUE(waitUntil([&] { return ended == 5; }));
+    EXPECT_FALSE(isEarly);
+    EXPECT_EQ(order, (std::vector{10, 20, 30}));
+}
+
+TEST(DispatchQueue, KnowsWhichOfItsTasksIsTheCaller) {
+    const auto queue = DispatchQueue::serial("test.current");
+    const auto other = DispatchQueue::serial("test.current");
+    EXPECT_FALSE(queue.isCurrent());
+    std::atomic<int> verdict = -1;
+    queue.async([&] { verdict = queue.isCurrent() && !other.isCurrent() ? 1 : 0; });
+    ASSERT_TRUE(waitUntil([&] { return verdict >= 0; }));
+    EXPECT_EQ(verdict, 1);
+}
+
+TEST(DispatchQueue, ReleasesATaskWithWhatItHoldsOnceItHasRun) {
+    auto held = std::make_shared<int>(0);
+    const std::weak_ptr<int> weak = held;
+    DispatchQueue::serial("test.release").async([held = std::move(held)] {});
+    EXPECT_TRUE(waitUntil([&] { return weak.expired(); }));
+}
+
+TEST(DispatchQueue, ApplyRunsEachIndexOnceAndWaitsForAll) {
+    for (const std::size_t count : {0U, 1U, 2U, 1000U}) {
+        std::vector<std::atomic<int>> runs(count);
+        DispatchQueue::apply(count, [&](std::size_t index) { ++runs[index]; });
+        for (const auto& run : runs)
+            EXPECT_EQ(run, 1);
+    }
+}
+
+TEST(DispatchQueue, ApplyEndsAlsoWhileEveryWorkerIsHeldOrApplying) {
+    std::atomic<bool> release = false;
+    std::atomic<int> held = 0;
+    std::atomic<int> ended = 0;
+    const auto queue = DispatchQueue::concurrent("test.held");
+    for (int i = 0; i < 8; ++i) {
+        queue.async([&] {
+            ++held;
+            DispatchQueue::apply(4, [](std::size_t) {});
+            waitUntil([&] { return release.load(); });
+            ++ended;
+        });
+    }
+    ASSERT_TRUE(waitUntil([&] { return held >= 2; }));
+    std::atomic<int> runs = 0;
+    DispatchQueue::apply(100, [&](std::size_t) { ++runs; });
+    EXPECT_EQ(runs, 100);
+    release = true;
+    EXPECT_TRUE(waitUntil([&] { return ended == 8; }));
+}
+
+TEST(MainThreadDeathTest, NamesTheFileAndLineThatRanOnAnotherThread) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_TRUE(Platform::MainThread::isCurrent());
+    Platform::MainThread::check();
+    const auto offend = [] { Platform::MainThread::check(); };
+    const auto line = std::to_string(__LINE__ - 1);
+    EXPECT_DEATH(std::thread(offend).join(), "Tests/Platform/DispatchQueueTests.cpp, line " + line);
+}
+
+} // namespace

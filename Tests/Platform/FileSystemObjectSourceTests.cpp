@@ -1,0 +1,160 @@
+#include "Platform/FileSystemObjectSource.h"
+#include "Tests/Support/TemporaryFolder.h"
+#include "Tests/Support/WaitUntil.h"
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <string>
+#include <thread>
+
+namespace {
+
+using Platform::DispatchQueue;
+using Platform::FileSystemObjectSource;
+using Platform::URL;
+using TestSupport::waitUntil;
+using TestSupport::writeFile;
+
+class FileSystemObjectSourceTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        fileDescriptor = FileSystemObjectSource::openForEvents(
+            URL::file(folder.path().string(), URL::DirectoryHint::isDirectory));
+        ASSERT_GE(fileDescriptor, 0);
+        source = std::make_unique<FileSystemObjectSource>(fileDescriptor, queue);
+    }
+
+    void TearDown() override { close(fileDescriptor); }
+
+    void cancelAndWait() {
+        std::atomic<bool> isCancelled = false;
+        source->setCancelHandler([&] { isCancelled = true; });
+        source->cancel();
+        ASSERT_TRUE(waitUntil([&] { return isCancelled.load(); }));
+    }
+
+    TestSupport::TemporaryFolder folder;
+    DispatchQueue queue = DispatchQueue::concurrent("test.source");
+    int fileDescriptor = -1;
+    std::unique_ptr<FileSystemObjectSource> source;
+    std::atomic<int> events = 0;
+};
+
+TEST_F(FileSystemObjectSourceTest, DeliversWhatHappenedBeforeItStarted) {
+    source->setEventHandler([&] { ++events; });
+    writeFile(folder / "a", "1");
+    source->resume();
+    EXPECT_TRUE(waitUntil([&] { return events > 0; }));
+    cancelAndWait();
+}
+
+TEST_F(FileSystemObjectSourceTest, NeverRunsAHandlerBesideItselfAndMissesNothingMeanwhile) {
+    std::atomic<int> running = 0;
+    std::atomic<bool> isOverlapping = false;
+    std::atomic<bool> proceed = false;
+    source->setEventHandler([&] {
+        isOverlapping = isOverlapping || ++running > 1;
+        waitUntil([&] { return proceed.load(); });
+        --running;
+        ++events;
+    });
+    source->resume();
+    writeFile(folder / "a", "1");
+    ASSERT_TRUE(waitUntil([&] { return running == 1; }));
+    writeFile(folder / "b", "1"); // while the first is being handled
+    proceed = true;
+    EXPECT_TRUE(waitUntil([&] { return events >= 2; }));
+    EXPECT_FALSE(isOverlapping);
+    cancelAndWait();
+}
+
+TEST_F(FileSystemObjectSourceTest, RunsTheCancelHandlerOnceBehindTheEventHandlerUnderWay) {
+    std::atomic<bool> proceed = false;
+    std::atomic<bool> isHandling = false;
+    std::atomic<int> cancels = 0;
+    std::atomic<bool> isTooEarly = false;
+    source->setEventHandler([&] {
+        isHandling = true;
+        waitUntil([&] { return proceed.load(); });
+        isHandling = false;
+    });
+    source->setCancelHandler([&] {
+        isTooEarly = isHandling.load();
+        ++cancels;
+    });
+    source->resume();
+    writeFile(folder / "a", "1");
+    ASSERT_TRUE(waitUntil([&] { return isHandling.load(); }));
+    source->cancel();
+    source->cancel();
+    source.reset(); // released after the cancellation: its handler still runs
+    proceed = true;
+    ASSERT_TRUE(waitUntil([&] { return cancels > 0; }));
+    EXPECT_FALSE(isTooEarly);
+    EXPECT_EQ(cancels, 1);
+}
+
+TEST_F(FileSystemObjectSourceTest, ReleasesWhatItsHandlersHoldWhenItEnds) {
+    auto held = std::make_shared<int>(0);
+    const std::weak_ptr<int> weak = held;
+    source->setEventHandler([held] {});
+    source->setCancelHandler([held = std::move(held)] {});
+    source->resume();
+    source.reset(); // without a cancellation
+    EXPECT_TRUE(waitUntil([&] { return weak.expired(); }));
+}
+
+TEST_F(FileSystemObjectSourceTest, AnOverflowOfTheSystemsQueueIsAnEventToo) {
+    source->setEventHandler([&] { ++events; });
+    // More records than the system keeps for one descriptor.
+    const auto before = folder / "before";
+    const auto after = folder / "after";
+    writeFile(before, "1");
+    std::size_t limit = 16384;
+    std::ifstream("/proc/sys/fs/inotify/max_queued_events") >> limit;
+    for (std::size_t i = 0; i < limit / 4 + 10; ++i) {
+        std::filesystem::rename(before, after);
+        std::filesystem::rename(after, before);
+    }
+    source->resume();
+    EXPECT_TRUE(waitUntil([&] { return events > 0; }));
+    const int seen = events;
+    writeFile(folder / "next", "1");
+    EXPECT_TRUE(waitUntil([&] { return events > seen; }));
+    cancelAndWait();
+}
+
+TEST_F(FileSystemObjectSourceTest, AFolderThatVanishesIsQuiet) {
+    source->setEventHandler([&] { ++events; });
+    source->resume();
+    std::filesystem::remove(folder.path());
+
+    // What tells that the records of the end were read: another source of the same queue works on.
+    TestSupport::TemporaryFolder other;
+    const int otherDescriptor = FileSystemObjectSource::openForEvents(
+        URL::file(other.path().string(), URL::DirectoryHint::isDirectory));
+    FileSystemObjectSource otherSource(otherDescriptor, queue);
+    std::atomic<int> otherEvents = 0;
+    otherSource.setEventHandler([&] { ++otherEvents; });
+    otherSource.resume();
+    writeFile(other / "a", "1");
+    EXPECT_TRUE(waitUntil([&] { return otherEvents > 0; }));
+    EXPECT_EQ(events, 0);
+    std::atomic<bool> isCancelled = false;
+    otherSource.setCancelHandler([&] { isCancelled = true; });
+    otherSource.cancel();
+    ASSERT_TRUE(waitUntil([&] { return isCancelled.load(); }));
+    close(otherDescriptor);
+    cancelAndWait();
+}
+
+TEST(FileSystemObjectSource, OpensNothingThatIsMissing) {
+    EXPECT_EQ(FileSystemObjectSource::openForEvents(URL::file("/nowhere/at/all")), -1);
+}
+
+} // namespace

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "Platform/URL.h"
+
+#include <memory>
+
+namespace CorbelKit {
+
+/// Told by a monitor that its location changed.
+class MonitorDelegate {
+public:
+    virtual ~MonitorDelegate() = default;
+
+    /// Called on the monitor's queue, never on the main thread, and possibly for several monitors
+    /// at once. The URL is that of the watched location; what changed there is not told.
+    virtual void monitorDidChange(const Platform::URL& url) = 0;
+
+protected:
+    MonitorDelegate() = default;
+    MonitorDelegate(const MonitorDelegate&) = default;
+    MonitorDelegate& operator=(const MonitorDelegate&) = default;
+};
+
+/// A watch over one location of the file system. Callable on any thread.
+class MonitorType {
+public:
+    virtual ~MonitorType() = default;
+
+    virtual const Platform::URL& url() const = 0;
+
+    /// Held weakly; null when there is none or it is gone. Events without a delegate are dropped.
+    virtual std::shared_ptr<MonitorDelegate> delegate() const = 0;
+    virtual void setDelegate(std::weak_ptr<MonitorDelegate> delegate) = 0;
+
+    virtual void startMonitoring() = 0;
+    virtual void stopMonitoring() = 0;
+
+protected:
+    MonitorType() = default;
+    MonitorType(const MonitorType&) = default;
+    MonitorType& operator=(const MonitorType&) = default;
+};
+
+} // namespace CorbelKit

@@ -1,0 +1,81 @@
+#include "CorbelKit/Services/Limit.h"
+#include "Tests/Support/WaitUntil.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <chrono>
+#include <limits>
+#include <semaphore>
+#include <thread>
+#include <vector>
+
+namespace {
+
+using CorbelKit::Limit;
+using TestSupport::waitUntil;
+
+constexpr double brief = 0.02;
+constexpr double never = 3600;
+
+TEST(Limit, ManyRequestsFromManyThreadsRunOnceWithTheFirstDelay) {
+    Limit limit;
+    std::atomic<int> executions = 0;
+    limit.request("work", brief, [&] { ++executions; });
+    {
+        std::vector<std::thread> threads(4);
+        for (auto& thread : threads) {
+            thread = std::thread([&] {
+                for (int i = 0; i < 100; ++i)
+                    limit.request("work", never, [&] { ++executions; });
+            });
+        }
+        for (auto& thread : threads)
+            thread.join();
+    }
+    ASSERT_TRUE(waitUntil([&] { return executions > 0; }));
+
+    // A late request may have come after the execution; what counts is that none ran beside it.
+    std::atomic<bool> laterDone = false;
+    limit.request("another", brief * 2, [&] { laterDone = true; });
+    ASSERT_TRUE(waitUntil([&] { return laterDone.load(); }));
+    EXPECT_EQ(executions, 1);
+}
+
+TEST(Limit, IdentifiersWaitIndependently) {
+    Limit limit;
+    std::atomic<bool> ran = false;
+    limit.request("held", never, [] {});
+    limit.request("free", brief, [&] { ran = true; });
+    EXPECT_TRUE(waitUntil([&] { return ran.load(); }));
+}
+
+TEST(Limit, RequestMadeByTheActionLeadsToAFurtherExecution) {
+    Limit limit;
+    std::atomic<int> executions = 0;
+    limit.request("work", 0, [&] {
+        ++executions;
+        limit.request("work", 0, [&] { ++executions; });
+    });
+    EXPECT_TRUE(waitUntil([&] { return executions == 2; }));
+}
+
+using LimitDeathTest = ::testing::TestWithParam<double>;
+
+TEST_P(LimitDeathTest, ADelayThatIsNoTimeStopsTheProcess) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_DEATH(
+        {
+            Limit limit;
+            limit.request("work", GetParam(), [] {});
+            std::binary_semaphore(0).acquire();
+        },
+        "delay");
+}
+
+INSTANTIATE_TEST_SUITE_P(Delays, LimitDeathTest,
+                         ::testing::Values(-1e-9, -1.0, 18446744073.71, 1e300,
+                                           std::numeric_limits<double>::infinity(),
+                                           std::numeric_limits<double>::quiet_NaN()));
+
+} // namespace

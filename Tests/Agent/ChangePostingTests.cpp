@@ -1,0 +1,88 @@
+#include "Vesper_Pro_Agent/ChangePosting.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace {
+
+using namespace Vesper_Pro_Agent;
+using Platform::LayoutDirection;
+
+TEST(ChangePosting, ReportsOnlyWhatTheUserWantsToHearOf) {
+    const ChangeFilter filter{.exceptions = {"org.example.Known", "known.plist", "org.former"},
+                              .excludePrefixes = {"COM.Example", "\u00C9diteur."}};
+
+    struct Case {
+        const char* claim;
+        JobChange change;
+        bool isReported;
+    };
+
+    const auto added = ChangeKind::added;
+    const auto deleted = ChangeKind::deleted;
+    const Case cases[] = {
+        {"a stranger's job", {"/f/x.plist", added, "org.stranger"}, true},
+        {"the maker's own", {"/f/x.plist", added, "com.tarnwell.updater"}, false},
+        {"the maker's prefix in another case", {"/f/x.plist", added, "Com.tarnwell.x"}, true},
+        {"an exception", {"/f/x.plist", ChangeKind::modified, "org.example.Known"}, false},
+        {"an exception in another case", {"/f/x.plist", added, "org.example.known"}, true},
+        {"a prefix, whatever the case", {"/f/x.plist", added, "com.example.agent"}, false},
+        {"a prefix beyond ASCII", {"/f/x.plist", added, "\u00E9diteur.agent"}, false},
+        {"a prefix that is not at the start", {"/f/x.plist", added, "my.com.example"}, true},
+        {"no label: the file's name", {"/f/known.plist", added, std::nullopt}, false},
+        {"no label: the file's name and the prefix",
+         {"/f/com.example.x", added, std::nullopt},
+         false},
+        {"a label hides the file's name", {"/f/known.plist", added, "org.stranger"}, true},
+        {"an empty label is a label", {"/f/known.plist", added, ""}, true},
+        {"deleted: the file's name", {"/f/known.plist", deleted, "org.stranger"}, false},
+        {"deleted: the former label", {"/f/x.plist", deleted, "org.former"}, false},
+        {"deleted: no prefix of the former label", {"/f/x.plist", deleted, "com.example.x"}, true},
+    };
+    for (const auto& [claim, change, isExpected] : cases)
+        EXPECT_EQ(isReported(change, filter), isExpected) << claim;
+    EXPECT_TRUE(isReported({"/f/x", added, "any"}, {}));
+}
+
+TEST(ChangePosting, SaysWhatChangedAndWhere) {
+    const auto english = [](std::string_view key) { return std::string(key); };
+    const ChangeWording leftToRight{"/home/ann", LayoutDirection::leftToRight, english};
+    const ChangeWording rightToLeft{"/home/ann", LayoutDirection::rightToLeft, english};
+    const ChangeWording rootless{"/", LayoutDirection::leftToRight, english};
+    const std::string path = "/home/ann/Library/LaunchAgents/x.plist";
+
+    struct Case {
+        const ChangeWording& wording;
+        JobChange change;
+        const char* body;
+        std::string identifier;
+    };
+
+    const Case cases[] = {
+        {leftToRight, {path, ChangeKind::added, {}}, "New: ~/Library/LaunchAgents/x.plist", path},
+        {leftToRight,
+         {path, ChangeKind::modified, {}},
+         "Modified: ~/Library/LaunchAgents/x.plist",
+         path},
+        {leftToRight,
+         {path, ChangeKind::deleted, {}},
+         "Deleted: ~/Library/LaunchAgents/x.plist",
+         ""},
+        {rightToLeft, {path, ChangeKind::added, {}}, "~/Library/LaunchAgents/x.plist :New", path},
+        {leftToRight, {"/Library/x", ChangeKind::added, {}}, "New: /Library/x", "/Library/x"},
+        {leftToRight,
+         {"/a/home/ann/home/ann", ChangeKind::added, {}},
+         "New: /a~~",
+         "/a/home/ann/home/ann"},
+        {rootless, {"/Library/x", ChangeKind::added, {}}, "New: /Library/x", "/Library/x"},
+    };
+    for (const auto& [wording, change, body, identifier] : cases) {
+        const auto notification = describe(change, wording);
+        EXPECT_EQ(notification.title, "Vesper Pro noticed a change");
+        EXPECT_EQ(notification.body, body);
+        EXPECT_EQ(notification.identifier, identifier);
+    }
+}
+
+} // namespace

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "CorbelKit/Services/NotificationPoster.h"
+#include "Platform/Application.h"
+#include "Vesper_Pro_Agent/JobComparison.h"
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace Vesper_Pro_Agent {
+
+/// What the user wants not to hear of.
+struct ChangeFilter {
+    std::vector<std::string> exceptions;      ///< whole labels
+    std::vector<std::string> excludePrefixes; ///< beginnings of labels, whatever their case
+};
+
+/// The user's side of the words: where home is, how text runs, what the texts are.
+struct ChangeWording {
+    std::string homePath;
+    Platform::LayoutDirection layoutDirection;
+    std::function<std::string(std::string_view englishText)> localizedString;
+
+    /// That of the current user and process.
+    static ChangeWording current();
+};
+
+/// Whether the user wants to hear of the change. The job's name for this is its label; for a job
+/// without one, and for a deleted job, the file's name.
+bool isReported(const JobChange& change, const ChangeFilter& filter);
+
+/// The notification of the change. Deletions share one identifier, so that each takes the place of
+/// the one before it; otherwise the identifier is the job's path.
+CorbelKit::PostedNotification describe(const JobChange& change, const ChangeWording& wording);
+
+/// Posts one notification about the change, unless the main application is in front, which shows
+/// the change itself, or the user does not want to hear of it. Main thread.
+void postChange(const JobChange& change, const ChangeFilter& filter);
+
+} // namespace Vesper_Pro_Agent

@@ -1,0 +1,76 @@
+#include "Vesper_Pro_Agent/JobFileReader.h"
+
+#include "CorbelKit/Services/Const.h"
+#include "Platform/PropertyListLookup.h"
+
+namespace Vesper_Pro_Agent {
+namespace {
+
+// Holds nearly every job file whole; for the tools beside them, few enough system calls.
+constexpr std::size_t bufferSize = std::size_t{128} * 1024;
+
+Platform::PropertyListLookup labelLookup() {
+    return Platform::PropertyListLookup(CorbelKit::Const::Key::label);
+}
+
+} // namespace
+
+JobFileReader::JobFileReader()
+    : buffer_(bufferSize) {}
+
+std::optional<MonitoredJob> JobFileReader::read(const Platform::URL& url,
+                                                const MonitoredJob* known) {
+    auto file = Platform::FileHandle::openForReading(url);
+    if (!file || file->kind() != Platform::FileHandle::Kind::regular)
+        return std::nullopt;
+    const auto content = fillBuffer(*file);
+    if (!content)
+        return std::nullopt;
+    if (content->size() < bufferSize)
+        return readSmallFile(*content, known);
+    return readLargeFile(*content, *file);
+}
+
+std::optional<std::span<const std::byte>> JobFileReader::fillBuffer(Platform::FileHandle& file) {
+    const std::span buffer(buffer_);
+    std::size_t filled = 0;
+    while (filled < buffer.size()) {
+        const auto count = file.read(buffer.subspan(filled));
+        if (!count)
+            return std::nullopt;
+        if (*count == 0)
+            break;
+        filled += *count;
+    }
+    return buffer.first(filled);
+}
+
+MonitoredJob JobFileReader::readSmallFile(std::span<const std::byte> content,
+                                          const MonitoredJob* known) {
+    digest_.update(content);
+    const auto checksum = digest_.finalize();
+    if (known != nullptr && known->checksum == checksum)
+        return *known;
+    auto lookup = labelLookup();
+    lookup.append(content);
+    return {.checksum = checksum, .label = lookup.finish()};
+}
+
+std::optional<MonitoredJob> JobFileReader::readLargeFile(std::span<const std::byte> beginning,
+                                                         Platform::FileHandle& file) {
+    auto lookup = labelLookup();
+    bool mayHaveLabel = true;
+    std::optional<std::span<const std::byte>> content = beginning;
+    while (!content->empty()) {
+        digest_.update(*content);
+        mayHaveLabel = mayHaveLabel && lookup.append(*content);
+        content = fillBuffer(file);
+        if (!content) {
+            digest_.finalize(); // of no use, but the next file starts anew
+            return std::nullopt;
+        }
+    }
+    return MonitoredJob{.checksum = digest_.finalize(), .label = lookup.finish()};
+}
+
+} // namespace Vesper_Pro_Agent

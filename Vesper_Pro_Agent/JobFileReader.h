@@ -1,0 +1,36 @@
+#pragma once
+
+#include "Platform/Digest.h"
+#include "Platform/FileHandle.h"
+#include "Platform/URL.h"
+#include "Vesper_Pro_Agent/MonitoredJob.h"
+
+#include <cstddef>
+#include <optional>
+#include <span>
+#include <vector>
+
+namespace Vesper_Pro_Agent {
+
+/// Reads one job file after another with the same buffer. For one thread at a time.
+class JobFileReader {
+public:
+    JobFileReader();
+
+    /// Absent when the file cannot be read, or is no regular file. `known` is the file as it was
+    /// seen before, if it was: with the same content, its label is taken over unread.
+    std::optional<MonitoredJob> read(const Platform::URL& url, const MonitoredJob* known);
+
+private:
+    /// As much of the file as fits the buffer; less only at its end. Absent when reading failed.
+    std::optional<std::span<const std::byte>> fillBuffer(Platform::FileHandle& file);
+
+    MonitoredJob readSmallFile(std::span<const std::byte> content, const MonitoredJob* known);
+    std::optional<MonitoredJob> readLargeFile(std::span<const std::byte> beginning,
+                                              Platform::FileHandle& file);
+
+    Platform::SHA256 digest_;
+    std::vector<std::byte> buffer_;
+};
+
+} // namespace Vesper_Pro_Agent

@@ -1,0 +1,11 @@
+#pragma once
+
+namespace Vesper_Pro_Agent {
+
+/// Switches off the agents of older applications, which would report the same changes once more:
+/// clears the "RunAgent" setting of two earlier main applications and removes the legacy agent's
+/// job. Runs three tools one after another, at every launch, whatever they find; what they print
+/// and how they end is not looked at.
+void removeLegacyAgents();
+
+} // namespace Vesper_Pro_Agent

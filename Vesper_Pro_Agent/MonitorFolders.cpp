@@ -1,0 +1,90 @@
+#include "Vesper_Pro_Agent/MonitorFolders.h"
+
+#include "CorbelKit/Monitors/SingleFolderMonitor.h"
+#include "CorbelKit/Services/Const.h"
+#include "CorbelKit/Services/Limit.h"
+#include "CorbelKit/Services/ResourceBundle.h"
+#include "Platform/MainThread.h"
+#include "Platform/NeverDestroyed.h"
+#include "Vesper_Pro_Agent/ChangePosting.h"
+#include "Vesper_Pro_Agent/JobComparison.h"
+#include "Vesper_Pro_Agent/JobFolders.h"
+
+#include <iostream>
+#include <utility>
+
+namespace Vesper_Pro_Agent {
+namespace {
+
+using Platform::MainThread::run;
+
+// Writing one job file raises several events; what comes within this time is looked at once.
+constexpr auto coalescingIdentifier = "AgentMonitor";
+constexpr double coalescingDelayInSeconds = 0.51;
+
+} // namespace
+
+MonitorFolders& MonitorFolders::shared() {
+    static const Platform::NeverDestroyed<std::shared_ptr<MonitorFolders>> instance(
+        std::make_shared<MonitorFolders>(Private()));
+    return *instance.get();
+}
+
+MonitorFolders::MonitorFolders(Private)
+    : notificationCategory_(CorbelKit::Const::NotificationCategory::vesperAgent)
+    , notificationCenter_(Platform::UserNotificationCenter::current())
+    , notificationDelegate_(std::make_shared<NotificationDelegate>()) {
+    Platform::MainThread::check();
+}
+
+void MonitorFolders::start() {
+    Platform::MainThread::check();
+    watchFolders(); // before the first look, so that nothing falls between the two
+    registerForNotifications();
+    lastCheckedJobs_ = scanJobs(jobFolders(), lastCheckedJobs_);
+}
+
+void MonitorFolders::watchFolders() {
+    for (const auto& folder : jobFolders()) {
+        auto monitor = CorbelKit::SingleFolderMonitor::make(folder);
+        monitor->setDelegate(weak_from_this());
+        monitors_.push_back(std::move(monitor));
+    }
+}
+
+void MonitorFolders::registerForNotifications() {
+    notificationCenter_.setDelegate(notificationDelegate_);
+    notificationCenter_.requestAuthorization(
+        Platform::AuthorizationOptions::alert,
+        [](bool /*granted*/, const std::optional<Platform::Error>& error) {
+            if (error)
+                std::cout << error->description << std::endl;
+        });
+    const Platform::NotificationAction show{
+        .identifier = std::string(CorbelKit::Const::NotificationAction::show),
+        .title = CorbelKit::localizedString("Show")};
+    notificationCenter_.setNotificationCategories(
+        {{.identifier = notificationCategory_, .actions = {show}, .intentIdentifiers = {}}});
+}
+
+void MonitorFolders::monitorDidChange(const Platform::URL& /*url*/) {
+    run([weak = weak_from_this()] {
+        CorbelKit::Limit::shared().request(coalescingIdentifier, coalescingDelayInSeconds, [weak] {
+            run([weak] {
+                if (auto folders = weak.lock())
+                    folders->lookForChanges();
+            });
+        });
+    });
+}
+
+void MonitorFolders::lookForChanges() {
+    Platform::MainThread::check();
+    auto jobs = scanJobs(jobFolders(), lastCheckedJobs_);
+    const ChangeFilter filter{.exceptions = exceptions_, .excludePrefixes = excludePrefixes_};
+    for (const auto& change : compareJobs(lastCheckedJobs_, jobs))
+        postChange(change, filter);
+    lastCheckedJobs_ = std::move(jobs);
+}
+
+} // namespace Vesper_Pro_Agent

@@ -1,0 +1,189 @@
+// What lets the agent run for months: it ends when asked, rests at no cost, holds on to nothing,
+// and whatever lies in the folders it lives and goes on reporting.
+
+#include "Platform/PropertyList.h"
+#include "Tests/Support/AgentTrial.h"
+#include "Tests/Support/WaitUntil.h"
+
+#include <gtest/gtest.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <csignal>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <thread>
+
+namespace {
+
+using TestSupport::AgentTrial;
+using TestSupport::jobFile;
+namespace fs = std::filesystem;
+
+constexpr bool isSanitized = !std::string_view(CORBEL_SANITIZERS).empty();
+
+class LongLife : public ::testing::Test {
+protected:
+    fs::path processFolder() const { return fs::path("/proc") / std::to_string(trial.process()); }
+
+    // Reads lines up to the report of a new file made for the purpose.
+    void expectToBeReporting() {
+        const auto marker =
+            trial.library() / "StartupItems" / ("marker" + std::to_string(++markers));
+        trial.save(marker, marker.string());
+        while (const auto line = trial.nextLine(std::chrono::seconds(60))) {
+            if (line->text.ends_with("New: " + marker.string()))
+                return;
+        }
+        FAIL() << "the agent no longer reports";
+    }
+
+    std::size_t openDescriptors() const {
+        return static_cast<std::size_t>(std::distance(
+            fs::directory_iterator(processFolder() / "fd"), fs::directory_iterator()));
+    }
+
+    AgentTrial trial{CORBEL_AGENT};
+    int markers = 0;
+};
+
+TEST_F(LongLife, EndsWellHoweverItIsAsked) {
+    for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
+        ASSERT_TRUE(trial.start());
+        EXPECT_EQ(trial.end(signal), EXIT_SUCCESS) << "signal " << signal;
+    }
+}
+
+TEST_F(LongLife, WakesUpForNothingAtRest) {
+    ASSERT_TRUE(trial.start());
+    expectToBeReporting();
+    EXPECT_TRUE(trial.waitUntilAtRest());
+}
+
+TEST_F(LongLife, HoldsOnToNoDescriptorAndNoDeadProcess) {
+    ASSERT_TRUE(trial.start());
+    expectToBeReporting();
+    const auto before = openDescriptors();
+    for (int i = 0; i < 3; ++i)
+        expectToBeReporting();
+    EXPECT_EQ(openDescriptors(), before);
+    std::ifstream children(processFolder() / "task" / std::to_string(trial.process()) / "children");
+    std::string child;
+    EXPECT_FALSE(children >> child);
+}
+
+TEST_F(LongLife, OutlivesTheReaderOfItsOutput) {
+    ASSERT_TRUE(trial.start());
+    trial.closeOutput();
+    trial.save(trial.userAgents() / "x.plist", jobFile("org.example.x"));
+    ASSERT_TRUE(trial.waitUntilAtRest());
+    trial.reopenOutput();
+    expectToBeReporting();
+}
+
+std::string repeat(std::string_view text, std::size_t count) {
+    std::string result;
+    result.reserve(text.size() * count);
+    for (std::size_t i = 0; i < count; ++i)
+        result += text;
+    return result;
+}
+
+std::string entityBomb() {
+    std::string text = "<!DOCTYPE plist [<!ENTITY e0 \"ha\">";
+    for (int i = 1; i < 40; ++i) {
+        text += "<!ENTITY e" + std::to_string(i) + " \"&e" + std::to_string(i - 1) + ";&e" +
+                std::to_string(i - 1) + ";\">";
+    }
+    return text + "]><plist><dict><key>Label</key><string>&e39;</string></dict></plist>";
+}
+
+// Thirty levels, each an array that holds the next one ten times, under one key of a dictionary.
+std::string sharedReferenceBomb() {
+    constexpr std::size_t levels = 30;
+    std::string text = "bplist00";
+    std::string offsets;
+    const auto object = [&](const std::string& bytes) {
+        offsets += static_cast<char>(text.size() >> 8);
+        offsets += static_cast<char>(text.size() & 0xFF);
+        text += bytes;
+    };
+    object(std::string("\xD1\x01\x02", 3)); // {1: 2}
+    object("\x51"
+           "a");
+    for (std::size_t level = 0; level < levels; ++level)
+        object("\xAA" + std::string(10, static_cast<char>(level + 3)));
+    object("\x51"
+           "b");
+    const auto offsetTable = text.size();
+    text += offsets + std::string(6, '\0') + "\x02\x01";
+    const auto number = [&](std::size_t value) {
+        for (int shift = 56; shift >= 0; shift -= 8)
+            text += static_cast<char>((value >> shift) & 0xFF);
+    };
+    number(offsets.size() / 2);
+    number(0);
+    number(offsetTable);
+    return text;
+}
+
+TEST_F(LongLife, LivesWithWhateverLiesInItsFolders) {
+    ASSERT_TRUE(trial.start());
+    expectToBeReporting();
+    const auto folder = trial.userAgents();
+
+    // What is no regular file.
+    ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
+    const int listener = socket(AF_UNIX, SOCK_STREAM, 0);
+    ASSERT_GE(listener, 0);
+    sockaddr_un address{.sun_family = AF_UNIX, .sun_path = {}};
+    std::ranges::copy((folder / "socket").string(), address.sun_path);
+    ASSERT_EQ(bind(listener, reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
+    close(listener);
+    fs::create_symlink("/dev/zero", folder / "endless");
+    fs::create_symlink("/dev/tty", folder / "terminal");
+    fs::create_symlink(folder / "pipe", folder / "link to pipe");
+    fs::create_symlink("circle", folder / "circle");
+    fs::create_symlink("nowhere", folder / "dangling");
+    expectToBeReporting();
+
+    // What unfolds.
+    const std::pair<const char*, std::string> files[] = {
+        {"nested xml", "<plist>" + repeat("<array>", 1'000'000)},
+        {"nested text", repeat("(", 1'000'000)},
+        {"wide xml", "<plist><array>" + repeat("<true/>", 1'000'000) + "</array></plist>"},
+        {"entities", entityBomb()},
+        {"shared references", sharedReferenceBomb()},
+        {"label", jobFile(std::string(40'000'000, 'x'))},
+        {"no end", "<plist><dict><key>" + std::string(20'000'000, 'k')},
+        {"tag", "<" + std::string(20'000'000, 't')},
+    };
+    for (const auto& [name, content] : files)
+        trial.save(folder / name, content);
+    expectToBeReporting();
+
+    // What takes long, and what is gone before it is read.
+    TestSupport::writeFile(trial.elsewhere() / "sparse", "");
+    fs::resize_file(trial.elsewhere() / "sparse", 3'000'000'000);
+    fs::rename(trial.elsewhere() / "sparse", folder / "sparse");
+    for (int i = 0; i < 100; ++i)
+        trial.save(folder / ("vanishing" + std::to_string(i)), std::to_string(i));
+    for (int i = 0; i < 100; ++i)
+        fs::remove(folder / ("vanishing" + std::to_string(i)));
+    expectToBeReporting();
+    fs::remove(folder / "sparse");
+    expectToBeReporting();
+
+    if (!isSanitized) { // a sanitizer's own memory is none of the agent's
+        EXPECT_LT(TestSupport::readProcessNumber(processFolder() / "status", "VmHWM"), 96 * 1024);
+        EXPECT_LE(TestSupport::readProcessNumber(processFolder() / "status", "Threads"), 6);
+    }
+    EXPECT_EQ(trial.end(), EXIT_SUCCESS);
+}
+
+} // namespace

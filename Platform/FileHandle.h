@@ -4,6 +4,7 @@
 #include "Platform/URL.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <span>
 
@@ -34,6 +35,9 @@ public:
 
     /// The kind of the open item itself, so a link counts as what it leads to.
     Kind kind() const;
+
+    /// In bytes, of a regular file; 0 where it cannot be told.
+    std::uint64_t size() const;
 
     /// Reads at most `buffer.size()` bytes; 0 at the end.
     Expected<std::size_t> read(std::span<std::byte> buffer);

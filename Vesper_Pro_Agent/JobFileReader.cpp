@@ -15,8 +15,9 @@ Platform::PropertyListLookup labelLookup() {
 
 } // namespace
 
-JobFileReader::JobFileReader()
-    : buffer_(bufferSize) {}
+JobFileReader::JobFileReader(std::uint64_t maximumRead)
+    : maximumRead_(maximumRead)
+    , buffer_(bufferSize) {}
 
 std::optional<MonitoredJob> JobFileReader::read(const Platform::URL& url,
                                                 const MonitoredJob* known) {
@@ -60,17 +61,24 @@ std::optional<MonitoredJob> JobFileReader::readLargeFile(std::span<const std::by
                                                          Platform::FileHandle& file) {
     auto lookup = labelLookup();
     bool mayHaveLabel = true;
+    std::uint64_t total = 0;
     std::optional<std::span<const std::byte>> content = beginning;
-    while (!content->empty()) {
+    while (content && !content->empty() && total < maximumRead_) {
+        total += content->size();
         digest_.update(*content);
         mayHaveLabel = mayHaveLabel && lookup.append(*content);
         content = fillBuffer(file);
-        if (!content) {
-            digest_.finalize(); // of no use, but the next file starts anew
-            return std::nullopt;
-        }
     }
-    return MonitoredJob{.checksum = digest_.finalize(), .label = lookup.finish()};
+    if (content && !content->empty()) {
+        const auto size = file.size();
+        digest_.update(std::as_bytes(std::span(&size, 1)));
+        mayHaveLabel = false;
+    }
+    const auto checksum = digest_.finalize(); // also where it is of no use: the next starts anew
+    if (!content)
+        return std::nullopt;
+    return MonitoredJob{.checksum = checksum,
+                        .label = mayHaveLabel ? lookup.finish() : std::nullopt};
 }
 
 } // namespace Vesper_Pro_Agent

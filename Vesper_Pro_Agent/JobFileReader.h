@@ -6,6 +6,7 @@
 #include "Vesper_Pro_Agent/MonitoredJob.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <span>
 #include <vector>
@@ -15,7 +16,10 @@ namespace Vesper_Pro_Agent {
 /// Reads one job file after another with the same buffer. For one thread at a time.
 class JobFileReader {
 public:
-    JobFileReader();
+    /// Of a file with more than `maximumRead` bytes, the checksum is of that much of it and of its
+    /// size, and it has no label: a sparse file can be larger than anything could be read in a day,
+    /// and one that grows while it is read would never come to its end.
+    explicit JobFileReader(std::uint64_t maximumRead = std::uint64_t{4} << 30);
 
     /// Absent when the file cannot be read, or is no regular file. `known` is the file as it was
     /// seen before, if it was: with the same content, its label is taken over unread.
@@ -29,6 +33,7 @@ private:
     std::optional<MonitoredJob> readLargeFile(std::span<const std::byte> beginning,
                                               Platform::FileHandle& file);
 
+    const std::uint64_t maximumRead_;
     Platform::SHA256 digest_;
     std::vector<std::byte> buffer_;
 };

@@ -58,6 +58,11 @@ FileHandle::Kind FileHandle::kind() const {
     return S_ISDIR(status.st_mode) ? Kind::directory : Kind::other;
 }
 
+std::uint64_t FileHandle::size() const {
+    struct stat status{};
+    return fstat(fileDescriptor_, &status) == 0 ? static_cast<std::uint64_t>(status.st_size) : 0;
+}
+
 Expected<std::size_t> FileHandle::read(std::span<std::byte> buffer) {
     const auto count =
         uninterrupted([&] { return ::read(fileDescriptor_, buffer.data(), buffer.size()); });

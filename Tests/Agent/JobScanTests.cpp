@@ -1,4 +1,5 @@
 #include "Tests/Support/TemporaryFolder.h"
+#include "Vesper_Pro_Agent/JobFileReader.h"
 #include "Vesper_Pro_Agent/JobScan.h"
 
 #include <gtest/gtest.h>
@@ -65,6 +66,21 @@ TEST_F(JobScanTest, FindsTheLabelOfAFileThatSpansManyBuffers) {
     EXPECT_EQ(jobs.at(path("large")).label, "late");
     EXPECT_EQ(jobs.at(path("tool")).label, std::nullopt);
     EXPECT_NE(jobs.at(path("large")).checksum, jobs.at(path("tool")).checksum);
+}
+
+TEST_F(JobScanTest, AFileThatIsTooLargeToReadIsKnownByItsBeginningAndItsSize) {
+    JobFileReader reader(300'000);
+    const auto read = [&](std::uintmax_t size, char first) {
+        writeFile(folder / "tool", std::string(1, first));
+        std::filesystem::resize_file(folder / "tool", size);
+        return reader.read(URL::file(path("tool")), nullptr)->checksum;
+    };
+    constexpr std::uintmax_t tooLarge = std::uintmax_t{1} << 40;
+    const auto known = read(tooLarge, 'x');
+    EXPECT_EQ(read(tooLarge, 'x'), known);
+    EXPECT_NE(read(tooLarge + 1, 'x'), known);
+    EXPECT_NE(read(tooLarge, 'y'), known);
+    EXPECT_NE(read(400'000, 'x'), read(400'001, 'x')); // just beyond
 }
 
 TEST_F(JobScanTest, ReadsTheLabelAnewWhenTheContentDiffersFromWhatWasKnown) {

@@ -32,9 +32,6 @@ public:
     /// Sends the task when the delay has passed. A delay of zero or less means at once.
     void asyncAfter(std::chrono::nanoseconds delay, Task task) const;
 
-    /// Whether the caller is a task of this queue.
-    bool isCurrent() const;
-
     /// Runs body(0) to body(count - 1), in any order and several at a time, one of them on the
     /// calling thread, and returns when all have ended. Never waits for a task that has not
     /// started, so it may be called anywhere.

@@ -29,15 +29,15 @@ struct NotificationAction {
 
 struct NotificationCategory {
     std::string identifier;
-    std::vector<NotificationAction> actions;
-    std::vector<std::string> intentIdentifiers;
+    std::vector<NotificationAction> actions = {};
+    std::vector<std::string> intentIdentifiers = {};
 };
 
 struct NotificationContent {
-    std::string title;
-    std::string subtitle; ///< empty: none
-    std::string body;
-    std::string categoryIdentifier;
+    std::string title = {};
+    std::string subtitle = {}; ///< empty: none
+    std::string body = {};
+    std::string categoryIdentifier = {};
 };
 
 struct TimeIntervalNotificationTrigger {

@@ -21,71 +21,53 @@ constexpr auto longestDelay = std::chrono::hours(24 * 365 * 100);
 
 } // namespace
 
-class DispatchQueue::Impl : public std::enable_shared_from_this<Impl> {
+class DispatchQueue::Impl {
 public:
-    enum class Kind { main, worker };
-
-    Impl(std::string label, Kind kind, asio::any_io_executor executor)
+    Impl(std::string label, asio::any_io_executor executor)
         : label_(std::move(label))
-        , kind_(kind)
         , executor_(std::move(executor)) {}
 
     const std::string& label() const { return label_; }
 
-    bool isCurrent() const { return current == this; }
-
     void async(Task task) const {
-        if (kind_ == Kind::main) {
-            MainContext::invoke(bound(std::move(task)));
+        if (isMain()) {
+            MainContext::invoke(std::move(task));
         } else {
-            asio::post(executor_, bound(std::move(task)));
+            asio::post(executor_, std::move(task));
         }
     }
 
     void asyncAfter(std::chrono::nanoseconds delay, Task task) const {
-        if (kind_ == Kind::main) {
-            MainContext::invokeAfter(delay, bound(std::move(task)));
+        if (isMain()) {
+            MainContext::invokeAfter(delay, std::move(task));
             return;
         }
         auto timer = std::make_shared<asio::steady_timer>(executor_, delay);
-        timer->async_wait([timer, task = bound(std::move(task))](const auto&) { task(); });
+        timer->async_wait([timer, task = std::move(task)](const auto&) { task(); });
     }
 
 private:
-    // The task, with this queue as the current one while it runs.
-    Task bound(Task task) const {
-        return [self = shared_from_this(), task = std::move(task)]() noexcept {
-            const auto* outer = std::exchange(current, self.get());
-            task();
-            current = outer;
-        };
-    }
-
-    static thread_local const Impl* current;
+    bool isMain() const { return !executor_; }
 
     const std::string label_;
-    const Kind kind_;
-    const asio::any_io_executor executor_; // a strand where the queue is serial
+    const asio::any_io_executor executor_; // a strand where the queue is serial, none for the main
 };
-
-thread_local const DispatchQueue::Impl* DispatchQueue::Impl::current = nullptr;
 
 DispatchQueue::DispatchQueue(std::shared_ptr<Impl> impl)
     : impl_(std::move(impl)) {}
 
 DispatchQueue DispatchQueue::concurrent(std::string label) {
-    return DispatchQueue(
-        std::make_shared<Impl>(std::move(label), Impl::Kind::worker, workerExecutor()));
+    return DispatchQueue(std::make_shared<Impl>(std::move(label), workerExecutor()));
 }
 
 DispatchQueue DispatchQueue::serial(std::string label) {
-    return DispatchQueue(std::make_shared<Impl>(std::move(label), Impl::Kind::worker,
-                                                asio::make_strand(workerExecutor())));
+    return DispatchQueue(
+        std::make_shared<Impl>(std::move(label), asio::make_strand(workerExecutor())));
 }
 
 DispatchQueue DispatchQueue::main() {
-    static const NeverDestroyed<DispatchQueue> queue(DispatchQueue(std::make_shared<Impl>(
-        "com.tarnwell.main-thread", Impl::Kind::main, asio::any_io_executor())));
+    static const NeverDestroyed<DispatchQueue> queue(
+        DispatchQueue(std::make_shared<Impl>("com.tarnwell.main-thread", asio::any_io_executor())));
     return queue.get();
 }
 
@@ -101,10 +83,6 @@ void DispatchQueue::asyncAfter(std::chrono::nanoseconds delay, Task task) const 
     impl_->asyncAfter(
         std::clamp<std::chrono::nanoseconds>(delay, std::chrono::nanoseconds::zero(), longestDelay),
         std::move(task));
-}
-
-bool DispatchQueue::isCurrent() const {
-    return impl_->isCurrent();
 }
 
 namespace {

@@ -29,14 +29,6 @@ TEST(RunTool, EndsStandardInputAfterTheNewline) {
     EXPECT_EQ(runTool(std::vector<std::string>{"-c"}, "/usr/bin/wc", SendNewline::yes), "1\n");
 }
 
-TEST(RunTool, ReplacesTheEnvironmentOnlyWhenOneIsGiven) {
-    const std::map<std::string, std::string> environment = {{"ONLY", "this"}};
-    EXPECT_EQ(runTool(std::vector<std::string>{}, "/usr/bin/env", SendNewline::no, environment),
-              "ONLY=this\n");
-    EXPECT_NE(runTool(std::vector<std::string>{}, "/usr/bin/env", SendNewline::no).find("PATH="),
-              std::string::npos);
-}
-
 TEST(RunTool, LeavesOutEachPieceThatIsNotTextByItself) {
     // "é" across the border of the first two pieces of 1024 bytes spoils both; the third stands.
     const auto* script = "head -c 1023 /dev/zero | tr '\\0' a; printf '\\303\\251';"

@@ -2,8 +2,8 @@
 // and whatever lies in the folders it lives and goes on reporting.
 
 #include "Platform/PropertyList.h"
-#include "Tests/Support/AgentTrial.h"
 #include "Tests/Support/WaitUntil.h"
+#include "Tools/AgentTrial.h"
 
 #include <gtest/gtest.h>
 #include <sys/socket.h>
@@ -21,8 +21,8 @@
 
 namespace {
 
-using TestSupport::AgentTrial;
-using TestSupport::jobFile;
+using Tools::AgentTrial;
+using Tools::jobFile;
 namespace fs = std::filesystem;
 
 constexpr bool isSanitized = !std::string_view(CORBEL_SANITIZERS).empty();
@@ -180,8 +180,8 @@ TEST_F(LongLife, LivesWithWhateverLiesInItsFolders) {
     expectToBeReporting();
 
     if (!isSanitized) { // a sanitizer's own memory is none of the agent's
-        EXPECT_LT(TestSupport::readProcessNumber(processFolder() / "status", "VmHWM"), 96 * 1024);
-        EXPECT_LE(TestSupport::readProcessNumber(processFolder() / "status", "Threads"), 6);
+        EXPECT_LT(Tools::readProcessNumber(processFolder() / "status", "VmHWM"), 96 * 1024);
+        EXPECT_LE(Tools::readProcessNumber(processFolder() / "status", "Threads"), 6);
     }
     EXPECT_EQ(trial.end(), EXIT_SUCCESS);
 }

@@ -1,6 +1,6 @@
 // The agent as a process: files in, notifications out.
 
-#include "Tests/Support/AgentTrial.h"
+#include "Tools/AgentTrial.h"
 
 #include <gtest/gtest.h>
 
@@ -11,8 +11,8 @@
 
 namespace {
 
-using TestSupport::AgentTrial;
-using TestSupport::jobFile;
+using Tools::AgentTrial;
+using Tools::jobFile;
 namespace fs = std::filesystem;
 
 const std::string title = "Vesper Pro noticed a change \u2014 ";

@@ -91,15 +91,6 @@ TEST(Bundle, ChoosesTheLocalisationThatSuitsTheUserBest) {
     }
 }
 
-TEST(Bundle, FallsBackToTheDevelopmentRegionOfItsOwn) {
-    BundleFolder folder;
-    folder.localize("en");
-    folder.localize("de");
-    folder.write("Resources/Info.plist", propertyList(entry("CFBundleDevelopmentRegion", "de_DE")));
-    const Languages user("it");
-    EXPECT_EQ(folder.open().localizedString("Language"), "de");
-}
-
 TEST(Bundle, GivesTheKeyWhereThereIsNoText) {
     BundleFolder folder;
     folder.write("Resources/en.lproj/Localizable.strings",
@@ -119,37 +110,8 @@ TEST(Bundle, GivesTheKeyWhereThereIsNoText) {
         EXPECT_EQ(bundle.localizedString("Key", table), "Key") << table;
 }
 
-TEST(Bundle, FindsWhatAnApplicationAndAFrameworkKeepInDifferentPlaces) {
-    for (const std::string place : {"Contents/", ""}) {
-        BundleFolder folder;
-        const auto info = place.empty() ? "Resources/Info.plist" : "Contents/Info.plist";
-        folder.write(info, propertyList(entry("CFBundleIdentifier", "org.example.bundle")));
-        folder.write(place + "Resources/en.lproj/Localizable.strings",
-                     propertyList(entry("Key", "Text")));
-        const Languages user("en");
-        const auto bundle = folder.open();
-        const auto& information = bundle.infoDictionary();
-        ASSERT_TRUE(information.contains("CFBundleIdentifier")) << info;
-        EXPECT_EQ(information.at("CFBundleIdentifier"),
-                  Platform::PropertyList("org.example.bundle"));
-        EXPECT_EQ(bundle.localizedString("Key"), "Text");
-    }
-}
-
 TEST(Bundle, OfTheProcessHoldsItsExecutable) {
     const auto executable = std::filesystem::canonical(CORBEL_BINARY_DIR).string();
     EXPECT_TRUE(Bundle::main().bundleURL().hasDirectoryPath());
     EXPECT_TRUE(Bundle::main().bundleURL().path().starts_with(executable));
-}
-
-TEST(Bundle, ReadsATableOnce) {
-    BundleFolder folder;
-    folder.localize("en");
-    const Languages user("en");
-    const auto bundle = folder.open();
-    EXPECT_EQ(bundle.localizedString("Language"), "en");
-    std::filesystem::remove_all(folder.path() / "Resources");
-    EXPECT_EQ(bundle.localizedString("Language"), "en");
-    EXPECT_TRUE(folder.open().infoDictionary().empty());
-    EXPECT_EQ(folder.open().localizedString("Language"), "Language");
 }

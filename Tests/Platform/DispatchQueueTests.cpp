@@ -30,19 +30,6 @@ TEST(DispatchQueue, SerialTasksRunOneAtATimeInOrder) {
     EXPECT_EQ(order, expected);
 }
 
-TEST(DispatchQueue, ConcurrentTasksRunBesideEachOther) {
-    const auto queue = DispatchQueue::concurrent("test.concurrent");
-    std::atomic<int> met = 0;
-    std::atomic<int> together = 0;
-    for (int i = 0; i < 2; ++i) {
-        queue.async([&] {
-            ++met;
-            together += waitUntil([&] { return met == 2; }) ? 1 : 0;
-        });
-    }
-    EXPECT_TRUE(waitUntil([&] { return together == 2; }));
-}
-
 TEST(DispatchQueue, DelayedTasksRunByTheirTimeAndNeverEarly) {
     const auto queue = DispatchQueue::serial("test.delayed");
     const auto start = std::chrono::steady_clock::now();
@@ -61,23 +48,6 @@ TEST(DispatchQueue, DelayedTasksRunByTheirTimeAndNeverEarly) {
     ASSERT_TRUE(waitUntil([&] { return ended == 5; }));
     EXPECT_FALSE(isEarly);
     EXPECT_EQ(order, (std::vector{10, 20, 30}));
-}
-
-TEST(DispatchQueue, KnowsWhichOfItsTasksIsTheCaller) {
-    const auto queue = DispatchQueue::serial("test.current");
-    const auto other = DispatchQueue::serial("test.current");
-    EXPECT_FALSE(queue.isCurrent());
-    std::atomic<int> verdict = -1;
-    queue.async([&] { verdict = queue.isCurrent() && !other.isCurrent() ? 1 : 0; });
-    ASSERT_TRUE(waitUntil([&] { return verdict >= 0; }));
-    EXPECT_EQ(verdict, 1);
-}
-
-TEST(DispatchQueue, ReleasesATaskWithWhatItHoldsOnceItHasRun) {
-    auto held = std::make_shared<int>(0);
-    const std::weak_ptr<int> weak = held;
-    DispatchQueue::serial("test.release").async([held = std::move(held)] {});
-    EXPECT_TRUE(waitUntil([&] { return weak.expired(); }));
 }
 
 TEST(DispatchQueue, ApplyRunsEachIndexOnceAndWaitsForAll) {

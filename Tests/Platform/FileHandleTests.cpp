@@ -28,31 +28,6 @@ bool isOpen(int descriptor) {
 
 } // namespace
 
-TEST(FileHandle, ReadsARegularFileAlsoBehindALink) {
-    const TestSupport::TemporaryFolder folder;
-    const std::string content(2500, 'x');
-    TestSupport::writeFile(folder / "file", content);
-    std::filesystem::create_symlink("file", folder / "link");
-    for (const auto* name : {"file", "link"}) {
-        auto handle = FileHandle::openForReading(url(folder / name));
-        ASSERT_TRUE(handle);
-        EXPECT_EQ(handle->kind(), FileHandle::Kind::regular);
-        EXPECT_EQ(readAll(*handle), content);
-    }
-}
-
-TEST(FileHandle, OpensWithoutWaitingAndTellsWhatIsNoFile) {
-    const TestSupport::TemporaryFolder folder;
-    ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
-    const auto kindAt = [](const std::filesystem::path& path) {
-        const auto handle = FileHandle::openForReading(url(path));
-        return handle ? std::optional(handle->kind()) : std::nullopt;
-    };
-    EXPECT_EQ(kindAt(folder / "pipe"), FileHandle::Kind::other);
-    EXPECT_EQ(kindAt("/dev/zero"), FileHandle::Kind::other);
-    EXPECT_EQ(kindAt(folder.path()), FileHandle::Kind::directory);
-}
-
 TEST(FileHandle, IsAbsentWhereNothingCanBeOpened) {
     const TestSupport::TemporaryFolder folder;
     std::filesystem::create_symlink("nowhere", folder / "dangling");
@@ -70,15 +45,6 @@ TEST(FileHandle, IsAbsentWhereNothingCanBeOpened) {
     // The system would see only the part before the NUL, and open it.
     EXPECT_FALSE(
         FileHandle::openForReading(url(folder.path()).appending(std::string_view("file\0x", 6))));
-}
-
-TEST(FileHandle, IsAbsentForAFileThatMayNotBeRead) {
-    if (geteuid() == 0)
-        GTEST_SKIP() << "root may read everything";
-    const TestSupport::TemporaryFolder folder;
-    TestSupport::writeFile(folder / "file", "");
-    std::filesystem::permissions(folder / "file", std::filesystem::perms::none);
-    EXPECT_FALSE(FileHandle::openForReading(url(folder / "file")));
 }
 
 TEST(FileHandle, GivesTheDescriptorUpOnceAndOnlyOnce) {
@@ -100,42 +66,4 @@ TEST(FileHandle, GivesTheDescriptorUpOnceAndOnlyOnce) {
     ::close(foreign.fileDescriptor());
     EXPECT_TRUE(foreign.close());
     EXPECT_EQ(foreign.fileDescriptor(), -1);
-}
-
-TEST(FileHandle, ClosesWhatAMoveReplaces) {
-    auto pipe = Pipe::make();
-    ASSERT_TRUE(pipe);
-    const int replaced = pipe->fileHandleForReading.fileDescriptor();
-    const int kept = pipe->fileHandleForWriting.fileDescriptor();
-    pipe->fileHandleForReading = std::move(pipe->fileHandleForWriting);
-    EXPECT_FALSE(isOpen(replaced));
-    EXPECT_EQ(pipe->fileHandleForReading.fileDescriptor(), kept);
-    EXPECT_TRUE(isOpen(kept));
-}
-
-TEST(FileHandle, IsNotInheritedByAStartedProcess) {
-    const auto pipe = Pipe::make();
-    ASSERT_TRUE(pipe);
-    const auto folder = FileHandle::openForReading(URL::file("/"));
-    ASSERT_TRUE(folder);
-    for (const int descriptor :
-         {pipe->fileHandleForReading.fileDescriptor(), pipe->fileHandleForWriting.fileDescriptor(),
-          folder->fileDescriptor()})
-        EXPECT_EQ(fcntl(descriptor, F_GETFD) & FD_CLOEXEC, FD_CLOEXEC);
-}
-
-TEST(FileHandle, SaysWhyBytesWereNotReadOrWritten) {
-    auto pipe = Pipe::make();
-    ASSERT_TRUE(pipe);
-    std::array<std::byte, 1> byte{};
-    const auto count = pipe->fileHandleForWriting.read(byte);
-    ASSERT_FALSE(count);
-    EXPECT_FALSE(count.error().description.empty());
-
-    const auto before = std::signal(SIGPIPE, SIG_IGN);
-    pipe->fileHandleForReading.close();
-    const auto error = pipe->fileHandleForWriting.write(byte);
-    std::signal(SIGPIPE, before);
-    ASSERT_TRUE(error);
-    EXPECT_FALSE(error->description.empty());
 }

@@ -41,38 +41,3 @@ TEST(FileManager, TellsAnEmptyFolderFromOneThatCannotBeListed) {
     EXPECT_FALSE(FileManager::contentsOfDirectory(here.appending("file")));
     EXPECT_FALSE(FileManager::contentsOfDirectory(*URL::parse("https://host/")));
 }
-
-TEST(FileManager, FollowsLinksWhenAskedWhetherAFileExists) {
-    const TestSupport::TemporaryFolder folder;
-    TestSupport::writeFile(folder / "file", "");
-    std::filesystem::create_symlink("file", folder / "link");
-    std::filesystem::create_symlink("nowhere", folder / "dangling");
-    std::filesystem::create_symlink("circular", folder / "circular");
-    const auto here = URL::file(folder.path().string(), URL::DirectoryHint::isDirectory);
-    EXPECT_TRUE(FileManager::fileExists(here));
-    EXPECT_TRUE(FileManager::fileExists(here.appending("file")));
-    EXPECT_TRUE(FileManager::fileExists(here.appending("link")));
-    EXPECT_FALSE(FileManager::fileExists(here.appending("dangling")));
-    EXPECT_FALSE(FileManager::fileExists(here.appending("circular")));
-    EXPECT_FALSE(FileManager::fileExists(*URL::parse("https://host" + here.path())));
-    // The system would see only the part before the NUL, and find it.
-    EXPECT_FALSE(FileManager::fileExists(here.appending(std::string_view("file\0x", 6))));
-}
-
-TEST(FileManager, TakesTheHomeFolderFromThePasswordDatabaseNotFromTheEnvironment) {
-    const TestSupport::EnvironmentVariable home("HOME", "/elsewhere");
-    const auto* const entry = getpwuid(getuid());
-    ASSERT_NE(entry, nullptr);
-    EXPECT_EQ(FileManager::homeDirectoryForRealUser(),
-              URL::file(entry->pw_dir, URL::DirectoryHint::isDirectory));
-}
-
-TEST(FileManager, TakesTheLocalLibraryElsewhereOnlyByAnAbsolutePath) {
-    const auto system = URL::file("/Library/");
-    for (const auto* standIn : {"", "relative/Library"}) {
-        const TestSupport::EnvironmentVariable variable("CORBEL_LOCAL_LIBRARY", standIn);
-        EXPECT_THAT(FileManager::localLibraryDirectories(), ElementsAre(system));
-    }
-    const TestSupport::EnvironmentVariable variable("CORBEL_LOCAL_LIBRARY", "/trial/Library");
-    EXPECT_THAT(FileManager::localLibraryDirectories(), ElementsAre(URL::file("/trial/Library/")));
-}

@@ -45,14 +45,6 @@ protected:
     std::atomic<int> events = 0;
 };
 
-TEST_F(FileSystemObjectSourceTest, DeliversWhatHappenedBeforeItStarted) {
-    source->setEventHandler([&] { ++events; });
-    writeFile(folder / "a", "1");
-    source->resume();
-    EXPECT_TRUE(waitUntil([&] { return events > 0; }));
-    cancelAndWait();
-}
-
 TEST_F(FileSystemObjectSourceTest, NeverRunsAHandlerBesideItselfAndMissesNothingMeanwhile) {
     std::atomic<int> running = 0;
     std::atomic<bool> isOverlapping = false;
@@ -126,30 +118,6 @@ TEST_F(FileSystemObjectSourceTest, AnOverflowOfTheSystemsQueueIsAnEventToo) {
     const int seen = events;
     writeFile(folder / "next", "1");
     EXPECT_TRUE(waitUntil([&] { return events > seen; }));
-    cancelAndWait();
-}
-
-TEST_F(FileSystemObjectSourceTest, AFolderThatVanishesIsQuiet) {
-    source->setEventHandler([&] { ++events; });
-    source->resume();
-    std::filesystem::remove(folder.path());
-
-    // What tells that the records of the end were read: another source of the same queue works on.
-    TestSupport::TemporaryFolder other;
-    const int otherDescriptor = FileSystemObjectSource::openForEvents(
-        URL::file(other.path().string(), URL::DirectoryHint::isDirectory));
-    FileSystemObjectSource otherSource(otherDescriptor, queue);
-    std::atomic<int> otherEvents = 0;
-    otherSource.setEventHandler([&] { ++otherEvents; });
-    otherSource.resume();
-    writeFile(other / "a", "1");
-    EXPECT_TRUE(waitUntil([&] { return otherEvents > 0; }));
-    EXPECT_EQ(events, 0);
-    std::atomic<bool> isCancelled = false;
-    otherSource.setCancelHandler([&] { isCancelled = true; });
-    otherSource.cancel();
-    ASSERT_TRUE(waitUntil([&] { return isCancelled.load(); }));
-    close(otherDescriptor);
     cancelAndWait();
 }
 

@@ -280,13 +280,6 @@ TEST(PropertyListWriter, RefusesWhatAFormCannotHold) {
     EXPECT_FALSE(PropertyList(true).write(Format::text));
 }
 
-TEST(PropertyListWriter, WritesEqualScalarsOnce) {
-    const PropertyList list = Array(300, string("the same text in every place"));
-    const auto written = list.write(PropertyList::Format::binary).value_or(PropertyList::Data());
-    EXPECT_LT(written.size(), 400U);
-    EXPECT_EQ(PropertyList::read(written), list);
-}
-
 TEST(PropertyListWriter, WritesWhatItReads) {
     std::mt19937 random(7);
     for (int round = 0; round < 500; ++round) {

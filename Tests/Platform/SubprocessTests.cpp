@@ -71,16 +71,6 @@ TEST(Subprocess, PassesArgumentsAndStreamsAsTheyAre) {
     EXPECT_EQ(readAll(errors.fileHandleForReading), "error");
 }
 
-TEST(Subprocess, ReplacesTheEnvironmentOnlyWhenToldTo) {
-    const TestSupport::EnvironmentVariable ours("CORBEL_TEST", "inherited");
-    Subprocess env{.executableURL = URL::file("/usr/bin/env"), .arguments = {}, .environment = {}};
-    EXPECT_THAT(outputOf(env), HasSubstr("CORBEL_TEST=inherited\n"));
-    env.environment.emplace({std::pair<const std::string, std::string>("A", "1=2")});
-    EXPECT_EQ(outputOf(env), "A=1=2\n");
-    env.environment.emplace();
-    EXPECT_EQ(outputOf(env), "");
-}
-
 TEST(Subprocess, SortsOutStreamsThatOverlapWithItsOwn) {
     auto first = makePipe();
     auto second = makePipe();
@@ -114,13 +104,6 @@ TEST(Subprocess, SaysWhyItCannotStart) {
     EXPECT_TRUE(unusable.launch());
     EXPECT_TRUE(shell(std::string("exit\0cut off", 12)).launch());
     EXPECT_TRUE((Subprocess{*URL::parse("https://host/bin/sh"), {}, {}}.launch()));
-}
-
-TEST(Subprocess, LeavesNoDeadProcessBehind) {
-    std::array<pid_t, 20> processes{};
-    for (auto& process : processes)
-        process = std::stoi(outputOf(shell("echo $$")));
-    EXPECT_TRUE(waitUntil([&] { return std::ranges::all_of(processes, isGone); }));
 }
 
 TEST(Subprocess, ReturnsBeforeTheProcessEndsAndCollectsItLater) {

@@ -54,21 +54,6 @@ TEST(URL, WritesAPathAsTheURLSyntaxAllowsAndReadsItBack) {
     }
 }
 
-TEST(URL, KeepsEveryByteOfAName) {
-    std::string name(256, '\0');
-    std::iota(name.begin(), name.end(), '\0');
-    std::erase(name, '/');
-    EXPECT_EQ(URL::file("/" + name).path(), "/" + name);
-    EXPECT_EQ(URL::file("/").appending(name).lastPathComponent(), name);
-}
-
-TEST(URL, TakesARelativePathFromTheCurrentFolder) {
-    const auto here = std::filesystem::current_path().string();
-    EXPECT_EQ(URL::file("a b").path(), here + "/a b");
-    EXPECT_EQ(URL::file("").path(), here);
-    EXPECT_TRUE(URL::file("").hasDirectoryPath());
-}
-
 TEST(URL, AppendsAndDeletesComponents) {
     const auto folder = URL::file("/a b", Hint::isDirectory);
     EXPECT_EQ(folder.appending("c%").absoluteString(), "file:///a%20b/c%25");
@@ -83,13 +68,6 @@ TEST(URL, AppendsAndDeletesComponents) {
     EXPECT_EQ(folder.appending("c/").deletingLastPathComponent(), folder);
     EXPECT_EQ(folder.deletingLastPathComponent(), URL::file("/"));
     EXPECT_EQ(URL::file("/").deletingLastPathComponent(), URL::file("/"));
-}
-
-TEST(URL, NamesTheLastComponentOfItsPath) {
-    EXPECT_EQ(URL::file("/a/b%20c/").lastPathComponent(), "b%20c");
-    EXPECT_EQ(URL::file("/").lastPathComponent(), "/");
-    EXPECT_EQ(parsed("https://host").lastPathComponent(), "");
-    EXPECT_EQ(parsed("https://host/a%20b/?c/d#e/f").lastPathComponent(), "a b");
 }
 
 TEST(URL, KeepsTheTextOfAnAbsoluteURLAsItStands) {

@@ -1,4 +1,4 @@
-#include "Tests/Support/AgentTrial.h"
+#include "Tools/AgentTrial.h"
 
 #include "Tests/Support/WaitUntil.h"
 
@@ -17,7 +17,7 @@
 #include <thread>
 #include <utility>
 
-namespace TestSupport {
+namespace Tools {
 namespace {
 
 bool waitReadable(int descriptor, AgentTrial::Clock::time_point deadline) {
@@ -81,10 +81,10 @@ std::vector<std::string> AgentTrial::makeEnvironment() const {
 }
 
 bool AgentTrial::start() {
-    writeFile(folder_ / "passwd", "trial:x:" + std::to_string(getuid()) + ":" +
-                                      std::to_string(getgid()) + "::" + home().string() +
-                                      ":/bin/sh\n");
-    writeFile(folder_ / "group", "trial:x:" + std::to_string(getgid()) + ":\n");
+    TestSupport::writeFile(folder_ / "passwd", "trial:x:" + std::to_string(getuid()) + ":" +
+                                                   std::to_string(getgid()) +
+                                                   "::" + home().string() + ":/bin/sh\n");
+    TestSupport::writeFile(folder_ / "group", "trial:x:" + std::to_string(getgid()) + ":\n");
     std::filesystem::remove(folder_ / "ready");
     const int notifySocket = openNotifySocket(folder_ / "ready");
     std::array<int, 2> output{};
@@ -191,8 +191,8 @@ std::optional<int> AgentTrial::end(int signal) {
         return std::nullopt;
     kill(process_, signal);
     int status = 0;
-    const bool hasEnded =
-        waitUntil([&] { return waitpid(process_, &status, WNOHANG) == process_; }, patience);
+    const bool hasEnded = TestSupport::waitUntil(
+        [&] { return waitpid(process_, &status, WNOHANG) == process_; }, patience);
     if (!hasEnded)
         return std::nullopt;
     process_ = -1;
@@ -201,7 +201,7 @@ std::optional<int> AgentTrial::end(int signal) {
 
 void AgentTrial::save(const std::filesystem::path& path, std::string_view content) const {
     const auto beside = elsewhere() / "saving";
-    writeFile(beside, content);
+    TestSupport::writeFile(beside, content);
     std::filesystem::rename(beside, path);
 }
 
@@ -225,4 +225,4 @@ std::string jobFile(std::string_view label, std::string_view extra) {
     return text + "</dict>\n</plist>\n";
 }
 
-} // namespace TestSupport
+} // namespace Tools

@@ -88,6 +88,7 @@ void runOpenssl(const std::vector<std::string>& paths) {
     std::vector<std::string> words = {"openssl", "dgst", "-sha256"};
     words.insert(words.end(), paths.begin(), paths.end());
     std::vector<char*> arguments;
+    arguments.reserve(words.size() + 1);
     for (auto& word : words)
         arguments.push_back(word.data());
     arguments.push_back(nullptr);

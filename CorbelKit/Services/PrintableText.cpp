@@ -16,10 +16,13 @@ struct Range {
 
 // Unicode's general category Cc, the separators Zl and Zp, and the explicit direction controls of
 // UAX #9.
+// NOLINTBEGIN(modernize-use-designated-initializers): rows of a table
 constexpr std::array actingCharacters = {
     Range{0x0000, 0x001F}, Range{0x007F, 0x009F}, Range{0x061C, 0x061C},
     Range{0x200E, 0x200F}, Range{0x2028, 0x202E}, Range{0x2066, 0x2069},
 };
+
+// NOLINTEND(modernize-use-designated-initializers)
 
 bool actsOnDisplay(char32_t scalar) {
     for (const auto& range : actingCharacters) {

@@ -103,7 +103,8 @@ public:
 
     void getNotificationSettings(std::function<void(NotificationSettings settings)> completion);
 
-    /// The completion tells whether the request was taken, not whether it was delivered.
+    /// The completion tells whether the request was taken, not whether the user saw it. It may come
+    /// as late as the trigger fires and whoever shows notifications has answered.
     void add(NotificationRequest request,
              std::function<void(std::optional<Error> error)> completion);
 

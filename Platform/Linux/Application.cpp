@@ -1,6 +1,8 @@
 #include "Platform/Application.h"
 
+#include "Platform/Linux/MainBundle.h"
 #include "Platform/Linux/ServiceManager.h"
+#include "Platform/Linux/SessionBus.h"
 #include "Platform/MainThread.h"
 
 #include <fcntl.h>
@@ -9,6 +11,8 @@
 
 #include <csignal>
 #include <cstdlib>
+#include <future>
+#include <iostream>
 #include <memory>
 
 namespace Platform::Application {
@@ -57,6 +61,28 @@ void quitOnRequest(GMainLoop* loop) {
     }
 }
 
+// False when another process of the session runs this application, after saying so. A bus that
+// takes its time is not waited for: should the answer be that, the application ends when it comes.
+bool becomeTheSessionsOnly(GMainLoop* loop) {
+    constexpr auto patience = std::chrono::milliseconds(500);
+    auto promise = std::make_shared<std::promise<bool>>();
+    auto isOnly = promise->get_future();
+    const auto queue = DispatchQueue::serial("com.tarnwell.Application");
+    SessionBus::whenConnected(queue, [loop, promise](SessionBus* bus) {
+        const auto quit = [loop] { g_main_loop_quit(loop); };
+        if (bus != nullptr)
+            bus->whenClosed(quit);
+        const bool isSecond =
+            bus != nullptr && !bus->requestName(mainBundleText("CFBundleIdentifier"));
+        if (isSecond) {
+            std::cout << mainBundleText("CFBundleName") + " is already running.\n" << std::flush;
+            MainThread::run(quit);
+        }
+        promise->set_value(!isSecond);
+    });
+    return isOnly.wait_for(patience) != std::future_status::ready || isOnly.get();
+}
+
 } // namespace
 
 int run(int /*argumentCount*/, char** /*arguments*/,
@@ -67,6 +93,8 @@ int run(int /*argumentCount*/, char** /*arguments*/,
     std::signal(SIGPIPE, SIG_IGN); // a reader that goes away is a failed write, not our end
     const std::unique_ptr<GMainLoop, MainLoopUnref> loop(g_main_loop_new(nullptr, FALSE));
     quitOnRequest(loop.get());
+    if (!becomeTheSessionsOnly(loop.get()))
+        return EXIT_SUCCESS;
 
     const auto delegate = makeDelegate();
     delegate->applicationDidFinishLaunching();

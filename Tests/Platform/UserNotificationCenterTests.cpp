@@ -1,4 +1,5 @@
 #include "Platform/UserNotificationCenter.h"
+#include "Tests/Support/EnvironmentVariable.h"
 #include "Tests/Support/WaitUntil.h"
 
 #include <gtest/gtest.h>
@@ -11,6 +12,7 @@ namespace {
 using namespace Platform;
 
 TEST(UserNotificationCenter, AnswersEachCallOnceAndAwayFromTheCallersThread) {
+    const TestSupport::EnvironmentVariable noBus("DBUS_SESSION_BUS_ADDRESS", std::nullopt);
     std::atomic<int> answers = 0;
     const auto count = [&answers, caller = std::this_thread::get_id()](bool isRight) {
         answers += isRight && std::this_thread::get_id() != caller ? 1 : 100;

@@ -1,0 +1,218 @@
+// The agent on a session bus of its own: files in, calls of the notification service out.
+
+#include "Tests/Support/BusDaemon.h"
+#include "Tests/Support/NotificationService.h"
+#include "Tools/AgentTrial.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <optional>
+#include <string>
+
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::EndsWith;
+using ::testing::IsEmpty;
+using ::testing::Pair;
+using ::testing::UnorderedElementsAre;
+using TestSupport::BusDaemon;
+using TestSupport::NotificationService;
+using Tools::AgentTrial;
+namespace fs = std::filesystem;
+
+const std::string agents = "~/Library/LaunchAgents/";
+
+class DesktopNotification : public ::testing::Test {
+protected:
+    void start() {
+        trial.environment["DBUS_SESSION_BUS_ADDRESS"] = bus.address();
+        ASSERT_TRUE(trial.start());
+    }
+
+    fs::path job(const std::string& name) const { return trial.userAgents() / name; }
+
+    void save(const std::string& name) { trial.save(job(name), std::to_string(++saves)); }
+
+    void expectNextLine(const std::string& end) {
+        const auto line = trial.nextLine();
+        ASSERT_TRUE(line) << "nothing was printed, expected " << end;
+        EXPECT_THAT(line->text, EndsWith(end));
+    }
+
+    // Saves the file and gives what the service is then asked to show.
+    TestSupport::NotifyCall shown(NotificationService& service, const std::string& name) {
+        save(name);
+        const auto call = service.next();
+        EXPECT_TRUE(call) << "no notification of " << name;
+        EXPECT_TRUE(!call || call->body.ends_with(name)) << call->body;
+        return call.value_or(TestSupport::NotifyCall());
+    }
+
+    BusDaemon bus;
+    AgentTrial trial{CORBEL_AGENT};
+    int saves = 0;
+};
+
+TEST_F(DesktopNotification, TellsTheServiceAllThatItHasToKnow) {
+    NotificationService service(bus.address(), {"actions", "body", "body-markup"});
+    start();
+    save("a<b>&c");
+    const auto call = service.next();
+    ASSERT_TRUE(call);
+    EXPECT_EQ(call->applicationName, "Vesper Pro Agent");
+    EXPECT_EQ(call->replaces, 0U);
+    EXPECT_EQ(call->icon, "");
+    EXPECT_EQ(call->summary, "Vesper Pro noticed a change");
+    EXPECT_EQ(call->body, "New: " + agents + "a&lt;b&gt;&amp;c");
+    EXPECT_THAT(call->actions, ElementsAre("default", "", "ShowAction", "Show"));
+    EXPECT_THAT(call->hints, UnorderedElementsAre(
+                                 Pair("desktop-entry", "'com.tarnwell.VesperProAgent'"),
+                                 Pair("category", "'x-tarnwell.job'"), Pair("urgency", "0x01")));
+    EXPECT_EQ(call->lifetime, -1);
+}
+
+TEST_F(DesktopNotification, ReplacesWhatIsStillShownForTheSameIdentifier) {
+    NotificationService service(bus.address());
+    start();
+    const auto added = shown(service, "x.plist");
+    shown(service, "y.plist");
+    EXPECT_EQ(shown(service, "x.plist").replaces, added.number);
+
+    fs::remove(job("x.plist"));
+    const auto deleted = service.next();
+    ASSERT_TRUE(deleted);
+    EXPECT_EQ(deleted->replaces, 0U);
+    fs::remove(job("y.plist"));
+    const auto alsoDeleted = service.next();
+    ASSERT_TRUE(alsoDeleted);
+    EXPECT_EQ(alsoDeleted->replaces, deleted->number);
+
+    service.emitNotificationClosed(deleted->number, 2);
+    shown(service, "z.plist");
+    fs::remove(job("z.plist"));
+    const auto afterClosing = service.next();
+    ASSERT_TRUE(afterClosing);
+    EXPECT_EQ(afterClosing->replaces, 0U);
+}
+
+TEST_F(DesktopNotification, WaitsForTheNumberOfWhatItReplaces) {
+    NotificationService service(bus.address());
+    service.setManner(NotificationService::Manner::holds);
+    start();
+    shown(service, "x.plist");
+    save("x.plist");
+    shown(service, "y.plist"); // held up by nothing, though it was saved after
+    service.setManner(NotificationService::Manner::answers);
+    service.answerHeld();
+    const auto modified = service.next();
+    ASSERT_TRUE(modified);
+    EXPECT_EQ(modified->replaces, 1U);
+}
+
+TEST_F(DesktopNotification, AsksEachOwnerOfTheNameWhatItCanDo) {
+    NotificationService service(bus.address(), {"body"});
+    start();
+    const auto plain = shown(service, "a&b");
+    EXPECT_THAT(plain.actions, IsEmpty());
+
+    service.vanish();
+    service.comeBack({"actions", "body", "body-markup"});
+    save("a&b");
+    const auto rich = service.next();
+    ASSERT_TRUE(rich);
+    EXPECT_EQ(rich->body, "Modified: " + agents + "a&amp;b");
+    EXPECT_EQ(rich->replaces, 0U) << "a number that the former owner gave";
+    EXPECT_FALSE(rich->actions.empty());
+}
+
+TEST_F(DesktopNotification, HandsToTheNextOwnerWhatTheLastOneDidNotAnswer) {
+    NotificationService service(bus.address());
+    service.setManner(NotificationService::Manner::holds);
+    NotificationService successor(bus.address());
+    start();
+    shown(service, "x.plist");
+    service.vanish();
+    const auto again = successor.next();
+    ASSERT_TRUE(again);
+    EXPECT_EQ(again->body, "New: " + agents + "x.plist");
+}
+
+TEST_F(DesktopNotification, PrintsARefusalAndGoesOn) {
+    NotificationService service(bus.address());
+    service.setManner(NotificationService::Manner::refuses);
+    start();
+    shown(service, "x.plist");
+    expectNextLine("no more today");
+    service.setManner(NotificationService::Manner::answers);
+    EXPECT_EQ(shown(service, "x.plist").replaces, 0U);
+}
+
+TEST_F(DesktopNotification, GoesToTheTerminalUntilAServiceAppears) {
+    start();
+    save("x.plist");
+    expectNextLine("New: " + agents + "x.plist");
+    NotificationService service(bus.address());
+    shown(service, "y.plist");
+    service.vanish();
+    save("z.plist");
+    expectNextLine("New: " + agents + "z.plist");
+}
+
+TEST_F(DesktopNotification, RestsWhileConnected) {
+    NotificationService service(bus.address());
+    start();
+    shown(service, "x.plist");
+    EXPECT_TRUE(trial.waitUntilAtRest());
+}
+
+TEST_F(DesktopNotification, LivesWithAnswersThatAreNotForIt) {
+    NotificationService service(bus.address());
+    NotificationService stranger(bus.address(), {}, "org.example.Stranger");
+    start();
+    const auto call = shown(service, "x.plist");
+    stranger.emitActionInvoked(call.number, "ShowAction");
+    stranger.emitNotificationClosed(call.number, 2);
+    service.emitActionInvoked(call.number + 1000, "ShowAction");
+    service.emitActionInvoked(call.number, "default");
+    EXPECT_EQ(shown(service, "x.plist").replaces, call.number);
+}
+
+TEST_F(DesktopNotification, IsNotHeldUpByAnActivationThatHangs) {
+    const BusDaemon slow(
+        BusDaemon::ActivatableServices{{NotificationService::standardName, "/bin/sleep 20"}});
+    trial.environment["DBUS_SESSION_BUS_ADDRESS"] = slow.address();
+    ASSERT_TRUE(trial.start());
+    save("x.plist");
+    save("y.plist");
+    expectNextLine("New: " + agents + "x.plist");
+    expectNextLine("New: " + agents + "y.plist");
+    EXPECT_EQ(trial.end(), EXIT_SUCCESS);
+}
+
+TEST_F(DesktopNotification, ASecondAgentOfTheSessionLeavesItToTheFirst) {
+    start();
+    const auto command =
+        "DBUS_SESSION_BUS_ADDRESS='" + bus.address() + "' timeout 20 " CORBEL_AGENT;
+    FILE* const second = popen(command.c_str(), "r");
+    ASSERT_NE(second, nullptr);
+    std::array<char, 100> line{};
+    ASSERT_NE(std::fgets(line.data(), line.size(), second), nullptr);
+    EXPECT_STREQ(line.data(), "Vesper Pro Agent is already running.\n");
+    EXPECT_EQ(std::fgetc(second), EOF);
+    EXPECT_EQ(pclose(second), EXIT_SUCCESS);
+}
+
+TEST_F(DesktopNotification, TheEndOfTheBusIsTheEndOfTheSession) {
+    start();
+    bus.end();
+    EXPECT_FALSE(trial.nextLine());
+    EXPECT_EQ(trial.end(0), EXIT_SUCCESS);
+}
+
+} // namespace

@@ -2,8 +2,10 @@
 
 #include "CorbelKit/Monitors/SingleFolderMonitor.h"
 #include "CorbelKit/Services/Const.h"
+#include "CorbelKit/Services/Defaults.h"
 #include "CorbelKit/Services/Limit.h"
 #include "CorbelKit/Services/ResourceBundle.h"
+#include "CorbelKit/Services/SharedSettings.h"
 #include "Platform/MainThread.h"
 #include "Platform/NeverDestroyed.h"
 #include "Vesper_Pro_Agent/ChangePosting.h"
@@ -17,6 +19,8 @@ namespace Vesper_Pro_Agent {
 namespace {
 
 using Platform::MainThread::run;
+namespace Defaults = CorbelKit::Defaults;
+namespace SharedSettings = CorbelKit::SharedSettings;
 
 // Writing one job file raises several events; what comes within this time is looked at once.
 constexpr auto coalescingIdentifier = "AgentMonitor";
@@ -42,6 +46,7 @@ void MonitorFolders::start() {
     watchFolders(); // before the first look, so that nothing falls between the two
     registerForNotifications();
     lastCheckedJobs_ = scanJobs(jobFolders(), lastCheckedJobs_);
+    observeSettings();
 }
 
 void MonitorFolders::watchFolders() {
@@ -67,6 +72,49 @@ void MonitorFolders::registerForNotifications() {
         {{.identifier = notificationCategory_, .actions = {show}, .intentIdentifiers = {}}});
 }
 
+void MonitorFolders::observeSettings() {
+    const auto suite = SharedSettings::suite();
+    if (!suite)
+        return;
+    for (const auto key : {Defaults::exceptions, Defaults::excludePrefixes}) {
+        settingsObservations_.push_back(suite->observe(
+            std::string(key), [weak = weak_from_this()](const auto& keyPath, const auto&) {
+                if (auto folders = weak.lock())
+                    folders->observeValueForKeyPath(keyPath);
+            }));
+    }
+}
+
+const std::vector<std::string>& MonitorFolders::exceptions() {
+    Platform::MainThread::check();
+    if (!exceptions_)
+        exceptions_ = SharedSettings::readExceptions();
+    return *exceptions_;
+}
+
+const std::vector<std::string>& MonitorFolders::excludePrefixes() {
+    Platform::MainThread::check();
+    if (!excludePrefixes_)
+        excludePrefixes_ = SharedSettings::readExcludePrefixes();
+    return *excludePrefixes_;
+}
+
+void MonitorFolders::observeValueForKeyPath(const std::optional<std::string>& keyPath) {
+    run([weak = weak_from_this(), keyPath] {
+        if (auto folders = weak.lock(); folders && keyPath)
+            folders->reloadSetting(*keyPath);
+    });
+}
+
+void MonitorFolders::reloadSetting(std::string_view key) {
+    Platform::MainThread::check();
+    if (key == Defaults::exceptions) {
+        exceptions_ = SharedSettings::readExceptions();
+    } else if (key == Defaults::excludePrefixes) {
+        excludePrefixes_ = SharedSettings::readExcludePrefixes();
+    }
+}
+
 void MonitorFolders::monitorDidChange(const Platform::URL& /*url*/) {
     run([weak = weak_from_this()] {
         CorbelKit::Limit::shared().request(coalescingIdentifier, coalescingDelayInSeconds, [weak] {
@@ -81,9 +129,8 @@ void MonitorFolders::monitorDidChange(const Platform::URL& /*url*/) {
 void MonitorFolders::lookForChanges() {
     Platform::MainThread::check();
     auto jobs = scanJobs(jobFolders(), lastCheckedJobs_);
-    const ChangeFilter filter{.exceptions = exceptions_, .excludePrefixes = excludePrefixes_};
     for (const auto& change : compareJobs(lastCheckedJobs_, jobs))
-        postChange(change, filter);
+        postChange(change, {.exceptions = exceptions(), .excludePrefixes = excludePrefixes()});
     lastCheckedJobs_ = std::move(jobs);
 }
 

@@ -1,19 +1,22 @@
 #pragma once
 
 #include "CorbelKit/Monitors/MonitorType.h"
+#include "Platform/UserDefaults.h"
 #include "Platform/UserNotificationCenter.h"
 #include "Vesper_Pro_Agent/JobScan.h"
 #include "Vesper_Pro_Agent/NotificationDelegate.h"
 
 #include <memory>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace Vesper_Pro_Agent {
 
 /// The agent's central object: watches the job folders, keeps what was last seen in them, and has
-/// the user told of each change. State and operations belong to the main thread, but for
-/// `monitorDidChange`.
+/// the user told of each change that the settings do not filter out. State and operations belong to
+/// the main thread, but for `monitorDidChange` and `observeValueForKeyPath`.
 class MonitorFolders final : public CorbelKit::MonitorDelegate,
                              public std::enable_shared_from_this<MonitorFolders> {
     struct Private {
@@ -26,8 +29,8 @@ public:
 
     explicit MonitorFolders(Private);
 
-    /// Watches the folders, registers with the notification centre and takes what the folders hold
-    /// now as known. Called once, at launch.
+    /// Watches the folders, registers with the notification centre, takes what the folders hold now
+    /// as known, and follows the settings from then on. Called once, at launch.
     void start();
 
     /// One per folder, in the order of `jobFolders`; empty before `start`.
@@ -39,18 +42,30 @@ public:
     /// many further calls come meanwhile.
     void monitorDidChange(const Platform::URL& url) override;
 
+    /// The labels of which the user does not want to hear, and the beginnings of such labels: read
+    /// from the shared settings on first use, and then kept until a change of them is observed.
+    const std::vector<std::string>& exceptions();
+    const std::vector<std::string>& excludePrefixes();
+
+    /// Called on any thread when a setting has changed: reads the list anew that is kept under the
+    /// key, and none where there is no key or another one.
+    void observeValueForKeyPath(const std::optional<std::string>& keyPath);
+
 private:
     void watchFolders();
     void registerForNotifications();
+    void observeSettings();
     void lookForChanges();
+    void reloadSetting(std::string_view key);
 
     std::vector<std::shared_ptr<CorbelKit::MonitorType>> monitors_;
     JobSnapshot lastCheckedJobs_;
-    std::vector<std::string> exceptions_;
-    std::vector<std::string> excludePrefixes_;
+    std::optional<std::vector<std::string>> exceptions_;
+    std::optional<std::vector<std::string>> excludePrefixes_;
     std::string notificationCategory_;
     Platform::UserNotificationCenter& notificationCenter_;
     std::shared_ptr<NotificationDelegate> notificationDelegate_;
+    std::vector<Platform::UserDefaults::Observation> settingsObservations_;
 };
 
 } // namespace Vesper_Pro_Agent

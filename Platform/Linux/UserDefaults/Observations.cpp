@@ -1,0 +1,88 @@
+#include "Platform/Linux/UserDefaults/Observations.h"
+
+#include "Platform/Linux/UserDefaults/RegisteredDefaults.h"
+#include "Platform/Linux/WorkerPool.h"
+#include "Platform/NeverDestroyed.h"
+
+#include <asio/post.hpp>
+
+#include <map>
+#include <utility>
+
+namespace Platform {
+
+ObservedKey::ObservedKey(DomainFile file, std::string keyPath, UserDefaults::Handler handler)
+    : file_(std::move(file))
+    , keyPath_(std::move(keyPath))
+    , handler_(std::move(handler))
+    , told_(RegisteredDefaults::lookUp(file_.values(), keyPath_)) {}
+
+void ObservedKey::compare(const PropertyList::Dictionary& values) {
+    auto value = RegisteredDefaults::lookUp(values, keyPath_);
+    if (value == told_)
+        return;
+    told_ = std::move(value);
+    const std::lock_guard lock(mutex_);
+    if (!isSilent_)
+        handler_(keyPath_, told_);
+}
+
+void ObservedKey::silence() {
+    const std::lock_guard lock(mutex_);
+    isSilent_ = true;
+}
+
+Observations& Observations::shared() {
+    static const NeverDestroyed<Observations> observations;
+    return observations.get();
+}
+
+Observations::Observations()
+    : strand_(asio::make_strand(workerExecutor())) {}
+
+void Observations::add(std::shared_ptr<ObservedKey> key) {
+    asio::post(strand_, [this, key = std::move(key)] {
+        keys_.push_back(key);
+        watch();
+        compareAll(); // what changed before the watch stood
+    });
+}
+
+void Observations::remove(const std::shared_ptr<ObservedKey>& key) {
+    asio::post(strand_, [this, key] {
+        std::erase(keys_, key);
+        watch();
+    });
+}
+
+void Observations::look() {
+    asio::post(strand_, [this] { compareAll(); });
+}
+
+void Observations::watch() {
+    std::set<std::filesystem::path> files;
+    for (const auto& key : keys_) {
+        if (!key->file().path().empty())
+            files.insert(key->file().path());
+    }
+    watch_.reset();
+    if (!files.empty()) {
+        watch_ = FileWatch::start(strand_, files, [this] {
+            watch();
+            compareAll();
+        });
+    }
+}
+
+void Observations::compareAll() {
+    std::map<std::filesystem::path, PropertyList::Dictionary> read; // each file once
+    for (const auto& key : keys_) {
+        const auto& path = key->file().path();
+        auto found = read.find(path);
+        if (found == read.end())
+            found = read.emplace(path, key->file().values()).first;
+        key->compare(found->second);
+    }
+}
+
+} // namespace Platform

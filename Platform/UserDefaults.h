@@ -1,0 +1,83 @@
+#pragma once
+
+#include "Platform/PropertyList.h"
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace Platform {
+
+/// The user's settings of one domain, shared by all processes that open it. A handle: copies mean
+/// the same domain. Callable on any thread.
+///
+/// A value is seen as it was last stored by any process; where none is stored, the registered
+/// default counts. Settings that cannot be read count as none.
+class UserDefaults {
+public:
+    using Handler = std::function<void(const std::string& keyPath,
+                                       const std::optional<PropertyList>& newValue)>;
+
+    /// A subscription to one key, which ends with the object. When the destructor has returned, the
+    /// handler neither runs nor will run, unless it is the handler itself that ends it.
+    class Observation {
+    public:
+        Observation(Observation&& other) noexcept;
+        Observation& operator=(Observation&& other) noexcept;
+        Observation(const Observation&) = delete;
+        Observation& operator=(const Observation&) = delete;
+        ~Observation();
+
+    private:
+        friend class UserDefaults;
+        class Impl;
+        explicit Observation(std::unique_ptr<Impl> impl);
+
+        std::unique_ptr<Impl> impl_;
+    };
+
+    /// The domain of the application: named by its bundle's identifier, or by its executable where
+    /// the bundle has none.
+    static UserDefaults& standard();
+
+    /// The domain of a group of applications. Absent when it cannot be opened: for a name that no
+    /// file can have, for the name of the standard domain, and where no settings can be kept.
+    static std::optional<UserDefaults> suite(std::string_view suiteName);
+
+    /// The value under the key, whatever it is. The accessors below it take a value of another kind
+    /// for absent; nothing is converted.
+    std::optional<PropertyList> object(std::string_view key) const;
+    std::optional<std::string> string(std::string_view key) const;
+    std::optional<std::int64_t> integer(std::string_view key) const;
+    std::optional<bool> boolean(std::string_view key) const;
+    std::optional<PropertyList::Data> data(std::string_view key) const;
+
+    /// Absent also when one element is no text.
+    std::optional<std::vector<std::string>> stringArray(std::string_view key) const;
+
+    /// Stored when the call returns, or, where the system refuses, not at all. Waits for other
+    /// processes that are storing in the same domain.
+    void set(std::string_view key, PropertyList value);
+    void remove(std::string_view key);
+
+    /// Adds to the defaults that count, in this process only, in every domain that has no value.
+    void registerDefaults(const PropertyList::Dictionary& defaults);
+
+    /// Has the handler called when the key's value has become another one, by whichever process;
+    /// absent when there is none any more. The present value is not told, and of changes in quick
+    /// succession perhaps only the last. Handlers run on a queue of their own, one at a time: they
+    /// must not wait for each other.
+    [[nodiscard]] Observation observe(std::string keyPath, Handler handler) const;
+
+private:
+    class Impl;
+    explicit UserDefaults(std::shared_ptr<const Impl> impl);
+
+    std::shared_ptr<const Impl> impl_;
+};
+
+} // namespace Platform

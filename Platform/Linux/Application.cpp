@@ -8,7 +8,9 @@
 #include <fcntl.h>
 #include <glib-unix.h>
 #include <malloc.h>
+#include <sys/eventfd.h>
 
+#include <cerrno>
 #include <csignal>
 #include <cstdlib>
 #include <future>
@@ -46,19 +48,30 @@ bool isIgnored(int signal) {
 }
 
 // Every way in which a process is asked to end: by the user, by the system, and by the end of the
-// terminal or of the session. One started to outlive its terminal stays deaf to that.
+// terminal or of the session. One started to outlive its terminal stays deaf to that. (GLib's own
+// source for signals would keep a thread for them.)
 void quitOnRequest(GMainLoop* loop) {
+    static const int requests = eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
+    if (requests == -1)
+        return;
+    struct sigaction action{};
+    action.sa_flags = SA_RESTART;
+    action.sa_handler = [](int /*signal*/) {
+        const int before = errno;
+        static_cast<void>(eventfd_write(requests, 1));
+        errno = before;
+    };
     for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
-        if (signal == SIGHUP && isIgnored(signal))
-            continue;
-        g_unix_signal_add(
-            signal,
-            [](gpointer data) -> gboolean {
-                g_main_loop_quit(static_cast<GMainLoop*>(data));
-                return G_SOURCE_CONTINUE;
-            },
-            loop);
+        if (signal != SIGHUP || !isIgnored(signal))
+            sigaction(signal, &action, nullptr);
     }
+    g_unix_fd_add(
+        requests, G_IO_IN,
+        [](gint /*descriptor*/, GIOCondition /*condition*/, gpointer data) -> gboolean {
+            g_main_loop_quit(static_cast<GMainLoop*>(data));
+            return G_SOURCE_REMOVE;
+        },
+        loop);
 }
 
 // False when another process of the session runs this application, after saying so. A bus that

@@ -44,7 +44,6 @@ void Observations::add(std::shared_ptr<ObservedKey> key) {
     asio::post(strand_, [this, key = std::move(key)] {
         keys_.push_back(key);
         watch();
-        compareAll(); // what changed before the watch stood
     });
 }
 
@@ -67,11 +66,9 @@ void Observations::watch() {
     }
     watch_.reset();
     if (!files.empty()) {
-        watch_ = FileWatch::start(strand_, files, [this] {
-            watch();
-            compareAll();
-        });
+        watch_ = FileWatch::start(strand_, files, [this] { watch(); });
     }
+    compareAll();
 }
 
 void Observations::compareAll() {

@@ -52,6 +52,7 @@ public:
     void look();
 
 private:
+    /// Watches the files anew, then compares: what the watch before has not told is seen here.
     void watch();
     void compareAll();
 

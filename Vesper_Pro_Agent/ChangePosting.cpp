@@ -100,9 +100,10 @@ CorbelKit::PostedNotification describe(const JobChange& change, const ChangeWord
 
 void postChange(const JobChange& change, const ChangeFilter& filter) {
     Platform::MainThread::check();
-    if (Platform::Workspace::menuBarOwningApplicationName() == Const::App::Name::vesperPro)
-        return;
     if (!isReported(change, filter))
+        return;
+    // Last, because it asks another process.
+    if (Platform::Workspace::menuBarOwningApplicationName() == Const::App::Name::vesperPro)
         return;
     static const Platform::NeverDestroyed<ChangeWording> wording(ChangeWording::current());
     CorbelKit::postNotification(describe(change, wording.get()));

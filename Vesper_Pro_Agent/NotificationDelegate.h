@@ -1,14 +1,22 @@
 #pragma once
 
+#include "Platform/URL.h"
 #include "Platform/UserNotificationCenter.h"
+
+#include <optional>
+#include <string_view>
 
 namespace Vesper_Pro_Agent {
 
-/// Receives the user's answers to notifications. Stateless; any thread.
+/// The main application's link to the job file that a notification is about. Absent when the path
+/// is not UTF-8, for which the link has no form.
+std::optional<Platform::URL> jobLink(std::string_view path);
+
+/// Receives the user's answers to notifications: "Show" opens the job in the main application, or
+/// the main application alone where the notification names no job. Stateless; any thread.
 class NotificationDelegate final : public Platform::UserNotificationCenterDelegate {
 public:
-    /// Acknowledges the answer. (Notifications on a terminal have no buttons, so none is acted on
-    /// as long as only the terminal delivers.)
+    /// Returns at once; the handler is called when the answer was acted on, or could not be.
     void userNotificationCenterDidReceiveNotificationResponseWithCompletionHandler(
         Platform::UserNotificationCenter& center, const Platform::NotificationResponse& response,
         std::function<void()> completionHandler) override;

@@ -28,9 +28,15 @@ inline constexpr std::string_view vesperPro = "Vesper Pro";
 } // namespace Name
 
 namespace Identifier {
+inline constexpr std::string_view vesperPro = "com.tarnwell.VesperPro10";
 /// The agent of an older generation.
 inline constexpr std::string_view vesperX4Agent = "com.tarnwell.VesperX4Agent";
 } // namespace Identifier
+
+namespace URL {
+/// The scheme of the main application's job links; Base64 of the job file's path follows "://".
+inline constexpr std::string_view jobLinkScheme = "vesperpro10joburl";
+} // namespace URL
 } // namespace App
 
 namespace FileName {

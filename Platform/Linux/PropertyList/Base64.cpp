@@ -50,22 +50,4 @@ bool Base64Decoder::take(char character) {
     return true;
 }
 
-std::string base64(std::string_view bytes) {
-    std::string text;
-    text.reserve((bytes.size() + 2) / 3 * digitsOfQuantum);
-    for (std::size_t position = 0; position < bytes.size(); position += 3) {
-        const auto group = bytes.substr(position, 3);
-        std::uint32_t quantum = 0;
-        for (std::size_t index = 0; index < 3; ++index) {
-            const char byte = index < group.size() ? group[index] : '\0';
-            quantum = quantum << 8 | static_cast<unsigned char>(byte);
-        }
-        for (std::size_t index = 0; index < digitsOfQuantum; ++index) {
-            const char digit = alphabet[quantum >> (18 - 6 * index) & 0x3F];
-            text.push_back(index <= group.size() ? digit : '=');
-        }
-    }
-    return text;
-}
-
 } // namespace Platform::PropertyLists

@@ -25,6 +25,4 @@ private:
     unsigned padding_ = 0;
 };
 
-std::string base64(std::string_view bytes);
-
 } // namespace Platform::PropertyLists

@@ -1,6 +1,6 @@
 #include "Platform/Linux/PropertyList/XMLWriter.h"
 
-#include "Platform/Linux/PropertyList/Base64.h"
+#include "Platform/Base64.h"
 #include "Platform/Linux/PropertyList/TextEncodings.h"
 #include "Platform/Linux/PropertyList/XMLScalars.h"
 
@@ -143,7 +143,7 @@ bool XMLWriter::escaped(std::string_view text) {
 
 void XMLWriter::data(std::string_view bytes) {
     constexpr std::size_t lineLength = 76;
-    const auto encoded = base64(bytes);
+    const auto encoded = base64EncodedString(bytes);
     document_.push_back('\n');
     for (std::size_t position = 0; position < encoded.size(); position += lineLength) {
         indent();

@@ -1,0 +1,74 @@
+// The main application in front shows a change itself, and the agent says nothing of it.
+
+#include "Tests/Support/DesktopSession.h"
+#include "Tools/AgentTrial.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+
+namespace {
+
+using Tools::AgentTrial;
+namespace fs = std::filesystem;
+
+class FrontApplication : public ::testing::Test {
+protected:
+    void SetUp() override {
+        const auto entries = trial.home() / ".local/share/applications";
+        fs::create_directories(entries);
+        TestSupport::writeFile(entries / "com.tarnwell.VesperPro10.desktop",
+                               "[Desktop Entry]\nType=Application\nExec=vesper-pro\n"
+                               "Name=Something else\nName[de]=Vesper Pro\n");
+        trial.environment["DISPLAY"] = session.display();
+        trial.environment["LC_ALL"] = "de_DE.UTF-8";
+        // The sanitizers do not bear the way in which the wrapper would pass on gethostname.
+        trial.environment["NSS_WRAPPER_DISABLE_DEEPBIND"] = "1";
+        ASSERT_TRUE(trial.start());
+    }
+
+    fs::path change() {
+        auto job = trial.userAgents() / ("job" + std::to_string(++jobs));
+        trial.save(job, job.string());
+        return job;
+    }
+
+    void expectSilence() {
+        change();
+        EXPECT_TRUE(trial.waitUntilAtRest());
+    }
+
+    void expectReport() {
+        const auto job = change();
+        const auto line = trial.nextLine();
+        ASSERT_TRUE(line);
+        EXPECT_TRUE(line->text.ends_with("/" + job.filename().string())) << line->text;
+    }
+
+    TestSupport::DesktopSession session;
+    AgentTrial trial{CORBEL_AGENT};
+    int jobs = 0;
+};
+
+TEST_F(FrontApplication, SilencesReportsWhenItIsTheMainOneByItsLocalisedName) {
+    expectReport();
+    const TestSupport::ForeignWindow main(session.display(), "vesper", "Com.tarnwell.vesperpro10");
+    expectSilence();
+    const TestSupport::ForeignWindow other(session.display(), "vesper", "Something else");
+    expectReport();
+}
+
+TEST_F(FrontApplication, IsUnknownWhileTheXServerHangsAndOnceItIsGone) {
+    const TestSupport::ForeignWindow main(session.display(), "a", "com.tarnwell.VesperPro10");
+    expectSilence();
+    session.freeze();
+    expectReport();
+    session.thaw();
+    expectSilence();
+    session.crash();
+    expectReport();
+    EXPECT_EQ(trial.end(), EXIT_SUCCESS);
+}
+
+} // namespace

@@ -67,6 +67,7 @@ std::vector<std::string> AgentTrial::makeEnvironment() const {
         {"LD_PRELOAD", "libnss_wrapper.so"},
         {"NSS_WRAPPER_PASSWD", folder_ / "passwd"},
         {"NSS_WRAPPER_GROUP", folder_ / "group"},
+        {"NSS_WRAPPER_DISABLE_DEEPBIND", "1"}, // or a sanitizer stops the process
         {"CORBEL_LOCAL_LIBRARY", library()},
         {"NOTIFY_SOCKET", folder_ / "ready"},
         // The wrapper comes first where a sanitizer would be, which is no fault.

@@ -1,6 +1,7 @@
 #include "Vesper_Pro_Agent/LegacyCleanUp.h"
 
 #include "CorbelKit/Services/Const.h"
+#include "CorbelKit/Services/Defaults.h"
 #include "CorbelKit/Services/RunTool.h"
 
 #include <string>
@@ -10,7 +11,6 @@ namespace Vesper_Pro_Agent {
 namespace {
 
 constexpr auto defaultsTool = "/usr/bin/defaults";
-constexpr auto runAgentKey = "RunAgent";
 
 void run(std::string_view tool, std::vector<std::string> arguments) {
     CorbelKit::runTool(std::move(arguments), std::string(tool), CorbelKit::SendNewline::yes);
@@ -20,7 +20,8 @@ void run(std::string_view tool, std::vector<std::string> arguments) {
 
 void removeLegacyAgents() {
     for (const auto* domain : {"com.tarnwell.VesperX8", "com.tarnwell.VesperX9"})
-        run(defaultsTool, {"write", domain, runAgentKey, "-bool", "FALSE"});
+        run(defaultsTool,
+            {"write", domain, std::string(CorbelKit::Defaults::runAgent), "-bool", "FALSE"});
     run(CorbelKit::Const::Command::launchctl,
         {"remove", std::string(CorbelKit::Const::App::Identifier::vesperX4Agent)});
 }

@@ -129,8 +129,11 @@ void MonitorFolders::monitorDidChange(const Platform::URL& /*url*/) {
 void MonitorFolders::lookForChanges() {
     Platform::MainThread::check();
     auto jobs = scanJobs(jobFolders(), lastCheckedJobs_);
-    for (const auto& change : compareJobs(lastCheckedJobs_, jobs))
-        postChange(change, {.exceptions = exceptions(), .excludePrefixes = excludePrefixes()});
+    if (const auto changes = compareJobs(lastCheckedJobs_, jobs); !changes.empty()) {
+        const ChangeFilter filter{.exceptions = exceptions(), .excludePrefixes = excludePrefixes()};
+        for (const auto& change : changes)
+            postChange(change, filter);
+    }
     lastCheckedJobs_ = std::move(jobs);
 }
 

@@ -3,6 +3,7 @@
 #include "Platform/NeverDestroyed.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdlib>
 #include <utility>
 
@@ -64,8 +65,8 @@ const char* orAny(const std::string& text) {
 }
 
 bool isGone(const GError* error) {
-    constexpr GDBusError signs[] = {G_DBUS_ERROR_NO_REPLY, G_DBUS_ERROR_SERVICE_UNKNOWN,
-                                    G_DBUS_ERROR_NAME_HAS_NO_OWNER, G_DBUS_ERROR_DISCONNECTED};
+    constexpr std::array signs = {G_DBUS_ERROR_NO_REPLY, G_DBUS_ERROR_SERVICE_UNKNOWN,
+                                  G_DBUS_ERROR_NAME_HAS_NO_OWNER, G_DBUS_ERROR_DISCONNECTED};
     return g_error_matches(error, G_IO_ERROR, G_IO_ERROR_CLOSED) != FALSE ||
            std::ranges::any_of(signs, [error](GDBusError sign) {
                return g_error_matches(error, G_DBUS_ERROR, sign) != FALSE;
@@ -91,7 +92,7 @@ struct Call {
     static void end(GObject* connection, GAsyncResult* result, gpointer data) noexcept {
         const std::unique_ptr<Call> call(static_cast<Call*>(data));
         GError* failed = nullptr;
-        std::shared_ptr<GVariant> value(
+        const std::shared_ptr<GVariant> value(
             g_dbus_connection_call_finish(G_DBUS_CONNECTION(connection), result, &failed),
             [](GVariant* variant) {
                 if (variant != nullptr)

@@ -11,8 +11,9 @@ namespace Platform {
 
 std::size_t workerCount() {
     // At least two, so that one task held by a slow disk or a stopped terminal does not hold the
-    // timers; at most four, because more would not hash faster than a disk reads.
-    static const std::size_t count = std::clamp(std::thread::hardware_concurrency(), 2U, 4U);
+    // timers; at most three, because the main thread hashes too, and more would not hash faster
+    // than a disk reads.
+    static const std::size_t count = std::clamp(std::thread::hardware_concurrency(), 2U, 3U);
     return count;
 }
 

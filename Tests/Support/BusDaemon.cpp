@@ -31,7 +31,8 @@ pid_t spawn(std::vector<std::string> command, int standardOutput) {
     posix_spawn_file_actions_t actions{};
     posix_spawn_file_actions_init(&actions);
     posix_spawn_file_actions_adddup2(&actions, standardOutput, STDOUT_FILENO);
-    // What the bus starts may outlive it, and must hold no pipe that a test runner reads to its end.
+    // What the bus starts may outlive it, and must hold no pipe that a test runner reads to its
+    // end.
     posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
     pid_t process = -1;
     const int failure =

@@ -77,10 +77,11 @@ Connection connect(const Deadline& deadline) {
     const char* address = nullptr;
     g_variant_get(reply.get(), "(&s)", &address);
     // A set of flags, which clang's analyzer does not see in this enumeration.
-    // NOLINTNEXTLINE(clang-analyzer-optin.core.EnumCastOutOfRange)
+    // NOLINTBEGIN(clang-analyzer-optin.core.EnumCastOutOfRange)
     constexpr auto flags =
         static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
                                           G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION);
+    // NOLINTEND(clang-analyzer-optin.core.EnumCastOutOfRange)
     return Connection(
         g_dbus_connection_new_for_address_sync(address, flags, nullptr, nullptr, nullptr));
 }

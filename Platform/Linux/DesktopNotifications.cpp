@@ -161,7 +161,8 @@ void DesktopNotifications::sendWaiting() {
 void DesktopNotifications::send(Delivery delivery) {
     const auto replaced = delivered_.numberShowing(delivery.request.identifier);
     const auto arguments =
-        makeNotifyArguments(delivery.request, delivery.actions, *capabilities_, replaced);
+        makeNotifyArguments(delivery.request, delivery.actions,
+                            capabilities_.value_or(NotificationCapabilities{}), replaced);
     identifiersInFlight_.insert(delivery.request.identifier);
     call(serviceMethod("Notify", "(u)"), arguments,
          [this, owner = owner_,
@@ -231,10 +232,11 @@ void DesktopNotifications::ask(const BusMethod& method, const GVariantPtr& argum
 void DesktopNotifications::call(const BusMethod& method, const GVariantPtr& arguments,
                                 ReplyHandler handler) {
     ++callsInFlight_;
-    bus_->call(method, arguments, queue_, [this, handler = std::move(handler)](BusReply reply) {
-        --callsInFlight_;
-        handler(reply);
-    });
+    bus_->call(method, arguments, queue_,
+               [this, handler = std::move(handler)](const BusReply& reply) {
+                   --callsInFlight_;
+                   handler(reply);
+               });
 }
 
 // Sent to the owner itself: another one may have other abilities and other numbers.

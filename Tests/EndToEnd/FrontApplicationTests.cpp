@@ -59,16 +59,4 @@ TEST_F(FrontApplication, SilencesReportsWhenItIsTheMainOneByItsLocalisedName) {
     expectReport();
 }
 
-TEST_F(FrontApplication, IsUnknownWhileTheXServerHangsAndOnceItIsGone) {
-    const TestSupport::ForeignWindow main(session.display(), "a", "com.tarnwell.VesperPro10");
-    expectSilence();
-    session.freeze();
-    expectReport();
-    session.thaw();
-    expectSilence();
-    session.crash();
-    expectReport();
-    EXPECT_EQ(trial.end(), EXIT_SUCCESS);
-}
-
 } // namespace

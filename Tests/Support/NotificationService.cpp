@@ -180,9 +180,11 @@ private:
     bool appear(const std::string& address, const std::string& name) {
         connection_.reset(g_dbus_connection_new_for_address_sync(
             address.c_str(),
+            // NOLINTBEGIN(clang-analyzer-optin.core.EnumCastOutOfRange): a set of flags
             static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
                                               G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION),
             nullptr, nullptr, nullptr));
+        // NOLINTEND(clang-analyzer-optin.core.EnumCastOutOfRange)
         if (!connection_)
             return false;
         static constexpr GDBusInterfaceVTable table{

@@ -76,8 +76,9 @@ std::vector<std::string> AgentTrial::makeEnvironment() const {
     for (const auto& [name, value] : environment)
         all[name] = value;
     std::vector<std::string> list;
+    list.reserve(all.size());
     for (const auto& [name, value] : all)
-        list.push_back(name + "=" + value);
+        list.push_back(std::string(name).append("=").append(value));
     return list;
 }
 
@@ -103,6 +104,7 @@ bool AgentTrial::launch(int standardOutput) {
     std::array<char*, 2> arguments = {program.data(), nullptr};
     auto list = makeEnvironment();
     std::vector<char*> variables;
+    variables.reserve(list.size() + 1);
     for (auto& variable : list)
         variables.push_back(variable.data());
     variables.push_back(nullptr);

@@ -19,9 +19,10 @@ void run(std::string_view tool, std::vector<std::string> arguments) {
 } // namespace
 
 void removeLegacyAgents() {
-    for (const auto* domain : {"com.tarnwell.VesperX8", "com.tarnwell.VesperX9"})
+    for (const auto* domain : {"com.tarnwell.VesperX8", "com.tarnwell.VesperX9"}) {
         run(defaultsTool,
             {"write", domain, std::string(CorbelKit::Defaults::runAgent), "-bool", "FALSE"});
+    }
     run(CorbelKit::Const::Command::launchctl,
         {"remove", std::string(CorbelKit::Const::App::Identifier::vesperX4Agent)});
 }

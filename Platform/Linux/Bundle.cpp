@@ -1,7 +1,7 @@
 #include "Platform/Bundle.h"
 
-#include "Platform/FileHandle.h"
 #include "Platform/FileManager.h"
+#include "Platform/Linux/FileContents.h"
 #include "Platform/Linux/Localization.h"
 #include "Platform/NeverDestroyed.h"
 #include "Platform/TextServices.h"
@@ -19,29 +19,12 @@ using Table = std::map<std::string, std::string, std::less<>>;
 
 constexpr std::string_view localizationSuffix = ".lproj";
 
-/// Absent when the file cannot be read or is larger than any file of a bundle has reason to be.
-std::optional<std::vector<std::byte>> contentsOf(const URL& file) {
-    constexpr std::size_t largestFile = std::size_t{8} << 20U;
-    constexpr std::size_t step = std::size_t{64} << 10U;
-    auto handle = FileHandle::openForReading(file);
-    if (!handle || handle->kind() != FileHandle::Kind::regular)
-        return std::nullopt;
-    std::vector<std::byte> bytes;
-    for (;;) {
-        const auto size = bytes.size();
-        bytes.resize(size + step);
-        const auto count = handle->read(std::span(bytes).subspan(size));
-        if (!count || size + *count > largestFile)
-            return std::nullopt;
-        bytes.resize(size + *count);
-        if (*count == 0)
-            return bytes;
-    }
-}
+/// No file of a bundle has reason to be larger.
+constexpr std::size_t largestFile = std::size_t{8} << 20U;
 
 /// Empty when the file holds no dictionary.
 PropertyList::Dictionary dictionaryOf(const URL& file) {
-    const auto bytes = contentsOf(file);
+    const auto bytes = contentsOf(file, largestFile);
     auto list = bytes ? PropertyList::read(*bytes) : std::nullopt;
     auto* dictionary = list ? std::get_if<PropertyList::Dictionary>(&list->value()) : nullptr;
     return dictionary != nullptr ? std::move(*dictionary) : PropertyList::Dictionary{};

@@ -8,7 +8,6 @@
 #include <unistd.h>
 
 using Platform::URL;
-using testing::ElementsAre;
 using testing::Optional;
 using testing::UnorderedElementsAre;
 namespace FileManager = Platform::FileManager;

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <filesystem>
 #include <string>
 
@@ -57,6 +58,18 @@ TEST_F(FrontApplication, SilencesReportsWhenItIsTheMainOneByItsLocalisedName) {
     expectSilence();
     const TestSupport::ForeignWindow other(session.display(), "vesper", "Something else");
     expectReport();
+}
+
+TEST_F(FrontApplication, IsUnknownWhileTheXServerHangsAndOnceItIsGone) {
+    const TestSupport::ForeignWindow main(session.display(), "a", "com.tarnwell.VesperPro10");
+    expectSilence();
+    session.freeze();
+    expectReport();
+    session.thaw();
+    expectSilence();
+    session.crash();
+    expectReport();
+    EXPECT_EQ(trial.end(), EXIT_SUCCESS);
 }
 
 } // namespace

@@ -60,12 +60,15 @@ DesktopSession::DesktopSession()
     : server_(
           {"Xvfb", "-displayfd", "1", "-screen", "0", "640x480x24", "-nolisten", "tcp", "-noreset"})
     , display_(":" + server_.readLine()) {
+    // While it starts it would manage a new window, but not bring it to the front.
     windowManager_ = std::make_unique<ChildProcess>(
-        std::vector<std::string>{"openbox"},
+        std::vector<std::string>{"openbox", "--startup", "echo started"},
         std::vector<std::string>{"DISPLAY=" + display_, "HOME=" + folder_.path().string()});
-    const Client client(display_);
-    if (!waitUntil([&] { return client.windowOfRoot("_NET_SUPPORTING_WM_CHECK") != 0; }))
-        throw std::runtime_error("the window manager did not start");
+    for (std::string line; line != "started";) {
+        line = windowManager_->readLine();
+        if (line.empty())
+            throw std::runtime_error("the window manager did not start");
+    }
 }
 
 class ForeignWindow::Impl {

@@ -73,10 +73,10 @@ bool isGone(const GError* error) {
            });
 }
 
-BusReply failure(GError* error, const std::string& destination) {
+BusReply failure(GError* error, const std::string& method) {
     const auto outcome = isGone(error) ? BusReply::Outcome::gone : BusReply::Outcome::refused;
     g_dbus_error_strip_remote_error(error);
-    std::string description = destination + ": " + error->message;
+    std::string description = method + ": " + error->message;
     std::ranges::replace_if(
         description, [](char character) { return g_ascii_iscntrl(character) != FALSE; }, ' ');
     return {.outcome = outcome, .value = nullptr, .description = std::move(description)};
@@ -86,7 +86,7 @@ BusReply failure(GError* error, const std::string& destination) {
 struct Call {
     DispatchQueue queue;
     std::function<void(BusReply)> completion;
-    std::string destination;
+    std::string method; // with its interface
 
     // GLib is C: no exception may leave this.
     static void end(GObject* connection, GAsyncResult* result, gpointer data) noexcept {
@@ -101,7 +101,7 @@ struct Call {
         const GErrorPtr error(failed);
         BusReply reply{.outcome = BusReply::Outcome::answered, .value = value, .description = {}};
         if (error)
-            reply = failure(error.get(), call->destination);
+            reply = failure(error.get(), call->method);
         call->queue.async([completion = std::move(call->completion), reply = std::move(reply)] {
             completion(reply);
         });
@@ -164,8 +164,9 @@ void SessionBus::whenConnected(const DispatchQueue& queue,
 
 void SessionBus::call(const BusMethod& method, const GVariantPtr& arguments,
                       const DispatchQueue& queue, std::function<void(BusReply)> completion) {
-    auto call = std::make_unique<Call>(Call{
-        .queue = queue, .completion = std::move(completion), .destination = method.destination});
+    auto call = std::make_unique<Call>(Call{.queue = queue,
+                                            .completion = std::move(completion),
+                                            .method = method.interface + "." + method.name});
     const std::unique_ptr<GVariantType, decltype(&g_variant_type_free)> replyType(
         g_variant_type_new(method.replyType.c_str()), g_variant_type_free);
     g_dbus_connection_call(connection_.get(), method.destination.c_str(), method.path.c_str(),

@@ -115,6 +115,22 @@ TEST_F(DesktopNotification, WaitsForTheNumberOfWhatItReplaces) {
     EXPECT_EQ(modified->replaces, 1U);
 }
 
+TEST_F(DesktopNotification, LeavesTheServiceSixteenUnansweredAndTheRestInOrder) {
+    constexpr int mostUnanswered = 16, all = 20;
+    NotificationService service(bus.address());
+    service.setManner(NotificationService::Manner::holds);
+    start();
+    for (int number = 0; number < all; ++number)
+        trial.save(job(std::to_string(number)), std::to_string(number));
+    for (int number = 0; number < mostUnanswered; ++number)
+        ASSERT_TRUE(service.next());
+    EXPECT_TRUE(trial.waitUntilAtRest());
+    EXPECT_FALSE(service.next(std::chrono::milliseconds(0)));
+    service.answerHeld();
+    for (int number = mostUnanswered; number < all; ++number)
+        EXPECT_TRUE(service.next());
+}
+
 TEST_F(DesktopNotification, AsksEachOwnerOfTheNameWhatItCanDo) {
     NotificationService service(bus.address(), {"body"});
     start();

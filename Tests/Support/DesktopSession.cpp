@@ -71,6 +71,11 @@ DesktopSession::DesktopSession()
     }
 }
 
+bool DesktopSession::waitForActiveWindow() const {
+    const Client client(display_);
+    return waitUntil([&] { return client.windowOfRoot("_NET_ACTIVE_WINDOW") != XCB_WINDOW_NONE; });
+}
+
 class ForeignWindow::Impl {
 public:
     Impl(const std::string& display, std::string_view instanceName, std::string_view className)

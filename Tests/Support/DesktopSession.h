@@ -18,6 +18,9 @@ public:
     /// For the environment variable DISPLAY.
     const std::string& display() const { return display_; }
 
+    /// Until some window is in front; false when none came to it.
+    bool waitForActiveWindow() const;
+
     /// Has the X server stand still, and go on.
     void freeze() const { server_.send(SIGSTOP); }
 

@@ -91,12 +91,16 @@ protected:
 TEST_F(Answer, ShowOpensTheJobOrTheApplicationAndAnyOtherAnswerNothing) {
     const BusDaemon bus;
     NotificationService service(bus.address());
+    NotificationService stranger(bus.address(), {}, "org.example.Stranger");
     installApplication();
     start(bus);
     const std::string noDescriptorNoSignal = "\n0000000\n";
 
     const auto job = trial.userAgents() / "\u00FF~~~???.plist"; // a "+" and a "/" in the link
     const auto added = shown(service, job);
+    stranger.emitActionInvoked(added.number, "ShowAction");
+    service.emitActionInvoked(added.number + 1000, "ShowAction");
+    service.emitActivationToken(added.number + 1000, "token of another");
     service.emitActionInvoked(added.number, "default");
     EXPECT_TRUE(TestSupport::waitUntil([&] { return !contentOf(log).empty(); }));
     service.emitActivationToken(added.number, "token-1");
@@ -111,6 +115,15 @@ TEST_F(Answer, ShowOpensTheJobOrTheApplicationAndAnyOtherAnswerNothing) {
     service.emitActionInvoked(deleted->number, "ShowAction");
     expectStarts(start + "0 arguments: ; , ; " + noDescriptorNoSignal);
     EXPECT_EQ(contentOf(log), "Unknown action\n");
+
+    service.vanish();
+    service.comeBack({"actions"});
+    service.emitActionInvoked(added.number, "ShowAction"); // the number of another owner's
+    const auto next = trial.userAgents() / "next.plist";
+    service.emitActionInvoked(shown(service, next).number, "ShowAction");
+    TestSupport::waitUntil([&] { return starts().find(link(next)) != std::string::npos; });
+    EXPECT_EQ(starts().find(link(job), start.size()), std::string::npos);
+    EXPECT_NE(starts().find(link(next)), std::string::npos);
 }
 
 TEST_F(Answer, AsksTheBusForAnApplicationThatWantsIt) {

@@ -187,18 +187,6 @@ TEST_F(DesktopNotification, RestsWhileConnected) {
     EXPECT_TRUE(trial.waitUntilAtRest());
 }
 
-TEST_F(DesktopNotification, LivesWithAnswersThatAreNotForIt) {
-    NotificationService service(bus.address());
-    NotificationService stranger(bus.address(), {}, "org.example.Stranger");
-    start();
-    const auto call = shown(service, "x.plist");
-    stranger.emitActionInvoked(call.number, "ShowAction");
-    stranger.emitNotificationClosed(call.number, 2);
-    service.emitActionInvoked(call.number + 1000, "ShowAction");
-    service.emitActionInvoked(call.number, "default");
-    EXPECT_EQ(shown(service, "x.plist").replaces, call.number);
-}
-
 TEST_F(DesktopNotification, IsNotHeldUpByAnActivationThatHangs) {
     const BusDaemon slow(
         BusDaemon::ActivatableServices{{NotificationService::standardName, "/bin/sleep 20"}});

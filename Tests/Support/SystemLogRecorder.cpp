@@ -5,21 +5,15 @@
 #include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
-#include <memory>
+#include <fstream>
 
 namespace {
 
-struct CloseFile {
-    void operator()(FILE* file) const { static_cast<void>(std::fclose(file)); }
-};
-
 void record(const char* format, va_list arguments) {
-    const char* path = std::getenv("CORBEL_SYSTEM_LOG");
-    const std::unique_ptr<FILE, CloseFile> log(path != nullptr ? std::fopen(path, "a") : nullptr);
-    if (!log)
-        return;
-    std::vfprintf(log.get(), format, arguments);
-    std::fputc('\n', log.get());
+    std::array<char, 1000> line{};
+    std::vsnprintf(line.data(), line.size(), format, arguments);
+    if (const char* const path = std::getenv("CORBEL_SYSTEM_LOG"))
+        std::ofstream(path, std::ios::app) << line.data() << '\n';
 }
 
 } // namespace
@@ -34,6 +28,7 @@ __attribute__((visibility("default"))) void syslog(int /*priority*/, const char*
     va_end(arguments);
 }
 
+// NOLINTNEXTLINE(readability-identifier-naming): the C library's name
 __attribute__((visibility("default"))) void __syslog_chk(int /*priority*/, int /*flag*/,
                                                          const char* format, ...) {
     va_list arguments;

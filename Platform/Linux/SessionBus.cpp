@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <array>
 #include <cstdlib>
+#include <filesystem>
+#include <system_error>
 #include <utility>
 
 namespace Platform {
@@ -45,11 +47,9 @@ private:
     GSource* source_;
 };
 
-// Without an address GIO would look for a bus elsewhere, and start one in the end. With one, it
-// shares the connection among all that use it in this process.
+// GIO shares the connection among all that use it in this process.
 std::unique_ptr<SessionBus> connect() {
-    const char* const address = std::getenv("DBUS_SESSION_BUS_ADDRESS");
-    if (address == nullptr || *address == '\0')
+    if (!sessionHasBus())
         return nullptr;
     const Deadline deadline(SessionBus::deadline);
     GObjectPtr<GDBusConnection> connection(
@@ -132,6 +132,16 @@ struct Listener {
 };
 
 } // namespace
+
+bool sessionHasBus() {
+    const char* const address = std::getenv("DBUS_SESSION_BUS_ADDRESS");
+    if (address != nullptr && *address != '\0')
+        return true;
+    const char* const folder = std::getenv("XDG_RUNTIME_DIR");
+    std::error_code ignored;
+    return folder != nullptr &&
+           std::filesystem::is_socket(std::filesystem::path(folder) / "bus", ignored);
+}
 
 BusMethod busDriverMethod(std::string name, std::string replyType) {
     return {.destination = driverName,

@@ -180,6 +180,16 @@ TEST_F(DesktopNotification, GoesToTheTerminalUntilAServiceAppears) {
     expectNextLine("New: " + agents + "z.plist");
 }
 
+TEST_F(DesktopNotification, FindsTheBusInTheUsersRuntimeFolder) {
+    NotificationService service(bus.address());
+    const std::string prefix = "unix:path=";
+    const fs::path socket =
+        bus.address().substr(prefix.size(), bus.address().find(',') - prefix.size());
+    trial.environment["XDG_RUNTIME_DIR"] = socket.parent_path();
+    ASSERT_TRUE(trial.start());
+    shown(service, "x.plist");
+}
+
 TEST_F(DesktopNotification, RestsWhileConnected) {
     NotificationService service(bus.address());
     start();

@@ -1,9 +1,11 @@
 #!/usr/bin/env python3
 """Writes what the linker needs to know of the system's frameworks: one text stub for each folder of
-stub headers, which exports what those headers declare and no more, and one for the Objective-C
-runtime. Usage: text_stubs.py <folder of stub headers> <folder to write>"""
+stub headers, which exports what those headers declare and no more, and one each for the Objective-C
+runtime and for expat, which is part of the system and whose header is everywhere the same.
+Usage: text_stubs.py <folder of stub headers> <folder to write>"""
 import pathlib
 import re
+import shutil
 import sys
 
 TARGETS = "[ arm64-macos, x86_64-macos ]"
@@ -70,11 +72,22 @@ def write_framework(folder, sdk):
                exported_symbols(text) | set(IMPLIED_SYMBOLS.get(name, [])), exported_classes(text))
 
 
+def write_expat(sdk):
+    (sdk / "usr/include").mkdir(parents=True, exist_ok=True)
+    for name in ("expat.h", "expat_external.h"):
+        shutil.copy(f"/usr/include/{name}", sdk / "usr/include")
+    text = (sdk / "usr/include/expat.h").read_text()
+    functions = re.findall(r"^XMLPARSEAPI\([^)]*\)\s+(\w+)\(", text, flags=re.M)
+    write_stub(sdk / "usr/lib/libexpat.tbd", "/usr/lib/libexpat.1.dylib",
+               ["_" + name for name in functions], [])
+
+
 def main():
     headers, sdk = map(pathlib.Path, sys.argv[1:])
     for folder in sorted(path for path in headers.iterdir() if path.is_dir()):
         write_framework(folder, sdk)
     write_stub(sdk / "usr/lib/libobjc.tbd", "/usr/lib/libobjc.A.dylib", RUNTIME_SYMBOLS, ["NSObject"])
+    write_expat(sdk)
 
 
 main()

@@ -1,4 +1,4 @@
-#include "Platform/Linux/FileSystemPath.h"
+#include "Platform/POSIX/FileSystemPath.h"
 
 namespace Platform {
 

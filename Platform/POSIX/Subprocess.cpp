@@ -1,8 +1,8 @@
 #include "Platform/Subprocess.h"
 
-#include "Platform/Linux/ChildProcess.h"
-#include "Platform/Linux/FileSystemPath.h"
-#include "Platform/Linux/SystemError.h"
+#include "Platform/POSIX/ChildProcess.h"
+#include "Platform/POSIX/FileSystemPath.h"
+#include "Platform/POSIX/SystemError.h"
 
 #include <fcntl.h>
 #include <spawn.h>
@@ -12,6 +12,9 @@
 #include <array>
 #include <cerrno>
 #include <csignal>
+
+extern "C" char**
+    environ; // NOLINT(readability-redundant-declaration): not every system's header has it
 
 namespace Platform {
 namespace {
@@ -72,6 +75,7 @@ public:
 
     /// Zero or an `errno` value.
     int setStandardStreams(const std::array<int, 3>& descriptors) {
+        constexpr int firstOther = 3;
         for (int stream = 0; stream < 3; ++stream) {
             // By way of a copy above the three, so that none is overwritten before it is copied.
             const int copy = fcntl(descriptors.at(static_cast<std::size_t>(stream)),
@@ -82,39 +86,41 @@ public:
             if (const int code = posix_spawn_file_actions_adddup2(&actions_, copy, stream))
                 return code;
         }
-        return posix_spawn_file_actions_addclosefrom_np(&actions_, firstOther);
+        return 0;
     }
 
-    const posix_spawn_file_actions_t* get() const { return &actions_; }
+    posix_spawn_file_actions_t* get() { return &actions_; }
 
 private:
-    static constexpr int firstOther = 3;
-
     posix_spawn_file_actions_t actions_{};
     std::vector<FileHandle> copies_;
 };
 
-/// No signal is blocked or ignored in the started process, whatever is here.
-class DefaultSignals {
+/// The rest of what the started process is to be like.
+class Attributes {
 public:
-    DefaultSignals() {
+    Attributes() { posix_spawnattr_init(&attributes_); }
+
+    ~Attributes() { posix_spawnattr_destroy(&attributes_); }
+
+    Attributes(const Attributes&) = delete;
+    Attributes& operator=(const Attributes&) = delete;
+    Attributes(Attributes&&) = delete;
+    Attributes& operator=(Attributes&&) = delete;
+
+    /// No signal is blocked or ignored in the started process, whatever is here.
+    void setDefaultSignals() {
         sigset_t signals;
-        posix_spawnattr_init(&attributes_);
         sigemptyset(&signals);
         posix_spawnattr_setsigmask(&attributes_, &signals);
         sigfillset(&signals);
+        for (const int unchangeable : {SIGKILL, SIGSTOP})
+            sigdelset(&signals, unchangeable);
         posix_spawnattr_setsigdefault(&attributes_, &signals);
         posix_spawnattr_setflags(&attributes_, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
     }
 
-    ~DefaultSignals() { posix_spawnattr_destroy(&attributes_); }
-
-    DefaultSignals(const DefaultSignals&) = delete;
-    DefaultSignals& operator=(const DefaultSignals&) = delete;
-    DefaultSignals(DefaultSignals&&) = delete;
-    DefaultSignals& operator=(DefaultSignals&&) = delete;
-
-    const posix_spawnattr_t* get() const { return &attributes_; }
+    posix_spawnattr_t* get() { return &attributes_; }
 
 private:
     posix_spawnattr_t attributes_{};
@@ -131,12 +137,15 @@ std::optional<Error> Subprocess::launch() const {
     if (ownArguments.holdsNUL() || ownEnvironment.holdsNUL())
         return systemError(*path, EINVAL);
     FileActions fileActions;
-    const DefaultSignals signals;
+    Attributes attributes;
+    attributes.setDefaultSignals();
     pid_t child = 0;
     int code = fileActions.setStandardStreams({standardInput, standardOutput, standardError});
+    if (code == 0)
+        code = closeAllButStandardStreams(*fileActions.get(), *attributes.get());
     if (code == 0) {
         code =
-            posix_spawn(&child, path->c_str(), fileActions.get(), signals.get(),
+            posix_spawn(&child, path->c_str(), fileActions.get(), attributes.get(),
                         ownArguments.pointers(), environment ? ownEnvironment.pointers() : environ);
     }
     if (code != 0)

@@ -1,13 +1,12 @@
 #include "Platform/FileHandle.h"
 
-#include "Platform/Linux/FileSystemPath.h"
-#include "Platform/Linux/SystemError.h"
+#include "Platform/POSIX/FileSystemPath.h"
+#include "Platform/POSIX/SystemError.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <array>
 #include <cerrno>
 #include <utility>
 
@@ -89,14 +88,6 @@ std::optional<Error> FileHandle::close() {
     if (::close(std::exchange(fileDescriptor_, -1)) != 0)
         return systemError("cannot close", errno);
     return std::nullopt;
-}
-
-std::optional<Pipe> Pipe::make() {
-    std::array<int, 2> ends{};
-    if (pipe2(ends.data(), O_CLOEXEC) != 0)
-        return std::nullopt;
-    return Pipe{.fileHandleForReading = FileHandle(ends[0]),
-                .fileHandleForWriting = FileHandle(ends[1])};
 }
 
 } // namespace Platform

@@ -1,20 +1,15 @@
 #include "Platform/URL.h"
 
-#include <glib.h>
+#include "Platform/FileManager.h"
+#include "Platform/URLSyntax.h"
 
 #include <algorithm>
 #include <array>
-#include <filesystem>
-#include <memory>
 
 namespace Platform {
 namespace {
 
 constexpr std::string_view fileScheme = "file:";
-
-struct ReleaseBytes {
-    void operator()(GBytes* bytes) const { g_bytes_unref(bytes); }
-};
 
 using ByteSet = std::array<bool, 256>;
 
@@ -45,7 +40,6 @@ void appendEscaped(std::string& text, std::string_view path) {
         text += path;
         return;
     }
-    // GLib's function is of no use here: it takes a NUL for a byte that needs no escape.
     constexpr std::string_view digits = "0123456789ABCDEF";
     for (const char byte : path) {
         const auto value = static_cast<unsigned char>(byte);
@@ -57,16 +51,33 @@ void appendEscaped(std::string& text, std::string_view path) {
     }
 }
 
+constexpr std::string_view hexDigits = "0123456789abcdefABCDEF";
+
+unsigned hexValue(char digit) {
+    const auto index = hexDigits.find(digit);
+    return static_cast<unsigned>(index < 16 ? index : index - 6);
+}
+
+bool holdsWholeEscapes(std::string_view text) {
+    for (auto escape = text.find('%'); escape != std::string_view::npos; escape = text.find('%')) {
+        text.remove_prefix(escape + 1);
+        const auto digits = text.substr(0, 2);
+        if (digits.size() < 2 || digits.find_first_not_of(hexDigits) != std::string_view::npos)
+            return false;
+    }
+    return true;
+}
+
+/// All escapes are whole: no URL is made otherwise.
 std::string decoded(std::string_view path) {
-    if (path.find('%') == std::string_view::npos)
-        return std::string(path);
-    const std::unique_ptr<GBytes, ReleaseBytes> bytes(
-        g_uri_unescape_bytes(path.data(), static_cast<gssize>(path.size()), nullptr, nullptr));
-    if (!bytes)
-        return std::string(path);
-    gsize size = 0;
-    const auto* data = static_cast<const char*>(g_bytes_get_data(bytes.get(), &size));
-    return {data, size};
+    std::string bytes;
+    bytes.reserve(path.size());
+    for (auto escape = path.find('%'); escape != std::string_view::npos; escape = path.find('%')) {
+        bytes += path.substr(0, escape);
+        bytes += static_cast<char>(hexValue(path[escape + 1]) << 4U | hexValue(path[escape + 2]));
+        path.remove_prefix(escape + 3);
+    }
+    return bytes.append(path);
 }
 
 std::string_view withoutTrailingSlashes(std::string_view path) {
@@ -105,21 +116,16 @@ struct Parts {
     std::string_view after;
 };
 
-/// The current folder, ending in a slash.
-std::string currentFolder() {
-    std::error_code error;
-    const auto folder = std::filesystem::current_path(error);
-    // A current folder that was removed has no path any more, but it still has this name.
-    return error ? "/proc/self/cwd/" : (folder / "").string();
-}
-
 } // namespace
 
 URL URL::file(std::string_view path, DirectoryHint hint) {
     std::string text = "file://";
     text.reserve(text.size() + path.size() + 1);
-    if (!path.starts_with('/'))
-        appendEscaped(text, currentFolder());
+    if (!path.starts_with('/')) {
+        appendEscaped(text, FileManager::currentDirectoryPath());
+        if (!text.ends_with('/'))
+            text += '/';
+    }
     const auto name = withoutTrailingSlashes(path);
     appendEscaped(text, name);
     if (wantsTrailingSlash(path, hint) && !text.ends_with('/'))
@@ -128,10 +134,10 @@ URL URL::file(std::string_view path, DirectoryHint hint) {
 }
 
 std::optional<URL> URL::parse(std::string_view text) {
-    if (!holdsOnly(text, urlBytes))
+    if (!holdsOnly(text, urlBytes) || !holdsWholeEscapes(text))
         return std::nullopt;
     URL url{std::string(text)};
-    if (g_uri_is_valid(url.text_.c_str(), G_URI_FLAGS_ENCODED, nullptr) == FALSE)
+    if (!isAbsoluteURL(url.text_))
         return std::nullopt;
     // No file has a name with a NUL in it; the system would take such a path for a shorter one.
     if (url.isFileURL() && text.find("%00") != std::string_view::npos)
@@ -140,8 +146,9 @@ std::optional<URL> URL::parse(std::string_view text) {
 }
 
 bool URL::isFileURL() const {
-    return text_.size() >= fileScheme.size() &&
-           g_ascii_strncasecmp(text_.data(), fileScheme.data(), fileScheme.size()) == 0;
+    return std::ranges::equal(
+        std::string_view(text_).substr(0, fileScheme.size()), fileScheme,
+        [](char byte, char lower) { return byte == lower || byte + ('a' - 'A') == lower; });
 }
 
 bool URL::hasDirectoryPath() const {

@@ -1,6 +1,6 @@
 // The main application in front shows a change itself, and the agent says nothing of it.
 
-#include "Tests/Support/DesktopSession.h"
+#include "Tests/Support/Linux/DesktopSession.h"
 #include "Tools/AgentTrial.h"
 
 #include <gtest/gtest.h>

@@ -76,7 +76,8 @@ def write_expat(sdk):
     (sdk / "usr/include").mkdir(parents=True, exist_ok=True)
     for name in ("expat.h", "expat_external.h"):
         shutil.copy(f"/usr/include/{name}", sdk / "usr/include")
-    text = (sdk / "usr/include/expat.h").read_text()
+    header = (sdk / "usr/include/expat.h").read_text()
+    text = re.sub(r"XML_ATTR_\w+(\([^)]*\))?", "", header)
     functions = re.findall(r"^XMLPARSEAPI\([^)]*\)\s+(\w+)\(", text, flags=re.M)
     write_stub(sdk / "usr/lib/libexpat.tbd", "/usr/lib/libexpat.1.dylib",
                ["_" + name for name in functions], [])

@@ -10,3 +10,10 @@
 #define CF_OPTIONS(type, name) enum name : type name; enum name : type
 #endif
 #define CF_ENUM(type, name) enum name : type name; enum name : type
+typedef double CFTimeInterval;
+typedef const struct __CFString* CFStringRef;
+typedef CFStringRef CFRunLoopMode;
+typedef CF_ENUM(int, CFRunLoopRunResult) { kCFRunLoopRunFinished = 1 };
+CF_EXPORT const CFRunLoopMode kCFRunLoopDefaultMode;
+CF_EXPORT CFRunLoopRunResult CFRunLoopRunInMode(CFRunLoopMode mode, CFTimeInterval seconds,
+                                                unsigned char returnAfterSourceHandled);

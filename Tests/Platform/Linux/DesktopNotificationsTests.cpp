@@ -2,12 +2,12 @@
 
 #include "Platform/Linux/ActivationToken.h"
 #include "Platform/UserNotificationCenter.h"
-#include "Tests/Support/BusDaemon.h"
 #include "Tests/Support/EnvironmentVariable.h"
-#include "Tests/Support/NotificationService.h"
+#include "Tests/Support/Linux/BusDaemon.h"
+#include "Tests/Support/Linux/NotificationService.h"
+#include "Tests/Support/MainLoop.h"
 #include "Tests/Support/WaitUntil.h"
 
-#include <glib.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -45,8 +45,7 @@ private:
 // The bus's answers come through the main context.
 bool waitInMainContext(const std::function<bool()>& condition) {
     return TestSupport::waitUntil([&] {
-        while (g_main_context_iteration(nullptr, FALSE) != FALSE)
-            continue;
+        TestSupport::drainMainLoop();
         return condition();
     });
 }

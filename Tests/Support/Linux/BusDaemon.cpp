@@ -1,4 +1,4 @@
-#include "Tests/Support/BusDaemon.h"
+#include "Tests/Support/Linux/BusDaemon.h"
 
 #include <fcntl.h>
 #include <spawn.h>

@@ -1,4 +1,4 @@
-#include "Tests/Support/DesktopSession.h"
+#include "Tests/Support/Linux/DesktopSession.h"
 
 #include "Tests/Support/WaitUntil.h"
 

@@ -1,4 +1,4 @@
-#include "Tests/Support/NotificationService.h"
+#include "Tests/Support/Linux/NotificationService.h"
 
 #include <gio/gio.h>
 

@@ -83,12 +83,12 @@ def write_expat(sdk):
                ["_" + name for name in functions], [])
 
 
-def main():
-    headers, sdk = map(pathlib.Path, sys.argv[1:])
+def write_all(headers, sdk):
     for folder in sorted(path for path in headers.iterdir() if path.is_dir()):
         write_framework(folder, sdk)
     write_stub(sdk / "usr/lib/libobjc.tbd", "/usr/lib/libobjc.A.dylib", RUNTIME_SYMBOLS, ["NSObject"])
     write_expat(sdk)
 
 
-main()
+if __name__ == "__main__":
+    write_all(*map(pathlib.Path, sys.argv[1:]))

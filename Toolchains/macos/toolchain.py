@@ -12,6 +12,10 @@ def system_headers():
     return str(folder() / "zig/lib/libc/include/any-macos-any")
 
 
+def libsystem_stub():
+    return folder() / "zig/lib/libc/darwin/libSystem.tbd"
+
+
 def declaration_table():
     return (folder() / "metadata/build/RelWithDebInfo/NativeScript.apple.node/macos-arm64"
             / "NativeScript.framework/Versions/0.1.0/NativeScript")

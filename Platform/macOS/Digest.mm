@@ -21,7 +21,8 @@ SHA256::SHA256(SHA256&&) noexcept = default;
 SHA256& SHA256::operator=(SHA256&&) noexcept = default;
 
 void SHA256::update(std::span<const std::byte> bytes) {
-    constexpr std::size_t most = std::numeric_limits<CC_LONG>::max(); // CommonCrypto counts in 32 bits
+    constexpr std::size_t most =
+        std::numeric_limits<CC_LONG>::max(); // CommonCrypto counts in 32 bits
     while (!bytes.empty()) {
         const auto part = bytes.first(std::min(bytes.size(), most));
         CC_SHA256_Update(&impl_->context, part.data(), static_cast<CC_LONG>(part.size()));

@@ -11,7 +11,8 @@ namespace Platform {
 /// nil when the bytes are not UTF-8.
 NSString* foundationText(std::string_view text);
 
-/// UTF-8. Half a surrogate pair, which UTF-8 has no form for, is replaced; nil gives the empty text.
+/// UTF-8. Half a surrogate pair, which UTF-8 has no form for, is replaced; nil gives the empty
+/// text.
 std::string portableText(NSString* text);
 
 } // namespace Platform

@@ -9,6 +9,7 @@
 #define NS_ENUM(type, name) CF_ENUM(type, name)
 #define NS_OPTIONS(type, name) CF_OPTIONS(type, name)
 #define FOUNDATION_EXPORT CF_EXPORT
+#define NS_RETURNS_INNER_POINTER __attribute__((objc_returns_inner_pointer))
 
 @class NSArray<__covariant T>, NSData, NSDictionary<__covariant K, __covariant V>, NSError, NSLocale;
 
@@ -34,6 +35,7 @@ typedef struct {
 enum : NSStringEncoding { NSUTF8StringEncoding = 4 };
 
 @interface NSString : NSObject <NSCopying>
++ (instancetype)stringWithFormat:(NSString*)format, ... __attribute__((format(__NSString__, 1, 2)));
 - (instancetype)initWithBytes:(const void*)bytes length:(NSUInteger)len encoding:(NSStringEncoding)encoding;
 - (NSData*)dataUsingEncoding:(NSStringEncoding)encoding allowLossyConversion:(BOOL)lossy;
 - (NSString*)capitalizedStringWithLocale:(NSLocale*)locale;
@@ -46,7 +48,7 @@ typedef NS_OPTIONS(NSUInteger, NSDataBase64EncodingOptions) { NSDataBase64Encodi
 + (instancetype)dataWithBytes:(const void*)bytes length:(NSUInteger)length;
 - (NSString*)base64EncodedStringWithOptions:(NSDataBase64EncodingOptions)options;
 @property(readonly) NSUInteger length;
-@property(readonly) const void* bytes;
+@property(readonly) const void* bytes NS_RETURNS_INNER_POINTER;
 @end
 
 @interface NSArray<__covariant T> : NSObject <NSCopying, NSFastEnumeration>
@@ -79,7 +81,7 @@ __attribute__((objc_exception))
 @property(readonly, copy) NSString* absoluteString;
 @property(readonly, getter=isFileURL) BOOL fileURL;
 @property(readonly) BOOL hasDirectoryPath;
-@property(readonly) const char* fileSystemRepresentation;
+@property(readonly) const char* fileSystemRepresentation NS_RETURNS_INNER_POINTER;
 @end
 
 @interface NSURLComponents : NSObject <NSCopying>
@@ -108,7 +110,6 @@ typedef NS_OPTIONS(NSUInteger, NSSearchPathDomainMask) { NSLocalDomainMask = 2 }
 @interface NSFileManager : NSObject
 @property(class, readonly, strong) NSFileManager* defaultManager;
 - (NSArray<NSURL*>*)URLsForDirectory:(NSSearchPathDirectory)directory inDomains:(NSSearchPathDomainMask)domains;
-- (const char*)fileSystemRepresentationWithPath:(NSString*)path;
 @property(readonly, copy) NSString* currentDirectoryPath;
 @end
 

@@ -16,12 +16,15 @@ UNNotificationRequest* foundationRequest(const NotificationRequest& request);
 NSSet<UNNotificationCategory*>*
 foundationCategories(const std::vector<NotificationCategory>& categories);
 
-NotificationResponse portableResponse(UNNotificationResponse* response);
-NotificationSettings portableSettings(UNNotificationSettings* settings);
-std::vector<NotificationCategory> portableCategories(NSSet<UNNotificationCategory*>* categories);
+// Called by the system's call-backs, which an exception must not leave.
+
+NotificationResponse portableResponse(UNNotificationResponse* response) noexcept;
+NotificationSettings portableSettings(UNNotificationSettings* settings) noexcept;
+std::vector<NotificationCategory>
+portableCategories(NSSet<UNNotificationCategory*>* categories) noexcept;
 
 /// Absent for nil.
-std::optional<Error> portableError(NSError* error);
-Error portableError(NSException* exception);
+std::optional<Error> portableError(NSError* error) noexcept;
+Error portableError(NSException* exception) noexcept;
 
 } // namespace Platform

@@ -110,30 +110,31 @@ foundationCategories(const std::vector<NotificationCategory>& categories) {
     return [NSSet setWithArray:result];
 }
 
-NotificationResponse portableResponse(UNNotificationResponse* response) {
+NotificationResponse portableResponse(UNNotificationResponse* response) noexcept {
     return {.actionIdentifier = portableText(response.actionIdentifier),
             .request = portableRequest(response.notification.request)};
 }
 
-NotificationSettings portableSettings(UNNotificationSettings* settings) {
+NotificationSettings portableSettings(UNNotificationSettings* settings) noexcept {
     return {.authorizationStatus = portableStatus(settings.authorizationStatus),
             .alertSetting = portableSetting(settings.alertSetting)};
 }
 
-std::vector<NotificationCategory> portableCategories(NSSet<UNNotificationCategory*>* categories) {
+std::vector<NotificationCategory>
+portableCategories(NSSet<UNNotificationCategory*>* categories) noexcept {
     std::vector<NotificationCategory> result;
     for (UNNotificationCategory* category in categories)
         result.push_back(portableCategory(category));
     return result;
 }
 
-std::optional<Error> portableError(NSError* error) {
+std::optional<Error> portableError(NSError* error) noexcept {
     if (error == nil)
         return std::nullopt;
     return Error{portableText(error.localizedDescription)};
 }
 
-Error portableError(NSException* exception) {
+Error portableError(NSException* exception) noexcept {
     return {portableText(exception.reason)};
 }
 

@@ -16,7 +16,7 @@ NSURLComponents* componentsOf(NSString* text) {
 
 bool isAbsoluteURL(const std::string& text) {
     @autoreleasepool {
-        return componentsOf(foundationText(text)).scheme != nil;
+        return componentsOf(foundationText(text)).scheme.length > 0;
     }
 }
 

@@ -35,13 +35,13 @@ std::shared_ptr<UserNotificationCenterDelegate> currentDelegate() {
 }
 
 void forward(UNNotificationResponse* answer, void (^completionHandler)(void)) noexcept {
-    queue().async([response = portableResponse(answer), completionHandler] {
+    void (^const complete)(void) = [completionHandler copy];
+    queue().async([response = portableResponse(answer), complete] {
         if (const auto delegate = currentDelegate()) {
             delegate->userNotificationCenterDidReceiveNotificationResponseWithCompletionHandler(
-                UserNotificationCenter::current(), response,
-                [completionHandler] { completionHandler(); });
+                UserNotificationCenter::current(), response, [complete] { complete(); });
         } else {
-            completionHandler();
+            complete();
         }
     });
 }

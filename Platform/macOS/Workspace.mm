@@ -1,5 +1,6 @@
 #include "Platform/Workspace.h"
 
+#include "Platform/MainThread.h"
 #include "Platform/macOS/FoundationURL.h"
 #include "Platform/macOS/Text.h"
 
@@ -8,6 +9,7 @@
 namespace Platform::Workspace {
 
 std::optional<std::string> menuBarOwningApplicationName() {
+    MainThread::check();
     @autoreleasepool {
         NSString* const name = NSWorkspace.sharedWorkspace.menuBarOwningApplication.localizedName;
         return name == nil ? std::optional<std::string>() : portableText(name);

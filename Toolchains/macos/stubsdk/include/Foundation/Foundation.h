@@ -39,6 +39,7 @@ enum : NSStringEncoding { NSUTF8StringEncoding = 4 };
 - (instancetype)initWithBytes:(const void*)bytes length:(NSUInteger)len encoding:(NSStringEncoding)encoding;
 - (NSData*)dataUsingEncoding:(NSStringEncoding)encoding allowLossyConversion:(BOOL)lossy;
 - (NSString*)capitalizedStringWithLocale:(NSLocale*)locale;
+@property(readonly) NSUInteger length;
 @property(readonly, copy) NSString* lowercaseString;
 @end
 

@@ -9,16 +9,10 @@ set(CMAKE_SYSTEM_PROCESSOR ${CORBEL_MACOS_ARCHITECTURE})
 set(CORBEL_TEXT_STUBS ${CMAKE_BINARY_DIR}/TextStubs CACHE PATH "What the frameworks export")
 list(APPEND CMAKE_TRY_COMPILE_PLATFORM_VARIABLES CORBEL_MACOS_ARCHITECTURE CORBEL_TEXT_STUBS)
 
-string(REPLACE arm64 aarch64 architecture ${CORBEL_MACOS_ARCHITECTURE})
-if(DEFINED ENV{XDG_CACHE_HOME})
-    set(runtime $ENV{XDG_CACHE_HOME}/corbel-macos/runtime-${architecture})
-else()
-    set(runtime $ENV{HOME}/.cache/corbel-macos/runtime-${architecture})
-endif()
-if(NOT EXISTS ${runtime})
-    message(FATAL_ERROR "There is no macOS toolchain: run Scripts/install-macos-toolchain first")
-endif()
+include(${CMAKE_CURRENT_LIST_DIR}/Installation.cmake)
+corbel_find_runtime(${CORBEL_MACOS_ARCHITECTURE} runtime)
 
+string(REPLACE arm64 aarch64 architecture ${CORBEL_MACOS_ARCHITECTURE})
 foreach(language CXX OBJCXX)
     set(CMAKE_${language}_COMPILER ${CMAKE_CURRENT_LIST_DIR}/zig c++ -target ${architecture}-macos.13.0)
     # zig leaves out frame pointers when it optimises, and adds a trapping sanitizer when not.
@@ -45,7 +39,7 @@ string(CONCAT link
     "--ld-path=${CORBEL_LINKER} -mlinker-version=705 -nostdlib -isysroot ${CORBEL_TEXT_STUBS} "
     "-Wl,-dead_strip,-adhoc_codesign,-exported_symbol,__mh_execute_header "
     "<CMAKE_CXX_LINK_FLAGS> <LINK_FLAGS> <OBJECTS> -o <TARGET> <LINK_LIBRARIES> "
-    "${runtime}/libc++.a ${runtime}/libc++abi.a ${runtime}/libcompiler_rt.a ${runtime}/libSystem.tbd")
+    "${runtime}/libc++.a ${runtime}/libc++abi.a ${runtime}/libcompiler_rt.a ${CORBEL_TOOLCHAIN}/zig/lib/libc/darwin/libSystem.tbd")
 set(CMAKE_CXX_LINK_EXECUTABLE "${link}")
 set(CMAKE_OBJCXX_LINK_EXECUTABLE "${link}")
 

@@ -102,7 +102,7 @@ UserDefaults::Observation&
 UserDefaults::Observation::operator=(Observation&& other) noexcept = default;
 UserDefaults::Observation::~Observation() = default;
 
-UserDefaults::Observation UserDefaults::observe(std::string keyPath, Handler handler) const {
+UserDefaults::Observation UserDefaults::observe(const std::string& keyPath, Handler handler) const {
     @autoreleasepool {
         return Observation(std::make_unique<Observation::Impl>(
             std::make_shared<ObservedKey>(impl_->defaults, keyPath, std::move(handler))));

@@ -62,7 +62,8 @@ public:
                                         "{ echo \"$#\" \"$1\" \"$XDG_ACTIVATION_TOKEN\"\n"
                                         "  echo \"$DESKTOP_STARTUP_ID\" \"$NOTIFY_SOCKET\"\n"
                                         "  sed -n 's/^SigIgn:[[:space:]]*//p' /proc/$$/status\n"
-                                        "  ls /proc/$$/fd | grep -c '^[3-9]$'\n"
+                                        "  ls /proc/$$/fd >\"$0.fd\"\n" // a pipe would be counted
+                                        "  grep -c '^[3-9]$' \"$0.fd\"\n"
                                         "} >\"$0.tmp\"\nmv \"$0.tmp\" \"$0.$#\"\n");
         fs::permissions(script_, fs::perms::owner_all);
         TestSupport::writeFile(

@@ -10,6 +10,11 @@
 #include <memory>
 #include <type_traits>
 
+// Where some systems have strtod_l.
+#if __has_include(<xlocale.h>)
+#include <xlocale.h>
+#endif
+
 namespace Platform::PropertyLists {
 
 namespace {

@@ -4,12 +4,18 @@
 
 #ifdef __cplusplus
 #define CF_EXPORT extern "C"
-#define CF_OPTIONS(type, name) type name; enum : type
+#define CF_OPTIONS(type, name)                                                                     \
+    type name;                                                                                     \
+    enum : type
 #else
 #define CF_EXPORT extern
-#define CF_OPTIONS(type, name) enum name : type name; enum name : type
+#define CF_OPTIONS(type, name)                                                                     \
+    enum name : type name;                                                                         \
+    enum name : type
 #endif
-#define CF_ENUM(type, name) enum name : type name; enum name : type
+#define CF_ENUM(type, name)                                                                        \
+    enum name : type name;                                                                         \
+    enum name : type
 typedef double CFTimeInterval;
 typedef const struct __CFString* CFStringRef;
 typedef CFStringRef CFRunLoopMode;

@@ -11,7 +11,8 @@
 #define FOUNDATION_EXPORT CF_EXPORT
 #define NS_RETURNS_INNER_POINTER __attribute__((objc_returns_inner_pointer))
 
-@class NSArray<__covariant T>, NSData, NSDictionary<__covariant K, __covariant V>, NSError, NSLocale;
+@class NSArray<__covariant T>, NSData, NSDictionary<__covariant K, __covariant V>, NSError,
+    NSLocale;
 
 typedef double NSTimeInterval;
 typedef NSUInteger NSStringEncoding;
@@ -29,21 +30,27 @@ typedef struct {
 @end
 
 @protocol NSFastEnumeration
-- (NSUInteger)countByEnumeratingWithState:(NSFastEnumerationState*)state objects:(id __unsafe_unretained[])buffer count:(NSUInteger)len;
+- (NSUInteger)countByEnumeratingWithState:(NSFastEnumerationState*)state
+                                  objects:(id __unsafe_unretained[])buffer
+                                    count:(NSUInteger)len;
 @end
 
 enum : NSStringEncoding { NSUTF8StringEncoding = 4 };
 
 @interface NSString : NSObject <NSCopying>
 + (instancetype)stringWithFormat:(NSString*)format, ... __attribute__((format(__NSString__, 1, 2)));
-- (instancetype)initWithBytes:(const void*)bytes length:(NSUInteger)len encoding:(NSStringEncoding)encoding;
+- (instancetype)initWithBytes:(const void*)bytes
+                       length:(NSUInteger)len
+                     encoding:(NSStringEncoding)encoding;
 - (NSData*)dataUsingEncoding:(NSStringEncoding)encoding allowLossyConversion:(BOOL)lossy;
 - (NSString*)capitalizedStringWithLocale:(NSLocale*)locale;
 @property(readonly) NSUInteger length;
 @property(readonly, copy) NSString* lowercaseString;
 @end
 
-typedef NS_OPTIONS(NSUInteger, NSDataBase64EncodingOptions) { NSDataBase64Encoding64CharacterLineLength = 1UL << 0 };
+typedef NS_OPTIONS(NSUInteger, NSDataBase64EncodingOptions) {
+    NSDataBase64Encoding64CharacterLineLength = 1UL << 0
+};
 
 @interface NSData : NSObject <NSCopying>
 + (instancetype)dataWithBytes:(const void*)bytes length:(NSUInteger)length;
@@ -55,7 +62,7 @@ typedef NS_OPTIONS(NSUInteger, NSDataBase64EncodingOptions) { NSDataBase64Encodi
 @interface NSArray<__covariant T> : NSObject <NSCopying, NSFastEnumeration>
 @end
 
-@interface NSMutableArray<T> : NSArray<T>
+@interface NSMutableArray<T> : NSArray <T>
 + (instancetype)array;
 - (void)addObject:(T)object;
 @end
@@ -72,7 +79,7 @@ typedef NS_OPTIONS(NSUInteger, NSDataBase64EncodingOptions) { NSDataBase64Encodi
 @end
 
 __attribute__((objc_exception))
-@interface NSException : NSObject <NSCopying>
+@interface NSException : NSObject<NSCopying>
 @property(readonly, copy) NSString* reason;
 @end
 
@@ -87,7 +94,8 @@ __attribute__((objc_exception))
 
 @interface NSURLComponents : NSObject <NSCopying>
 + (instancetype)componentsWithString:(NSString*)text;
-+ (instancetype)componentsWithString:(NSString*)text encodingInvalidCharacters:(BOOL)encodingInvalidCharacters
++ (instancetype)componentsWithString:(NSString*)text
+           encodingInvalidCharacters:(BOOL)encodingInvalidCharacters
     __attribute__((availability(macos, introduced = 14.0)));
 @property(copy) NSString* scheme;
 @end
@@ -110,7 +118,8 @@ typedef NS_OPTIONS(NSUInteger, NSSearchPathDomainMask) { NSLocalDomainMask = 2 }
 
 @interface NSFileManager : NSObject
 @property(class, readonly, strong) NSFileManager* defaultManager;
-- (NSArray<NSURL*>*)URLsForDirectory:(NSSearchPathDirectory)directory inDomains:(NSSearchPathDomainMask)domains;
+- (NSArray<NSURL*>*)URLsForDirectory:(NSSearchPathDirectory)directory
+                           inDomains:(NSSearchPathDomainMask)domains;
 @property(readonly, copy) NSString* currentDirectoryPath;
 @end
 
@@ -120,18 +129,30 @@ typedef NSPropertyListMutabilityOptions NSPropertyListReadOptions;
 typedef NSUInteger NSPropertyListWriteOptions;
 
 @interface NSPropertyListSerialization : NSObject
-+ (NSData*)dataWithPropertyList:(id)plist format:(NSPropertyListFormat)format options:(NSPropertyListWriteOptions)options error:(out NSError**)error;
-+ (id)propertyListWithData:(NSData*)data options:(NSPropertyListReadOptions)options format:(NSPropertyListFormat*)format error:(out NSError**)error;
++ (NSData*)dataWithPropertyList:(id)plist
+                         format:(NSPropertyListFormat)format
+                        options:(NSPropertyListWriteOptions)options
+                          error:(out NSError**)error;
++ (id)propertyListWithData:(NSData*)data
+                   options:(NSPropertyListReadOptions)options
+                    format:(NSPropertyListFormat*)format
+                     error:(out NSError**)error;
 @end
 
 typedef NS_OPTIONS(NSUInteger, NSKeyValueObservingOptions) { NSKeyValueObservingOptionNew = 1 };
 
 @interface NSObject (NSKeyValueObserving)
-- (void)observeValueForKeyPath:(NSString*)keyPath ofObject:(id)object change:(NSDictionary<NSKeyValueChangeKey, id>*)change context:(void*)context;
+- (void)observeValueForKeyPath:(NSString*)keyPath
+                      ofObject:(id)object
+                        change:(NSDictionary<NSKeyValueChangeKey, id>*)change
+                       context:(void*)context;
 @end
 
 @interface NSObject (NSKeyValueObserverRegistration)
-- (void)addObserver:(NSObject*)observer forKeyPath:(NSString*)keyPath options:(NSKeyValueObservingOptions)options context:(void*)context;
+- (void)addObserver:(NSObject*)observer
+         forKeyPath:(NSString*)keyPath
+            options:(NSKeyValueObservingOptions)options
+            context:(void*)context;
 - (void)removeObserver:(NSObject*)observer forKeyPath:(NSString*)keyPath context:(void*)context;
 @end
 

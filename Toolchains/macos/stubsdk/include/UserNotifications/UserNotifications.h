@@ -20,11 +20,17 @@ typedef NS_ENUM(NSInteger, UNNotificationSetting) {
     UNNotificationSettingDisabled = 1,
     UNNotificationSettingEnabled = 2
 };
-typedef NS_OPTIONS(NSUInteger, UNNotificationActionOptions) { UNNotificationActionOptionDestructive = 1 << 1 };
-typedef NS_OPTIONS(NSUInteger, UNNotificationCategoryOptions) { UNNotificationCategoryOptionCustomDismissAction = 1 << 0 };
+typedef NS_OPTIONS(NSUInteger, UNNotificationActionOptions) {
+    UNNotificationActionOptionDestructive = 1 << 1
+};
+typedef NS_OPTIONS(NSUInteger, UNNotificationCategoryOptions) {
+    UNNotificationCategoryOptionCustomDismissAction = 1 << 0
+};
 
 @interface UNNotificationAction : NSObject <NSCopying>
-+ (instancetype)actionWithIdentifier:(NSString*)identifier title:(NSString*)title options:(UNNotificationActionOptions)options;
++ (instancetype)actionWithIdentifier:(NSString*)identifier
+                               title:(NSString*)title
+                             options:(UNNotificationActionOptions)options;
 @property(readonly, copy) NSString* identifier;
 @property(readonly, copy) NSString* title;
 @end
@@ -62,7 +68,9 @@ typedef NS_OPTIONS(NSUInteger, UNNotificationCategoryOptions) { UNNotificationCa
 @end
 
 @interface UNNotificationRequest : NSObject <NSCopying>
-+ (instancetype)requestWithIdentifier:(NSString*)identifier content:(UNNotificationContent*)content trigger:(UNNotificationTrigger*)trigger;
++ (instancetype)requestWithIdentifier:(NSString*)identifier
+                              content:(UNNotificationContent*)content
+                              trigger:(UNNotificationTrigger*)trigger;
 @property(readonly, copy) NSString* identifier;
 @property(readonly, copy) UNNotificationContent* content;
 @property(readonly, copy) UNNotificationTrigger* trigger;
@@ -97,7 +105,10 @@ typedef NS_OPTIONS(NSUInteger, UNNotificationCategoryOptions) { UNNotificationCa
 - (void)requestAuthorizationWithOptions:(UNAuthorizationOptions)options
                       completionHandler:(void (^)(BOOL granted, NSError* error))completionHandler;
 - (void)setNotificationCategories:(NSSet<UNNotificationCategory*>*)categories;
-- (void)getNotificationCategoriesWithCompletionHandler:(void (^)(NSSet<UNNotificationCategory*>* categories))completionHandler;
-- (void)getNotificationSettingsWithCompletionHandler:(void (^)(UNNotificationSettings* settings))completionHandler;
-- (void)addNotificationRequest:(UNNotificationRequest*)request withCompletionHandler:(void (^)(NSError* error))completionHandler;
+- (void)getNotificationCategoriesWithCompletionHandler:
+    (void (^)(NSSet<UNNotificationCategory*>* categories))completionHandler;
+- (void)getNotificationSettingsWithCompletionHandler:
+    (void (^)(UNNotificationSettings* settings))completionHandler;
+- (void)addNotificationRequest:(UNNotificationRequest*)request
+         withCompletionHandler:(void (^)(NSError* error))completionHandler;
 @end

@@ -38,6 +38,7 @@ public:
     static void apply(std::size_t count, const std::function<void(std::size_t index)>& body);
 
 private:
+    friend class FileSystemObjectSource; // whose handlers a system may run on the queue itself
     class Impl;
     explicit DispatchQueue(std::shared_ptr<Impl> impl);
 

@@ -3,6 +3,7 @@
 #include "Platform/URL.h"
 
 #include <optional>
+#include <string>
 #include <vector>
 
 /// What the file system holds, and where its well-known folders are. Callable on any thread.
@@ -22,5 +23,8 @@ std::optional<URL> homeDirectoryForRealUser();
 
 /// The library folders of the local domain (all users of this machine), best first.
 std::vector<URL> localLibraryDirectories();
+
+/// The path of the folder from which relative paths are taken.
+std::string currentDirectoryPath();
 
 } // namespace Platform::FileManager

@@ -39,7 +39,7 @@ public:
     void setEventHandler(Handler handler);
     void setCancelHandler(Handler handler);
 
-    /// Starts delivery; events since `openForEvents` are not lost.
+    /// Starts delivery; events since the source was made are not lost.
     void resume();
 
     /// Ends delivery and then runs the cancel handler once on the queue, when no event handler

@@ -71,7 +71,7 @@ public:
     /// absent when there is none any more. The present value is not told, and of changes in quick
     /// succession perhaps only the last. Handlers run on a queue of their own, one at a time: they
     /// must not wait for each other.
-    [[nodiscard]] Observation observe(std::string keyPath, Handler handler) const;
+    [[nodiscard]] Observation observe(const std::string& keyPath, Handler handler) const;
 
 private:
     class Impl;

@@ -9,6 +9,12 @@ elseif(CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
     add_compile_options(-Wno-restrict) # cries wolf over adding two strings (GCC bug 105651)
 endif()
 set(CMAKE_CXX_FLAGS_RELEASE "-O2 -DNDEBUG")
+if(APPLE)
+    foreach(setting STANDARD STANDARD_REQUIRED EXTENSIONS VISIBILITY_PRESET FLAGS_RELEASE)
+        set(CMAKE_OBJCXX_${setting} ${CMAKE_CXX_${setting}})
+    endforeach()
+    add_compile_options($<$<COMPILE_LANGUAGE:OBJCXX>:-fobjc-arc>)
+endif()
 
 # Paths in messages and in std::source_location start at the root of the tree.
 add_compile_options(-ffile-prefix-map=${PROJECT_SOURCE_DIR}/=)
@@ -21,7 +27,10 @@ endif()
 if(CORBEL_FUZZ)
     add_compile_options(-fsanitize=fuzzer-no-link)
 endif()
-if(CORBEL_HARDENED)
+if(CORBEL_HARDENED AND APPLE)
+    add_compile_options(-fstack-protector-strong -D_FORTIFY_SOURCE=2
+                        $<IF:$<CXX_COMPILER_ID:AppleClang>,-D_LIBCPP_HARDENING_MODE=_LIBCPP_HARDENING_MODE_FAST,-D_LIBCPP_ENABLE_HARDENED_MODE=1>)
+elseif(CORBEL_HARDENED)
     add_compile_options(-fstack-protector-strong -fstack-clash-protection -U_FORTIFY_SOURCE
                         -D_FORTIFY_SOURCE=3 -D_GLIBCXX_ASSERTIONS -ffunction-sections
                         -fdata-sections)

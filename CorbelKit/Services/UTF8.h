@@ -1,21 +1,9 @@
 #pragma once
 
-#include <cstddef>
-#include <string_view>
+#include "Platform/UTF8.h"
 
-/// UTF-8 as RFC 3629 defines it: shortest forms only, no surrogates, nothing beyond U+10FFFF.
-namespace CorbelKit::UTF8 {
+namespace CorbelKit {
 
-struct Decoded {
-    char32_t scalar; ///< U+FFFD where the bytes are not well-formed
-    std::size_t length;
-    bool wellFormed;
-};
+namespace UTF8 = Platform::UTF8;
 
-/// The first character of `bytes`, which must not be empty. What is not well-formed is taken up to
-/// the byte that breaks it (Unicode 15, section 3.9, "maximal subparts").
-Decoded decodeFirst(std::string_view bytes);
-
-bool isWellFormed(std::string_view bytes);
-
-} // namespace CorbelKit::UTF8
+} // namespace CorbelKit

@@ -4,8 +4,8 @@
 #include "Platform/Linux/ServiceManager.h"
 #include "Platform/Linux/SessionBus.h"
 #include "Platform/MainThread.h"
+#include "Platform/POSIX/ProcessStart.h"
 
-#include <fcntl.h>
 #include <glib-unix.h>
 #include <malloc.h>
 #include <sys/eventfd.h>
@@ -24,17 +24,6 @@ struct MainLoopUnref {
     void operator()(GMainLoop* loop) const { g_main_loop_unref(loop); }
 };
 
-// A closed standard stream would give its number to the next file opened, and what is printed
-// would go there.
-void ensureStandardStreams() {
-    int opened = 0;
-    do {
-        opened = ::open("/dev/null", O_RDWR);
-    } while (opened >= 0 && opened <= STDERR_FILENO);
-    if (opened > STDERR_FILENO)
-        ::close(opened);
-}
-
 // What a large file takes while it is read goes back to the system when it is done with: left to
 // itself, the allocator learns from the first such file to keep as much for the next.
 void keepNoFreeMemory() {
@@ -42,14 +31,7 @@ void keepNoFreeMemory() {
     mallopt(M_TRIM_THRESHOLD, 128 * 1024);
 }
 
-bool isIgnored(int signal) {
-    struct sigaction action{};
-    return sigaction(signal, nullptr, &action) == 0 && action.sa_handler == SIG_IGN;
-}
-
-// Every way in which a process is asked to end: by the user, by the system, and by the end of the
-// terminal or of the session. One started to outlive its terminal stays deaf to that. (GLib's own
-// source for signals would keep a thread for them.)
+// GLib's own source for signals would keep a thread for them.
 void quitOnRequest(GMainLoop* loop) {
     static const int requests = eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
     if (requests == -1)
@@ -61,10 +43,8 @@ void quitOnRequest(GMainLoop* loop) {
         static_cast<void>(eventfd_write(requests, 1));
         errno = before;
     };
-    for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
-        if (signal != SIGHUP || !isIgnored(signal))
-            sigaction(signal, &action, nullptr);
-    }
+    for (const int signal : ProcessStart::endRequests())
+        sigaction(signal, &action, nullptr);
     g_unix_fd_add(
         requests, G_IO_IN,
         [](gint /*descriptor*/, GIOCondition /*condition*/, gpointer data) -> gboolean {
@@ -102,8 +82,8 @@ int run(int /*argumentCount*/, char** /*arguments*/,
         const std::function<std::unique_ptr<ApplicationDelegate>()>& makeDelegate) {
     MainThread::check();
     keepNoFreeMemory();
-    ensureStandardStreams();
-    std::signal(SIGPIPE, SIG_IGN); // a reader that goes away is a failed write, not our end
+    ProcessStart::ensureStandardStreams();
+    ProcessStart::ignoreBrokenPipes();
     const std::unique_ptr<GMainLoop, MainLoopUnref> loop(g_main_loop_new(nullptr, FALSE));
     quitOnRequest(loop.get());
     if (!becomeTheSessionsOnly(loop.get()))

@@ -1,4 +1,4 @@
-#include "Platform/Linux/ChildProcess.h"
+#include "Platform/POSIX/ChildProcess.h"
 
 #include "Platform/Linux/WorkerPool.h"
 
@@ -39,6 +39,11 @@ std::unique_ptr<Descriptor> descriptorOf(pid_t child) {
 }
 
 } // namespace
+
+int closeAllButStandardStreams(posix_spawn_file_actions_t& actions,
+                               posix_spawnattr_t& /*attributes*/) {
+    return posix_spawn_file_actions_addclosefrom_np(&actions, STDERR_FILENO + 1);
+}
 
 void collectWhenEnded(pid_t child) {
     auto descriptor = descriptorOf(child);

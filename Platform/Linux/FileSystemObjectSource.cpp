@@ -1,7 +1,7 @@
 #include "Platform/FileSystemObjectSource.h"
 
-#include "Platform/Linux/FileSystemPath.h"
 #include "Platform/Linux/WorkerPool.h"
+#include "Platform/POSIX/FileSystemPath.h"
 
 #include <asio/bind_executor.hpp>
 #include <asio/posix/stream_descriptor.hpp>

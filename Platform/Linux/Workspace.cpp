@@ -2,10 +2,10 @@
 
 #include "Platform/Linux/ActivationToken.h"
 #include "Platform/Linux/DesktopEntries.h"
-#include "Platform/Linux/FileSystemPath.h"
 #include "Platform/Linux/FrontWindow.h"
 #include "Platform/Linux/MainContext.h"
 #include "Platform/MainThread.h"
+#include "Platform/POSIX/FileSystemPath.h"
 
 #include <gio/gdesktopappinfo.h>
 #include <gio/gio.h>

@@ -1,9 +1,9 @@
 // What the user's answers to a notification lead to, through a real bus and the installed main
 // application.
 
-#include "Tests/Support/BusDaemon.h"
-#include "Tests/Support/ChildProcess.h"
-#include "Tests/Support/NotificationService.h"
+#include "Tests/Support/Linux/BusDaemon.h"
+#include "Tests/Support/Linux/ChildProcess.h"
+#include "Tests/Support/Linux/NotificationService.h"
 #include "Tests/Support/WaitUntil.h"
 #include "Tools/AgentTrial.h"
 

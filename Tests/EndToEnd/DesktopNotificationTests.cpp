@@ -1,7 +1,7 @@
 // The agent on a session bus of its own: files in, calls of the notification service out.
 
-#include "Tests/Support/BusDaemon.h"
-#include "Tests/Support/NotificationService.h"
+#include "Tests/Support/Linux/BusDaemon.h"
+#include "Tests/Support/Linux/NotificationService.h"
 #include "Tools/AgentTrial.h"
 
 #include <gmock/gmock.h>

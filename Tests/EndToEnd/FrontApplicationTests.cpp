@@ -1,8 +1,8 @@
 // The main application in front shows a change itself, and the agent says nothing of it.
 
-#include "Tests/Support/BusDaemon.h"
-#include "Tests/Support/ChildProcess.h"
-#include "Tests/Support/DesktopSession.h"
+#include "Tests/Support/Linux/BusDaemon.h"
+#include "Tests/Support/Linux/ChildProcess.h"
+#include "Tests/Support/Linux/DesktopSession.h"
 #include "Tools/AgentTrial.h"
 
 #include <gtest/gtest.h>

@@ -1,9 +1,9 @@
 // The agent on a desktop as users have it: an X server, a window manager, a session bus and a
 // notification daemon that nobody here wrote.
 
-#include "Tests/Support/BusDaemon.h"
-#include "Tests/Support/ChildProcess.h"
-#include "Tests/Support/DesktopSession.h"
+#include "Tests/Support/Linux/BusDaemon.h"
+#include "Tests/Support/Linux/ChildProcess.h"
+#include "Tests/Support/Linux/DesktopSession.h"
 #include "Tests/Support/WaitUntil.h"
 #include "Tools/AgentTrial.h"
 

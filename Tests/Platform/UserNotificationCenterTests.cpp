@@ -1,8 +1,8 @@
 #include "Platform/UserNotificationCenter.h"
 #include "Tests/Support/EnvironmentVariable.h"
+#include "Tests/Support/MainLoop.h"
 #include "Tests/Support/WaitUntil.h"
 
-#include <glib.h>
 #include <gtest/gtest.h>
 
 #include <atomic>
@@ -33,7 +33,7 @@ TEST(UserNotificationCenter, AnswersEachCallOnceAndAwayFromTheCallersThread) {
     center.add({.identifier = "a", .content = {.title = "Title"}, .trigger = {}},
                [&](const auto& error) { count(!error); });
     ASSERT_TRUE(TestSupport::waitUntil([&] {
-        g_main_context_iteration(nullptr, FALSE); // where an earlier test left a bus behind
+        TestSupport::drainMainLoop(); // where an earlier test left a bus behind
         return answers >= 4;
     }));
     EXPECT_EQ(answers, 4);

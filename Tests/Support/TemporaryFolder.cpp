@@ -1,5 +1,7 @@
 #include "Tests/Support/TemporaryFolder.h"
 
+#include <unistd.h>
+
 #include <cstdlib>
 #include <fstream>
 #include <stdexcept>

@@ -1,8 +1,8 @@
 #include "Platform/Linux/UserDefaults/DomainFile.h"
 
 #include "Platform/Linux/FileContents.h"
-#include "Platform/Linux/PropertyList/Form.h"
 #include "Platform/Linux/UserDefaults/FileReplacement.h"
+#include "Platform/PropertyList/Form.h"
 #include "Platform/URL.h"
 
 #include <string_view>

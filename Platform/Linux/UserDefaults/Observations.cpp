@@ -11,25 +11,12 @@
 
 namespace Platform {
 
-ObservedKey::ObservedKey(DomainFile file, std::string keyPath, UserDefaults::Handler handler)
+ObservedKey::ObservedKey(DomainFile file, const std::string& keyPath, UserDefaults::Handler handler)
     : file_(std::move(file))
-    , keyPath_(std::move(keyPath))
-    , handler_(std::move(handler))
-    , told_(RegisteredDefaults::lookUp(file_.values(), keyPath_)) {}
+    , setting_(keyPath, std::move(handler), RegisteredDefaults::lookUp(file_.values(), keyPath)) {}
 
-void ObservedKey::compare(const PropertyList::Dictionary& values) {
-    auto value = RegisteredDefaults::lookUp(values, keyPath_);
-    if (value == told_)
-        return;
-    told_ = std::move(value);
-    const std::lock_guard lock(mutex_);
-    if (!isSilent_)
-        handler_(keyPath_, told_);
-}
-
-void ObservedKey::silence() {
-    const std::lock_guard lock(mutex_);
-    isSilent_ = true;
+void ObservedKey::tell(const PropertyList::Dictionary& values) {
+    setting_.tell(RegisteredDefaults::lookUp(values, setting_.keyPath()));
 }
 
 Observations& Observations::shared() {
@@ -78,7 +65,7 @@ void Observations::compareAll() {
         auto found = read.find(path);
         if (found == read.end())
             found = read.emplace(path, key->file().values()).first;
-        key->compare(found->second);
+        key->tell(found->second);
     }
 }
 

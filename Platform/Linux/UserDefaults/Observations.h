@@ -2,11 +2,9 @@
 
 #include "Platform/Linux/UserDefaults/DomainFile.h"
 #include "Platform/Linux/UserDefaults/FileWatch.h"
-#include "Platform/UserDefaults.h"
+#include "Platform/ObservedSetting.h"
 
 #include <memory>
-#include <mutex>
-#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -16,25 +14,18 @@ namespace Platform {
 /// A key of a domain, and who wants to hear of it.
 class ObservedKey {
 public:
-    /// What is stored now counts as told.
-    ObservedKey(DomainFile file, std::string keyPath, UserDefaults::Handler handler);
+    ObservedKey(DomainFile file, const std::string& keyPath, UserDefaults::Handler handler);
 
     const DomainFile& file() const { return file_; }
 
-    /// Calls the handler if the value is not the one told last. On the strand of `Observations`.
-    void compare(const PropertyList::Dictionary& values);
+    /// Tells of the value among those of the domain. On the strand of `Observations`.
+    void tell(const PropertyList::Dictionary& values);
 
-    /// Waits for a handler under way, unless called by it; none starts afterwards.
-    void silence();
+    void silence() { setting_.silence(); }
 
 private:
     const DomainFile file_;
-    const std::string keyPath_;
-    const UserDefaults::Handler handler_;
-    std::optional<PropertyList> told_; // the strand of Observations
-
-    std::recursive_mutex mutex_; // held while the handler runs, which may silence itself
-    bool isSilent_ = false;      // mutex_
+    ObservedSetting setting_;
 };
 
 /// All observed keys of this process, behind one watch for all their files; without observed keys

@@ -1,8 +1,8 @@
 #include "Platform/Linux/UserDefaults/SettingsFolder.h"
 
 #include "Platform/FileManager.h"
+#include "Platform/POSIX/FileSystemPath.h"
 
-#include <climits>
 #include <cstdlib>
 #include <string>
 
@@ -13,12 +13,6 @@ namespace fs = std::filesystem;
 
 // Beside the file stand its lock and its successor, whose names are longer.
 constexpr std::string_view longestSuffix = ".plist.lock";
-
-bool canNameFile(std::string_view domain) {
-    return !domain.empty() && domain.size() + longestSuffix.size() <= NAME_MAX &&
-           domain.find('/') == std::string_view::npos &&
-           domain.find('\0') == std::string_view::npos;
-}
 
 std::optional<fs::path> configurationFolder() {
     const char* const named = std::getenv("XDG_CONFIG_HOME");
@@ -41,7 +35,7 @@ bool canBeFolder(fs::path path) {
 
 std::optional<fs::path> settingsFile(std::string_view domain) {
     const auto configuration = configurationFolder();
-    if (!configuration || !canNameFile(domain))
+    if (!configuration || !canNameFile(domain, longestSuffix))
         return std::nullopt;
     const auto folder = *configuration / "tarnwell";
     if (!canBeFolder(folder))

@@ -24,12 +24,6 @@ std::string standardDomain() {
     return std::filesystem::read_symlink("/proc/self/exe", failure).filename();
 }
 
-template <class T>
-std::optional<T> as(const std::optional<PropertyList>& object) {
-    const auto* value = object ? object->get<T>() : nullptr;
-    return value != nullptr ? std::optional<T>(*value) : std::nullopt;
-}
-
 } // namespace
 
 class UserDefaults::Impl {
@@ -58,36 +52,6 @@ std::optional<UserDefaults> UserDefaults::suite(std::string_view suiteName) {
 
 std::optional<PropertyList> UserDefaults::object(std::string_view key) const {
     return RegisteredDefaults::lookUp(impl_->file.values(), key);
-}
-
-std::optional<std::string> UserDefaults::string(std::string_view key) const {
-    return as<std::string>(object(key));
-}
-
-std::optional<std::int64_t> UserDefaults::integer(std::string_view key) const {
-    return as<std::int64_t>(object(key));
-}
-
-std::optional<bool> UserDefaults::boolean(std::string_view key) const {
-    return as<bool>(object(key));
-}
-
-std::optional<PropertyList::Data> UserDefaults::data(std::string_view key) const {
-    return as<PropertyList::Data>(object(key));
-}
-
-std::optional<std::vector<std::string>> UserDefaults::stringArray(std::string_view key) const {
-    const auto array = as<PropertyList::Array>(object(key));
-    if (!array)
-        return std::nullopt;
-    std::vector<std::string> texts;
-    for (const auto& element : *array) {
-        const auto* text = element.get<std::string>();
-        if (text == nullptr)
-            return std::nullopt;
-        texts.push_back(*text);
-    }
-    return texts;
 }
 
 void UserDefaults::set(std::string_view key, PropertyList value) {
@@ -137,9 +101,9 @@ UserDefaults::Observation&
 UserDefaults::Observation::operator=(Observation&& other) noexcept = default;
 UserDefaults::Observation::~Observation() = default;
 
-UserDefaults::Observation UserDefaults::observe(std::string keyPath, Handler handler) const {
+UserDefaults::Observation UserDefaults::observe(const std::string& keyPath, Handler handler) const {
     return Observation(std::make_unique<Observation::Impl>(
-        std::make_shared<ObservedKey>(impl_->file, std::move(keyPath), std::move(handler))));
+        std::make_shared<ObservedKey>(impl_->file, keyPath, std::move(handler))));
 }
 
 } // namespace Platform

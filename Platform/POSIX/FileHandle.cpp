@@ -1,0 +1,93 @@
+#include "Platform/FileHandle.h"
+
+#include "Platform/POSIX/FileSystemPath.h"
+#include "Platform/POSIX/SystemError.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <utility>
+
+namespace Platform {
+namespace {
+
+/// Calls the system again as long as a signal cuts the call short.
+template <class Call>
+auto uninterrupted(const Call& call) {
+    auto result = call();
+    while (result < 0 && errno == EINTR)
+        result = call();
+    return result;
+}
+
+} // namespace
+
+std::optional<FileHandle> FileHandle::openForReading(const URL& url) {
+    const auto path = fileSystemPath(url);
+    if (!path)
+        return std::nullopt;
+    const int descriptor = uninterrupted(
+        [&] { return open(path->c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY); });
+    if (descriptor < 0)
+        return std::nullopt;
+    return FileHandle(descriptor);
+}
+
+FileHandle::FileHandle(FileHandle&& other) noexcept
+    : fileDescriptor_(std::exchange(other.fileDescriptor_, -1)) {}
+
+FileHandle& FileHandle::operator=(FileHandle&& other) noexcept {
+    FileHandle taken(std::move(other));
+    std::swap(fileDescriptor_, taken.fileDescriptor_);
+    return *this;
+}
+
+FileHandle::~FileHandle() {
+    close();
+}
+
+FileHandle::Kind FileHandle::kind() const {
+    struct stat status{};
+    if (fstat(fileDescriptor_, &status) != 0)
+        return Kind::other;
+    if (S_ISREG(status.st_mode))
+        return Kind::regular;
+    return S_ISDIR(status.st_mode) ? Kind::directory : Kind::other;
+}
+
+std::uint64_t FileHandle::size() const {
+    struct stat status{};
+    return fstat(fileDescriptor_, &status) == 0 ? static_cast<std::uint64_t>(status.st_size) : 0;
+}
+
+Expected<std::size_t> FileHandle::read(std::span<std::byte> buffer) {
+    const auto count =
+        uninterrupted([&] { return ::read(fileDescriptor_, buffer.data(), buffer.size()); });
+    if (count < 0)
+        return systemError("cannot read", errno);
+    return static_cast<std::size_t>(count);
+}
+
+std::optional<Error> FileHandle::write(std::span<const std::byte> bytes) {
+    while (!bytes.empty()) {
+        const auto count =
+            uninterrupted([&] { return ::write(fileDescriptor_, bytes.data(), bytes.size()); });
+        if (count < 0)
+            return systemError("cannot write", errno);
+        bytes = bytes.subspan(static_cast<std::size_t>(count));
+    }
+    return std::nullopt;
+}
+
+std::optional<Error> FileHandle::close() {
+    if (fileDescriptor_ < 0)
+        return std::nullopt;
+    // Never again after an error: the number may by then be another thread's file.
+    if (::close(std::exchange(fileDescriptor_, -1)) != 0)
+        return systemError("cannot close", errno);
+    return std::nullopt;
+}
+
+} // namespace Platform

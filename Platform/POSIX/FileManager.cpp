@@ -1,0 +1,71 @@
+#include "Platform/FileManager.h"
+
+#include "Platform/POSIX/FileSystemPath.h"
+
+#include <dirent.h>
+#include <pwd.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <memory>
+#include <string_view>
+
+namespace Platform::FileManager {
+namespace {
+
+struct CloseFolder {
+    void operator()(DIR* folder) const { closedir(folder); }
+};
+
+URL::DirectoryHint hintOf(const dirent& entry) {
+    return entry.d_type == DT_DIR ? URL::DirectoryHint::isDirectory
+                                  : URL::DirectoryHint::notDirectory;
+}
+
+} // namespace
+
+bool fileExists(const URL& url) {
+    const auto path = fileSystemPath(url);
+    struct stat status{};
+    return path && stat(path->c_str(), &status) == 0;
+}
+
+std::optional<std::vector<URL>> contentsOfDirectory(const URL& folder) {
+    const auto path = fileSystemPath(folder);
+    const std::unique_ptr<DIR, CloseFolder> listing(path ? opendir(path->c_str()) : nullptr);
+    if (!listing)
+        return std::nullopt;
+    std::vector<URL> entries;
+    errno = 0;
+    while (const dirent* entry = readdir(listing.get())) {
+        const std::string_view name = entry->d_name;
+        if (name != "." && name != "..")
+            entries.push_back(folder.appending(name, hintOf(*entry)));
+        errno = 0;
+    }
+    // Half a listing would pass for the removal of the other half.
+    if (errno != 0)
+        return std::nullopt;
+    return entries;
+}
+
+std::optional<URL> homeDirectoryForRealUser() {
+    constexpr std::size_t largestEntry = std::size_t{1} << 20;
+    passwd entry{};
+    passwd* found = nullptr;
+    std::vector<char> texts(1024);
+    int error = 0;
+    while ((error = getpwuid_r(getuid(), &entry, texts.data(), texts.size(), &found)) != 0) {
+        if (error == ERANGE && texts.size() < largestEntry) {
+            texts.resize(texts.size() * 2);
+        } else if (error != EINTR) {
+            return std::nullopt;
+        }
+    }
+    if (found == nullptr || *found->pw_dir != '/')
+        return std::nullopt;
+    return URL::file(found->pw_dir, URL::DirectoryHint::isDirectory);
+}
+
+} // namespace Platform::FileManager

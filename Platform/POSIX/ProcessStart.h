@@ -1,0 +1,19 @@
+#pragma once
+
+#include <vector>
+
+/// What a process sets right before it becomes an application.
+namespace Platform::ProcessStart {
+
+/// A closed standard stream would give its number to the next file opened, and what is printed
+/// would go there.
+void ensureStandardStreams();
+
+/// A reader that goes away is a failed write, not the end of the process.
+void ignoreBrokenPipes();
+
+/// The signals by which a process is asked to end: by the user, by the system, and by the end of
+/// the terminal or of the session, unless it was started to outlive that.
+std::vector<int> endRequests();
+
+} // namespace Platform::ProcessStart

@@ -1,0 +1,110 @@
+#include "Platform/Application.h"
+
+#include "Platform/MainThread.h"
+#include "Platform/NeverDestroyed.h"
+#include "Platform/POSIX/ProcessStart.h"
+#include "Platform/macOS/Boundary.h"
+
+#import <AppKit/AppKit.h>
+#include <dispatch/dispatch.h>
+
+#include <csignal>
+#include <vector>
+
+namespace {
+
+using Platform::ApplicationDelegate;
+
+/// What the application's objects, which the system makes, have from the caller of `run`.
+struct Launch {
+    std::function<std::unique_ptr<ApplicationDelegate>()> makeDelegate;
+    std::unique_ptr<ApplicationDelegate> delegate; // made with the application
+};
+
+Launch& launch() {
+    static const Platform::NeverDestroyed<Launch> instance;
+    return instance.get();
+}
+
+} // namespace
+
+/// Hears from the application object and forwards to the portable delegate.
+__attribute__((objc_runtime_name("AppDelegate")))
+@interface ApplicationEvents : NSObject<NSApplicationDelegate>
+@end
+
+@implementation ApplicationEvents
+
+- (void)applicationDidFinishLaunching:(NSNotification*)notification {
+    Platform::runAtBoundary([] { launch().delegate->applicationDidFinishLaunching(); });
+}
+
+- (void)applicationWillTerminate:(NSNotification*)notification {
+    Platform::runAtBoundary([] { launch().delegate->applicationWillTerminate(); });
+}
+
+- (instancetype)init {
+    return [super init];
+}
+
+@end
+
+/// The class of the application object. Info.plist names it as the principal class.
+@interface CorbelApplication : NSApplication
+@end
+
+@implementation CorbelApplication {
+    ApplicationEvents* events_; // which the application itself does not keep
+}
+
+- (instancetype)init {
+    if ((self = [super init])) {
+        Platform::runAtBoundary([] { launch().delegate = launch().makeDelegate(); });
+        events_ = [[ApplicationEvents alloc] init];
+        self.delegate = events_;
+    }
+    return self;
+}
+
+@end
+
+namespace Platform::Application {
+namespace {
+
+// Left to itself, the application would end at a signal without telling the delegate.
+void terminateOnRequest() {
+    static const NeverDestroyed<std::vector<dispatch_source_t>> sources;
+    for (const int request : ProcessStart::endRequests()) {
+        std::signal(request, SIG_IGN); // the source hears of it all the same
+        const dispatch_source_t source =
+            dispatch_source_create(DISPATCH_SOURCE_TYPE_SIGNAL, static_cast<uintptr_t>(request), 0,
+                                   dispatch_get_main_queue());
+        dispatch_source_set_event_handler(source, ^{
+            [NSApp terminate:nil];
+        });
+        dispatch_activate(source);
+        sources.get().push_back(source);
+    }
+}
+
+} // namespace
+
+int run(int argumentCount, char** arguments,
+        const std::function<std::unique_ptr<ApplicationDelegate>()>& makeDelegate) {
+    MainThread::check();
+    ProcessStart::ensureStandardStreams();
+    ProcessStart::ignoreBrokenPipes();
+    terminateOnRequest();
+    launch().makeDelegate = makeDelegate;
+    return NSApplicationMain(argumentCount, const_cast<const char**>(arguments));
+}
+
+LayoutDirection userInterfaceLayoutDirection() {
+    static const LayoutDirection direction =
+        NSApp.userInterfaceLayoutDirection == NSUserInterfaceLayoutDirectionRightToLeft
+            ? LayoutDirection::rightToLeft
+            : LayoutDirection::leftToRight;
+    return direction;
+}
+
+} // namespace Platform::Application

@@ -1,0 +1,65 @@
+#include "Platform/NeverDestroyed.h"
+#include "Platform/macOS/Boundary.h"
+#include "Platform/macOS/DispatchQueueImpl.h"
+
+#include <utility>
+
+namespace Platform {
+namespace {
+
+using Task = DispatchQueue::Task;
+
+void runOwnedTask(void* context) noexcept {
+    const std::unique_ptr<Task> task(static_cast<Task*>(context));
+    runAtBoundary(*task);
+}
+
+void* owned(Task task) {
+    return std::make_unique<Task>(std::move(task)).release();
+}
+
+} // namespace
+
+DispatchQueue::Impl::Impl(dispatch_queue_t queue)
+    : queue_(queue)
+    , label_(dispatch_queue_get_label(queue)) {}
+
+DispatchQueue::DispatchQueue(std::shared_ptr<Impl> impl)
+    : impl_(std::move(impl)) {}
+
+DispatchQueue DispatchQueue::concurrent(std::string label) {
+    return DispatchQueue(
+        std::make_shared<Impl>(dispatch_queue_create(label.c_str(), DISPATCH_QUEUE_CONCURRENT)));
+}
+
+DispatchQueue DispatchQueue::serial(std::string label) {
+    return DispatchQueue(
+        std::make_shared<Impl>(dispatch_queue_create(label.c_str(), DISPATCH_QUEUE_SERIAL)));
+}
+
+DispatchQueue DispatchQueue::main() {
+    static const NeverDestroyed<DispatchQueue> queue(
+        DispatchQueue(std::make_shared<Impl>(dispatch_get_main_queue())));
+    return queue.get();
+}
+
+const std::string& DispatchQueue::label() const {
+    return impl_->label();
+}
+
+void DispatchQueue::async(Task task) const {
+    dispatch_async_f(impl_->queue(), owned(std::move(task)), runOwnedTask);
+}
+
+void DispatchQueue::asyncAfter(std::chrono::nanoseconds delay, Task task) const {
+    dispatch_after_f(dispatch_time(DISPATCH_TIME_NOW, delay.count()), impl_->queue(),
+                     owned(std::move(task)), runOwnedTask);
+}
+
+void DispatchQueue::apply(std::size_t count, const std::function<void(std::size_t)>& body) {
+    dispatch_apply(count, DISPATCH_APPLY_AUTO, ^(std::size_t index) {
+        runAtBoundary([&] { body(index); });
+    });
+}
+
+} // namespace Platform

@@ -1,0 +1,26 @@
+#include "Platform/FileManager.h"
+
+#include "Platform/macOS/FoundationURL.h"
+#include "Platform/macOS/Text.h"
+
+namespace Platform::FileManager {
+
+std::vector<URL> localLibraryDirectories() {
+    @autoreleasepool {
+        std::vector<URL> folders;
+        for (NSURL* folder in [NSFileManager.defaultManager URLsForDirectory:NSLibraryDirectory
+                                                                   inDomains:NSLocalDomainMask])
+            folders.push_back(
+                URL::file(folder.fileSystemRepresentation, URL::DirectoryHint::isDirectory));
+        return folders;
+    }
+}
+
+std::string currentDirectoryPath() {
+    @autoreleasepool {
+        const auto path = portableText(NSFileManager.defaultManager.currentDirectoryPath);
+        return path.empty() ? "/" : path; // a current folder that was removed has no path
+    }
+}
+
+} // namespace Platform::FileManager

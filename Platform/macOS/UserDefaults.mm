@@ -1,0 +1,112 @@
+#include "Platform/UserDefaults.h"
+
+#include "Platform/NeverDestroyed.h"
+#include "Platform/POSIX/FileSystemPath.h"
+#include "Platform/macOS/PropertyListObjects.h"
+#include "Platform/macOS/SettingsObservations.h"
+#include "Platform/macOS/Text.h"
+
+#include <utility>
+
+namespace Platform {
+
+class UserDefaults::Impl {
+public:
+    explicit Impl(NSUserDefaults* domain)
+        : defaults(domain) {}
+
+    NSUserDefaults* const defaults;
+};
+
+UserDefaults::UserDefaults(std::shared_ptr<const Impl> impl)
+    : impl_(std::move(impl)) {}
+
+UserDefaults& UserDefaults::standard() {
+    static const NeverDestroyed<UserDefaults> defaults(
+        UserDefaults(std::make_shared<Impl>(NSUserDefaults.standardUserDefaults)));
+    return defaults.get();
+}
+
+std::optional<UserDefaults> UserDefaults::suite(std::string_view suiteName) {
+    @autoreleasepool {
+        NSString* const name = canNameFile(suiteName, ".plist") ? foundationText(suiteName) : nil;
+        NSUserDefaults* const defaults =
+            name == nil ? nil : [[NSUserDefaults alloc] initWithSuiteName:name];
+        if (defaults == nil)
+            return std::nullopt;
+        return UserDefaults(std::make_shared<Impl>(defaults));
+    }
+}
+
+std::optional<PropertyList> UserDefaults::object(std::string_view key) const {
+    return valueIn(impl_->defaults, key);
+}
+
+void UserDefaults::set(std::string_view key, PropertyList value) {
+    @autoreleasepool {
+        NSString* const name = foundationText(key);
+        const id object = foundationObject(value);
+        if (name == nil || object == nil)
+            return;
+        @try {
+            [impl_->defaults setObject:object forKey:name];
+        } @catch (NSException*) { // the system refuses
+        }
+    }
+}
+
+void UserDefaults::remove(std::string_view key) {
+    @autoreleasepool {
+        if (NSString* const name = foundationText(key))
+            [impl_->defaults removeObjectForKey:name];
+    }
+}
+
+void UserDefaults::registerDefaults(const PropertyList::Dictionary& defaults) {
+    @autoreleasepool {
+        @try {
+            if (const id values = foundationObject(defaults))
+                [impl_->defaults registerDefaults:values];
+        } @catch (NSException*) { // the system refuses
+        }
+    }
+    Observations::shared().look();
+}
+
+class UserDefaults::Observation::Impl {
+public:
+    explicit Impl(std::shared_ptr<ObservedKey> key)
+        : key_(std::move(key)) {
+        Observations::shared().add(key_);
+    }
+
+    ~Impl() {
+        key_->silence();
+        Observations::shared().remove(key_);
+    }
+
+    Impl(const Impl&) = delete;
+    Impl& operator=(const Impl&) = delete;
+    Impl(Impl&&) = delete;
+    Impl& operator=(Impl&&) = delete;
+
+private:
+    const std::shared_ptr<ObservedKey> key_;
+};
+
+UserDefaults::Observation::Observation(std::unique_ptr<Impl> impl)
+    : impl_(std::move(impl)) {}
+
+UserDefaults::Observation::Observation(Observation&& other) noexcept = default;
+UserDefaults::Observation&
+UserDefaults::Observation::operator=(Observation&& other) noexcept = default;
+UserDefaults::Observation::~Observation() = default;
+
+UserDefaults::Observation UserDefaults::observe(const std::string& keyPath, Handler handler) const {
+    @autoreleasepool {
+        return Observation(std::make_unique<Observation::Impl>(
+            std::make_shared<ObservedKey>(impl_->defaults, keyPath, std::move(handler))));
+    }
+}
+
+} // namespace Platform

@@ -1,0 +1,189 @@
+#include "Platform/UserNotificationCenter.h"
+
+#include "Platform/DispatchQueue.h"
+#include "Platform/NeverDestroyed.h"
+#include "Platform/macOS/NotificationValues.h"
+#include "Platform/macOS/Text.h"
+
+#include <mutex>
+#include <utility>
+
+namespace Platform {
+namespace {
+
+/// The centre's own queue, on which completions and the delegate are called.
+const DispatchQueue& queue() {
+    static const NeverDestroyed<DispatchQueue> instance(
+        DispatchQueue::serial("com.tarnwell.UserNotificationCenter"));
+    return instance.get();
+}
+
+/// Whom the answers go to.
+struct Receiver {
+    std::mutex mutex;
+    std::weak_ptr<UserNotificationCenterDelegate> delegate; // mutex
+};
+
+Receiver& receiver() {
+    static const NeverDestroyed<Receiver> instance;
+    return instance.get();
+}
+
+std::shared_ptr<UserNotificationCenterDelegate> currentDelegate() {
+    const std::lock_guard lock(receiver().mutex);
+    return receiver().delegate.lock();
+}
+
+void forward(UNNotificationResponse* answer, void (^completionHandler)(void)) noexcept {
+    void (^const complete)(void) = [completionHandler copy];
+    queue().async([response = portableResponse(answer), complete] {
+        if (const auto delegate = currentDelegate()) {
+            delegate->userNotificationCenterDidReceiveNotificationResponseWithCompletionHandler(
+                UserNotificationCenter::current(), response, [complete] { complete(); });
+        } else {
+            complete();
+        }
+    });
+}
+
+} // namespace
+} // namespace Platform
+
+/// Hears from the system's centre. It has no state; there is one, which is never released.
+__attribute__((objc_runtime_name("NotificationDelegate")))
+@interface NotificationAnswers : NSObject<UNUserNotificationCenterDelegate>
+@end
+
+@implementation NotificationAnswers
+
+- (void)userNotificationCenter:(UNUserNotificationCenter*)center
+    didReceiveNotificationResponse:(UNNotificationResponse*)response
+             withCompletionHandler:(void (^)(void))completionHandler {
+    Platform::forward(response, completionHandler);
+}
+
+- (instancetype)init {
+    return [super init];
+}
+
+@end
+
+namespace Platform {
+namespace {
+
+template <class... Arguments>
+void post(const std::function<void(Arguments...)>& completion,
+          std::type_identity_t<std::decay_t<Arguments>>... arguments) noexcept {
+    queue().async([completion, ... arguments = std::move(arguments)] { completion(arguments...); });
+}
+
+} // namespace
+
+class UserNotificationCenter::Impl {
+public:
+    Impl() {
+        // A process without a bundle, of which the user could not be asked, is refused a centre.
+        @try {
+            center_ = [UNUserNotificationCenter currentNotificationCenter];
+        } @catch (NSException* exception) {
+            refusal_ = portableError(exception);
+        }
+        center_.delegate = answers_;
+    }
+
+    /// nil where there is a refusal.
+    UNUserNotificationCenter* center() const { return center_; }
+
+    const std::optional<Error>& refusal() const { return refusal_; }
+
+private:
+    NotificationAnswers* const answers_ = [[NotificationAnswers alloc] init];
+    UNUserNotificationCenter* center_ = nil;
+    std::optional<Error> refusal_;
+};
+
+UserNotificationCenter::UserNotificationCenter()
+    : impl_(std::make_unique<Impl>()) {}
+
+UserNotificationCenter::~UserNotificationCenter() = default;
+
+UserNotificationCenter& UserNotificationCenter::current() {
+    struct Current : UserNotificationCenter {};
+
+    static const NeverDestroyed<Current> center;
+    return center.get();
+}
+
+void UserNotificationCenter::setDelegate(std::weak_ptr<UserNotificationCenterDelegate> delegate) {
+    const std::lock_guard lock(receiver().mutex);
+    receiver().delegate = std::move(delegate);
+}
+
+void UserNotificationCenter::requestAuthorization(
+    AuthorizationOptions options,
+    std::function<void(bool granted, std::optional<Error> error)> completion) {
+    if (impl_->refusal()) {
+        post(completion, false, impl_->refusal());
+        return;
+    }
+    static_assert(static_cast<UNAuthorizationOptions>(AuthorizationOptions::alert) ==
+                  UNAuthorizationOptionAlert);
+    [impl_->center() requestAuthorizationWithOptions:static_cast<UNAuthorizationOptions>(options)
+                                   completionHandler:^(BOOL granted, NSError* error) {
+                                       post(completion, granted == YES, portableError(error));
+                                   }];
+}
+
+void UserNotificationCenter::setNotificationCategories(
+    std::vector<NotificationCategory> categories) {
+    @autoreleasepool {
+        @try {
+            [impl_->center() setNotificationCategories:foundationCategories(categories)];
+        } @catch (NSException*) { // the system refuses
+        }
+    }
+}
+
+void UserNotificationCenter::getNotificationCategories(
+    std::function<void(std::vector<NotificationCategory> categories)> completion) {
+    if (impl_->refusal()) {
+        post(completion, {});
+        return;
+    }
+    [impl_->center() getNotificationCategoriesWithCompletionHandler:^(
+                         NSSet<UNNotificationCategory*>* categories) {
+        post(completion, portableCategories(categories));
+    }];
+}
+
+void UserNotificationCenter::getNotificationSettings(
+    std::function<void(NotificationSettings settings)> completion) {
+    if (impl_->refusal()) {
+        post(completion, {});
+        return;
+    }
+    [impl_->center()
+        getNotificationSettingsWithCompletionHandler:^(UNNotificationSettings* settings) {
+            post(completion, portableSettings(settings));
+        }];
+}
+
+void UserNotificationCenter::add(NotificationRequest request,
+                                 std::function<void(std::optional<Error> error)> completion) {
+    if (impl_->refusal()) {
+        post(completion, impl_->refusal());
+        return;
+    }
+    @autoreleasepool {
+        @try {
+            [impl_->center() addNotificationRequest:foundationRequest(request)
+                              withCompletionHandler:^(NSError* error) {
+                                  post(completion, portableError(error));
+                              }];
+        } @catch (NSException* exception) {
+            post(completion, std::optional(portableError(exception)));
+        }
+    }
+}
+
+} // namespace Platform

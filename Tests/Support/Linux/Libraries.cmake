@@ -1,0 +1,8 @@
+find_package(PkgConfig REQUIRED)
+find_package(Threads REQUIRED)
+pkg_check_modules(GIO REQUIRED IMPORTED_TARGET gio-2.0)
+pkg_check_modules(XCB REQUIRED IMPORTED_TARGET xcb)
+target_link_libraries(TestSupport PRIVATE PkgConfig::GIO PkgConfig::XCB Threads::Threads)
+
+# Preloaded into the process whose system log is to be read.
+add_library(SystemLogRecorder MODULE Linux/Preloaded/SystemLogRecorder.cpp)

@@ -1,0 +1,1 @@
+target_link_libraries(TestSupport PRIVATE "-framework CoreFoundation")

@@ -1,0 +1,42 @@
+// Declarations of what this system uses of the framework, and of nothing else. Compared with the
+// public metadata by the declaration checker; a build on a Mac uses the system's own headers.
+#pragma once
+
+#include <Foundation/Foundation.h>
+
+#define APPKIT_EXPORT CF_EXPORT
+
+typedef NS_ENUM(NSInteger, NSUserInterfaceLayoutDirection) {
+    NSUserInterfaceLayoutDirectionLeftToRight = 0,
+    NSUserInterfaceLayoutDirectionRightToLeft = 1
+};
+
+@protocol NSApplicationDelegate <NSObject>
+@optional
+- (void)applicationDidFinishLaunching:(NSNotification*)notification;
+- (void)applicationWillTerminate:(NSNotification*)notification;
+@end
+
+@interface NSResponder : NSObject
+@end
+
+@interface NSApplication : NSResponder
+@property(class, readonly, strong) __kindof NSApplication* sharedApplication;
+@property(weak) id<NSApplicationDelegate> delegate;
+@property(readonly) NSUserInterfaceLayoutDirection userInterfaceLayoutDirection;
+- (void)terminate:(id)sender;
+@end
+
+APPKIT_EXPORT __kindof NSApplication* NSApp;
+APPKIT_EXPORT int NSApplicationMain(int argc, const char* argv[]);
+
+@interface NSRunningApplication : NSObject
+@property(readonly, copy) NSString* localizedName;
+@end
+
+@interface NSWorkspace : NSObject
+@property(class, readonly, strong) NSWorkspace* sharedWorkspace;
+@property(readonly, strong) NSRunningApplication* menuBarOwningApplication;
+- (BOOL)openURL:(NSURL*)url;
+- (NSURL*)URLForApplicationWithBundleIdentifier:(NSString*)bundleIdentifier;
+@end

@@ -1,0 +1,25 @@
+// Declarations of what this system uses of the framework, and of nothing else. Compared with the
+// public metadata by the declaration checker; a build on a Mac uses the system's own headers.
+#pragma once
+
+#ifdef __cplusplus
+#define CF_EXPORT extern "C"
+#define CF_OPTIONS(type, name)                                                                     \
+    type name;                                                                                     \
+    enum : type
+#else
+#define CF_EXPORT extern
+#define CF_OPTIONS(type, name)                                                                     \
+    enum name : type name;                                                                         \
+    enum name : type
+#endif
+#define CF_ENUM(type, name)                                                                        \
+    enum name : type name;                                                                         \
+    enum name : type
+typedef double CFTimeInterval;
+typedef const struct __CFString* CFStringRef;
+typedef CFStringRef CFRunLoopMode;
+typedef CF_ENUM(int, CFRunLoopRunResult) { kCFRunLoopRunFinished = 1 };
+CF_EXPORT const CFRunLoopMode kCFRunLoopDefaultMode;
+CF_EXPORT CFRunLoopRunResult CFRunLoopRunInMode(CFRunLoopMode mode, CFTimeInterval seconds,
+                                                unsigned char returnAfterSourceHandled);

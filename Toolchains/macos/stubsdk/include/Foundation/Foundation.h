@@ -1,0 +1,171 @@
+// Declarations of what this system uses of the framework, and of nothing else. Compared with the
+// public metadata by the declaration checker; a build on a Mac uses the system's own headers.
+#pragma once
+
+#include <CoreFoundation/CoreFoundation.h>
+#include <objc/NSObject.h>
+#include <objc/objc.h>
+
+#define NS_ENUM(type, name) CF_ENUM(type, name)
+#define NS_OPTIONS(type, name) CF_OPTIONS(type, name)
+#define FOUNDATION_EXPORT CF_EXPORT
+#define NS_RETURNS_INNER_POINTER __attribute__((objc_returns_inner_pointer))
+
+@class NSArray<__covariant T>, NSData, NSDictionary<__covariant K, __covariant V>, NSError,
+    NSLocale;
+
+typedef double NSTimeInterval;
+typedef NSUInteger NSStringEncoding;
+typedef NSString* NSKeyValueChangeKey;
+
+typedef struct {
+    unsigned long state;
+    id __unsafe_unretained* itemsPtr;
+    unsigned long* mutationsPtr;
+    unsigned long extra[5];
+} NSFastEnumerationState;
+
+@protocol NSCopying
+- (id)copyWithZone:(struct _NSZone*)zone;
+@end
+
+@protocol NSFastEnumeration
+- (NSUInteger)countByEnumeratingWithState:(NSFastEnumerationState*)state
+                                  objects:(id __unsafe_unretained[])buffer
+                                    count:(NSUInteger)len;
+@end
+
+enum : NSStringEncoding { NSUTF8StringEncoding = 4 };
+
+@interface NSString : NSObject <NSCopying>
++ (instancetype)stringWithFormat:(NSString*)format, ... __attribute__((format(__NSString__, 1, 2)));
+- (instancetype)initWithBytes:(const void*)bytes
+                       length:(NSUInteger)len
+                     encoding:(NSStringEncoding)encoding;
+- (NSData*)dataUsingEncoding:(NSStringEncoding)encoding allowLossyConversion:(BOOL)lossy;
+- (NSString*)capitalizedStringWithLocale:(NSLocale*)locale;
+@property(readonly) NSUInteger length;
+@property(readonly, copy) NSString* lowercaseString;
+@end
+
+typedef NS_OPTIONS(NSUInteger, NSDataBase64EncodingOptions) {
+    NSDataBase64Encoding64CharacterLineLength = 1UL << 0
+};
+
+@interface NSData : NSObject <NSCopying>
++ (instancetype)dataWithBytes:(const void*)bytes length:(NSUInteger)length;
+- (NSString*)base64EncodedStringWithOptions:(NSDataBase64EncodingOptions)options;
+@property(readonly) NSUInteger length;
+@property(readonly) const void* bytes NS_RETURNS_INNER_POINTER;
+@end
+
+@interface NSArray<__covariant T> : NSObject <NSCopying, NSFastEnumeration>
+@end
+
+@interface NSMutableArray<T> : NSArray <T>
++ (instancetype)array;
+- (void)addObject:(T)object;
+@end
+
+@interface NSDictionary<__covariant K, __covariant V> : NSObject <NSCopying, NSFastEnumeration>
+@end
+
+@interface NSSet<__covariant T> : NSObject <NSCopying, NSFastEnumeration>
++ (instancetype)setWithArray:(NSArray<T>*)array;
+@end
+
+@interface NSError : NSObject <NSCopying>
+@property(readonly, copy) NSString* localizedDescription;
+@end
+
+__attribute__((objc_exception))
+@interface NSException : NSObject<NSCopying>
+@property(readonly, copy) NSString* reason;
+@end
+
+@interface NSURL : NSObject <NSCopying>
++ (instancetype)URLWithString:(NSString*)text;
+- (NSURL*)URLByAppendingPathComponent:(NSString*)component isDirectory:(BOOL)isDirectory;
+@property(readonly, copy) NSString* absoluteString;
+@property(readonly, getter=isFileURL) BOOL fileURL;
+@property(readonly) BOOL hasDirectoryPath;
+@property(readonly) const char* fileSystemRepresentation NS_RETURNS_INNER_POINTER;
+@end
+
+@interface NSURLComponents : NSObject <NSCopying>
++ (instancetype)componentsWithString:(NSString*)text;
++ (instancetype)componentsWithString:(NSString*)text
+           encodingInvalidCharacters:(BOOL)encodingInvalidCharacters
+    __attribute__((availability(macos, introduced = 14.0)));
+@property(copy) NSString* scheme;
+@end
+
+@interface NSBundle : NSObject
+@property(class, readonly, strong) NSBundle* mainBundle;
++ (instancetype)bundleWithURL:(NSURL*)url;
+- (NSString*)localizedStringForKey:(NSString*)key value:(NSString*)value table:(NSString*)table;
+@property(readonly, copy) NSURL* bundleURL;
+@property(readonly, copy) NSDictionary<NSString*, id>* infoDictionary;
+@end
+
+@interface NSLocale : NSObject <NSCopying>
+@property(class, readonly, copy) NSArray<NSString*>* preferredLanguages;
+@property(class, readonly, copy) NSLocale* currentLocale;
+@end
+
+typedef NS_ENUM(NSUInteger, NSSearchPathDirectory) { NSLibraryDirectory = 5 };
+typedef NS_OPTIONS(NSUInteger, NSSearchPathDomainMask) { NSLocalDomainMask = 2 };
+
+@interface NSFileManager : NSObject
+@property(class, readonly, strong) NSFileManager* defaultManager;
+- (NSArray<NSURL*>*)URLsForDirectory:(NSSearchPathDirectory)directory
+                           inDomains:(NSSearchPathDomainMask)domains;
+@property(readonly, copy) NSString* currentDirectoryPath;
+@end
+
+typedef NS_ENUM(NSUInteger, NSPropertyListFormat) { NSPropertyListBinaryFormat_v1_0 = 200 };
+typedef NS_OPTIONS(NSUInteger, NSPropertyListMutabilityOptions) { NSPropertyListImmutable = 0 };
+typedef NSPropertyListMutabilityOptions NSPropertyListReadOptions;
+typedef NSUInteger NSPropertyListWriteOptions;
+
+@interface NSPropertyListSerialization : NSObject
++ (NSData*)dataWithPropertyList:(id)plist
+                         format:(NSPropertyListFormat)format
+                        options:(NSPropertyListWriteOptions)options
+                          error:(out NSError**)error;
++ (id)propertyListWithData:(NSData*)data
+                   options:(NSPropertyListReadOptions)options
+                    format:(NSPropertyListFormat*)format
+                     error:(out NSError**)error;
+@end
+
+typedef NS_OPTIONS(NSUInteger, NSKeyValueObservingOptions) { NSKeyValueObservingOptionNew = 1 };
+
+@interface NSObject (NSKeyValueObserving)
+- (void)observeValueForKeyPath:(NSString*)keyPath
+                      ofObject:(id)object
+                        change:(NSDictionary<NSKeyValueChangeKey, id>*)change
+                       context:(void*)context;
+@end
+
+@interface NSObject (NSKeyValueObserverRegistration)
+- (void)addObserver:(NSObject*)observer
+         forKeyPath:(NSString*)keyPath
+            options:(NSKeyValueObservingOptions)options
+            context:(void*)context;
+- (void)removeObserver:(NSObject*)observer forKeyPath:(NSString*)keyPath context:(void*)context;
+@end
+
+@interface NSUserDefaults : NSObject
+@property(class, readonly, strong) NSUserDefaults* standardUserDefaults;
+- (instancetype)initWithSuiteName:(NSString*)suiteName;
+- (id)objectForKey:(NSString*)key;
+- (void)setObject:(id)value forKey:(NSString*)key;
+- (void)removeObjectForKey:(NSString*)key;
+- (void)registerDefaults:(NSDictionary<NSString*, id>*)defaults;
+@end
+
+@interface NSNotification : NSObject <NSCopying>
+@end
+
+FOUNDATION_EXPORT void NSLog(NSString* format, ...) __attribute__((format(__NSString__, 1, 2)));

@@ -100,12 +100,11 @@ TEST_F(SingleFolderMonitorTest, LeavesItsDescriptorOpenWhenDestroyedWhileWatchin
     auto monitor = SingleFolderMonitor::make(url);
     const int descriptor = monitor->fileDescriptor();
     monitor.reset();
-    // A later monitor's stop goes through the same queue behind the cancel handler of the first.
+    // A later monitor's stop takes the same way as the cancellation of the first.
     auto later = SingleFolderMonitor::make(url);
     later->stopMonitoring();
     ASSERT_TRUE(waitUntil([&] { return !later->hasSource(); }));
     EXPECT_NE(fcntl(descriptor, F_GETFD), -1);
-    close(descriptor);
 }
 
 TEST_F(SingleFolderMonitorTest, DropsEventsWithoutADelegateAndDoesNotKeepItAlive) {

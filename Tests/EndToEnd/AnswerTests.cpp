@@ -40,7 +40,8 @@ protected:
                                "{ echo \"$# arguments: $1;\""
                                " \"$XDG_ACTIVATION_TOKEN, $DESKTOP_STARTUP_ID;\""
                                " \"$NOTIFY_SOCKET\"\n"
-                               "  ls /proc/$$/fd | grep '^[3-9]$'\n"
+                               "  ls /proc/$$/fd >\"$0.fd\"\n" // a pipe would be seen
+                               "  grep '^[3-9]$' \"$0.fd\"\n"
                                "  grep SigIgn /proc/$$/status | tail -c 8; } >>\"$0.starts\"\n");
         fs::permissions(program, fs::perms::owner_all);
         const auto entries = trial.home() / ".local/share/applications";

@@ -216,8 +216,11 @@ private:
     }
 
     void end() {
-        if (connection_)
+        if (connection_) {
+            // What was answered is answered.
+            g_dbus_connection_flush_sync(connection_.get(), nullptr, nullptr);
             g_dbus_connection_close_sync(connection_.get(), nullptr, nullptr);
+        }
         g_main_loop_quit(loop_.get());
         if (thread_.joinable())
             thread_.join();

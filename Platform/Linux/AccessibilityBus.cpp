@@ -1,5 +1,7 @@
 #include "Platform/Linux/AccessibilityBus.h"
 
+#include "Platform/Linux/SessionBus.h"
+
 #include <gio/gio.h>
 
 #include <algorithm>
@@ -65,6 +67,8 @@ Variant call(const Connection& connection, const Accessible& object, Method meth
 }
 
 Connection connect(const Deadline& deadline) {
+    if (!sessionHasBus())
+        return nullptr;
     const Connection session(g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr));
     if (!session)
         return nullptr;

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <array>
 #include <cstdlib>
+#include <filesystem>
+#include <system_error>
 #include <utility>
 
 namespace Platform {
@@ -45,11 +47,9 @@ private:
     GSource* source_;
 };
 
-// Without an address GIO would look for a bus elsewhere, and start one in the end. With one, it
-// shares the connection among all that use it in this process.
+// GIO shares the connection among all that use it in this process.
 std::unique_ptr<SessionBus> connect() {
-    const char* const address = std::getenv("DBUS_SESSION_BUS_ADDRESS");
-    if (address == nullptr || *address == '\0')
+    if (!sessionHasBus())
         return nullptr;
     const Deadline deadline(SessionBus::deadline);
     GObjectPtr<GDBusConnection> connection(
@@ -73,10 +73,10 @@ bool isGone(const GError* error) {
            });
 }
 
-BusReply failure(GError* error, const std::string& destination) {
+BusReply failure(GError* error, const std::string& method) {
     const auto outcome = isGone(error) ? BusReply::Outcome::gone : BusReply::Outcome::refused;
     g_dbus_error_strip_remote_error(error);
-    std::string description = destination + ": " + error->message;
+    std::string description = method + ": " + error->message;
     std::ranges::replace_if(
         description, [](char character) { return g_ascii_iscntrl(character) != FALSE; }, ' ');
     return {.outcome = outcome, .value = nullptr, .description = std::move(description)};
@@ -86,7 +86,7 @@ BusReply failure(GError* error, const std::string& destination) {
 struct Call {
     DispatchQueue queue;
     std::function<void(BusReply)> completion;
-    std::string destination;
+    std::string method; // with its interface
 
     // GLib is C: no exception may leave this.
     static void end(GObject* connection, GAsyncResult* result, gpointer data) noexcept {
@@ -101,7 +101,7 @@ struct Call {
         const GErrorPtr error(failed);
         BusReply reply{.outcome = BusReply::Outcome::answered, .value = value, .description = {}};
         if (error)
-            reply = failure(error.get(), call->destination);
+            reply = failure(error.get(), call->method);
         call->queue.async([completion = std::move(call->completion), reply = std::move(reply)] {
             completion(reply);
         });
@@ -132,6 +132,16 @@ struct Listener {
 };
 
 } // namespace
+
+bool sessionHasBus() {
+    const char* const address = std::getenv("DBUS_SESSION_BUS_ADDRESS");
+    if (address != nullptr && *address != '\0')
+        return true;
+    const char* const folder = std::getenv("XDG_RUNTIME_DIR");
+    std::error_code ignored;
+    return folder != nullptr &&
+           std::filesystem::is_socket(std::filesystem::path(folder) / "bus", ignored);
+}
 
 BusMethod busDriverMethod(std::string name, std::string replyType) {
     return {.destination = driverName,
@@ -164,8 +174,9 @@ void SessionBus::whenConnected(const DispatchQueue& queue,
 
 void SessionBus::call(const BusMethod& method, const GVariantPtr& arguments,
                       const DispatchQueue& queue, std::function<void(BusReply)> completion) {
-    auto call = std::make_unique<Call>(Call{
-        .queue = queue, .completion = std::move(completion), .destination = method.destination});
+    auto call = std::make_unique<Call>(Call{.queue = queue,
+                                            .completion = std::move(completion),
+                                            .method = method.interface + "." + method.name});
     const std::unique_ptr<GVariantType, decltype(&g_variant_type_free)> replyType(
         g_variant_type_new(method.replyType.c_str()), g_variant_type_free);
     g_dbus_connection_call(connection_.get(), method.destination.c_str(), method.path.c_str(),

@@ -45,6 +45,10 @@ struct BusSignal {
     std::shared_ptr<GVariant> arguments;
 };
 
+/// Whether the environment tells of a bus: by its address, or by the user's runtime folder. Where
+/// it does not, GLib would start one.
+bool sessionHasBus();
+
 /// Signals that are listened to. Dropping it stops that; signals already on their way to the queue
 /// may still come.
 class BusSubscription {

@@ -5,6 +5,7 @@
 #include "Platform/NeverDestroyed.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cstdint>
 #include <map>
 #include <utility>
@@ -30,24 +31,41 @@ public:
     const std::vector<NotificationCategory>& categories() const { return categories_; }
 
     void schedule(NotificationRequest request, Completion completion) {
-        const auto turn = ++lastTurn_;
-        waiting_[request.identifier] = turn; // one that still waits is replaced
         const auto delay = request.trigger ? request.trigger->timeInterval : std::chrono::seconds();
-        queue.asyncAfter(delay, [this, turn, request = std::move(request),
-                                 completion = std::move(completion)] {
-            const auto found = waiting_.find(request.identifier);
-            if (found == waiting_.end() || found->second != turn) {
-                completion(std::nullopt);
-                return;
-            }
-            waiting_.erase(found);
-            desktop_.deliver(request, actionsOf(request.content.categoryIdentifier), completion);
+        const Turn turn{Clock::now() + std::chrono::duration_cast<Clock::duration>(delay),
+                        ++lastNumber_};
+        const auto earlier = std::ranges::find_if(waiting_, [&request](const auto& waiting) {
+            return waiting.second.request.identifier == request.identifier;
         });
+        if (earlier != waiting_.end()) {
+            earlier->second.completion(std::nullopt);
+            waiting_.erase(earlier);
+        }
+        waiting_.emplace(turn, Waiting{std::move(request), std::move(completion)});
+        queue.asyncAfter(delay, [this, turn] { deliverUpTo(turn); });
     }
 
     const DispatchQueue queue = DispatchQueue::serial("com.tarnwell.UserNotificationCenter");
 
 private:
+    using Clock = std::chrono::steady_clock;
+    using Turn = std::pair<Clock::time_point, std::uint64_t>; // when it is due, and its number
+
+    struct Waiting {
+        NotificationRequest request;
+        Completion completion;
+    };
+
+    // Of two delays that end together, either may be told first: whichever is delivers both.
+    void deliverUpTo(const Turn& turn) {
+        while (!waiting_.empty() && waiting_.begin()->first <= turn) {
+            auto next = waiting_.extract(waiting_.begin()).mapped();
+            auto actions = actionsOf(next.request.content.categoryIdentifier);
+            desktop_.deliver(std::move(next.request), std::move(actions),
+                             std::move(next.completion));
+        }
+    }
+
     std::vector<NotificationAction> actionsOf(const std::string& category) const {
         const auto found =
             std::ranges::find(categories_, category, &NotificationCategory::identifier);
@@ -66,8 +84,8 @@ private:
         queue, [this](const NotificationResponse& response) { answer(response); }};
     std::weak_ptr<UserNotificationCenterDelegate> delegate_;
     std::vector<NotificationCategory> categories_;
-    std::map<std::string, std::uint64_t, std::less<>> waiting_; // identifier to turn
-    std::uint64_t lastTurn_ = 0;
+    std::map<Turn, Waiting> waiting_; // a later request of the same identifier replaces one
+    std::uint64_t lastNumber_ = 0;
 };
 
 UserNotificationCenter::UserNotificationCenter()

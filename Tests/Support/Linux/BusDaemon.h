@@ -1,10 +1,10 @@
 #pragma once
 
+#include "Tests/Support/Linux/ChildProcess.h"
 #include "Tests/Support/TemporaryFolder.h"
 
-#include <sys/types.h>
-
 #include <map>
+#include <memory>
 #include <string>
 
 namespace TestSupport {
@@ -16,22 +16,17 @@ public:
     using ActivatableServices = std::map<std::string, std::string>;
 
     explicit BusDaemon(const ActivatableServices& services = {});
-    ~BusDaemon();
-    BusDaemon(const BusDaemon&) = delete;
-    BusDaemon& operator=(const BusDaemon&) = delete;
-    BusDaemon(BusDaemon&&) = delete;
-    BusDaemon& operator=(BusDaemon&&) = delete;
 
     /// For DBUS_SESSION_BUS_ADDRESS.
     const std::string& address() const { return address_; }
 
     /// Ends the bus, as the end of a session does.
-    void end();
+    void end() { daemon_->end(SIGTERM); }
 
 private:
     TemporaryFolder folder_;
+    std::unique_ptr<ChildProcess> daemon_;
     std::string address_;
-    pid_t process_ = -1;
 };
 
 } // namespace TestSupport

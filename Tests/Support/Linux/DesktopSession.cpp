@@ -2,67 +2,14 @@
 
 #include "Tests/Support/WaitUntil.h"
 
-#include <fcntl.h>
-#include <spawn.h>
-#include <sys/wait.h>
-#include <unistd.h>
 #include <xcb/xcb.h>
 
-#include <array>
-#include <csignal>
 #include <cstdlib>
 #include <stdexcept>
-#include <utility>
 #include <vector>
 
 namespace TestSupport {
 namespace {
-
-constexpr int displayDescriptor = 3;
-
-pid_t spawn(std::vector<std::string> words, std::vector<std::string> environment,
-            int inherited = -1) {
-    const auto pointers = [](std::vector<std::string>& texts) {
-        std::vector<char*> list;
-        for (auto& text : texts)
-            list.push_back(text.data());
-        list.push_back(nullptr);
-        return list;
-    };
-    posix_spawn_file_actions_t actions{};
-    posix_spawn_file_actions_init(&actions);
-    for (const int stream : {STDOUT_FILENO, STDERR_FILENO})
-        posix_spawn_file_actions_addopen(&actions, stream, "/dev/null", O_WRONLY, 0);
-    if (inherited != -1)
-        posix_spawn_file_actions_adddup2(&actions, inherited, displayDescriptor);
-    pid_t process = -1;
-    const int failure = posix_spawnp(&process, words.front().c_str(), &actions, nullptr,
-                                     pointers(words).data(), pointers(environment).data());
-    posix_spawn_file_actions_destroy(&actions);
-    if (failure != 0)
-        throw std::runtime_error("cannot start " + words.front());
-    return process;
-}
-
-void end(pid_t& process, int signal) {
-    if (process == -1)
-        return;
-    kill(process, signal);
-    waitpid(std::exchange(process, -1), nullptr, 0);
-}
-
-/// What the X server writes once it listens.
-std::string readDisplay(int descriptor) {
-    std::string text;
-    std::array<char, 16> buffer{};
-    while (!text.ends_with('\n')) {
-        const auto count = read(descriptor, buffer.data(), buffer.size());
-        if (count <= 0)
-            throw std::runtime_error("the X server did not start");
-        text.append(buffer.data(), static_cast<std::size_t>(count));
-    }
-    return ":" + text.substr(0, text.size() - 1);
-}
 
 struct Free {
     void operator()(void* reply) const { std::free(reply); } // NOLINT(*-no-malloc, *-owning-memory)
@@ -109,38 +56,24 @@ private:
 
 } // namespace
 
-DesktopSession::DesktopSession() {
-    std::array<int, 2> pipe{};
-    if (pipe2(pipe.data(), O_CLOEXEC) != 0)
-        throw std::runtime_error("no pipe");
-    server_ = spawn({"Xvfb", "-displayfd", std::to_string(displayDescriptor), "-screen", "0",
-                     "640x480x24", "-nolisten", "tcp", "-noreset"},
-                    {"PATH=/usr/bin:/bin"}, pipe[1]);
-    close(pipe[1]);
-    display_ = readDisplay(pipe[0]);
-    close(pipe[0]);
-    windowManager_ = spawn({"openbox"}, {"PATH=/usr/bin:/bin", "DISPLAY=" + display_,
-                                         "HOME=" + folder_.path().string()});
+DesktopSession::DesktopSession()
+    : server_(
+          {"Xvfb", "-displayfd", "1", "-screen", "0", "640x480x24", "-nolisten", "tcp", "-noreset"})
+    , display_(":" + server_.readLine()) {
+    // While it starts it would manage a new window, but not bring it to the front.
+    windowManager_ = std::make_unique<ChildProcess>(
+        std::vector<std::string>{"openbox", "--startup", "echo started"},
+        std::vector<std::string>{"DISPLAY=" + display_, "HOME=" + folder_.path().string()});
+    for (std::string line; line != "started";) {
+        line = windowManager_->readLine();
+        if (line.empty())
+            throw std::runtime_error("the window manager did not start");
+    }
+}
+
+bool DesktopSession::waitForActiveWindow() const {
     const Client client(display_);
-    if (!waitUntil([&] { return client.windowOfRoot("_NET_SUPPORTING_WM_CHECK") != 0; }))
-        throw std::runtime_error("the window manager did not start");
-}
-
-DesktopSession::~DesktopSession() {
-    end(windowManager_, SIGKILL);
-    end(server_, SIGKILL);
-}
-
-void DesktopSession::freeze() const {
-    kill(server_, SIGSTOP);
-}
-
-void DesktopSession::thaw() const {
-    kill(server_, SIGCONT);
-}
-
-void DesktopSession::crash() {
-    end(server_, SIGKILL);
+    return waitUntil([&] { return client.windowOfRoot("_NET_ACTIVE_WINDOW") != XCB_WINDOW_NONE; });
 }
 
 class ForeignWindow::Impl {

@@ -1,8 +1,7 @@
 #pragma once
 
+#include "Tests/Support/Linux/ChildProcess.h"
 #include "Tests/Support/TemporaryFolder.h"
-
-#include <sys/types.h>
 
 #include <memory>
 #include <string>
@@ -15,27 +14,26 @@ class DesktopSession {
 public:
     /// Throws where there is no X server or window manager to start.
     DesktopSession();
-    ~DesktopSession();
-    DesktopSession(const DesktopSession&) = delete;
-    DesktopSession& operator=(const DesktopSession&) = delete;
-    DesktopSession(DesktopSession&&) = delete;
-    DesktopSession& operator=(DesktopSession&&) = delete;
 
     /// For the environment variable DISPLAY.
     const std::string& display() const { return display_; }
 
+    /// Until some window is in front; false when none came to it.
+    bool waitForActiveWindow() const;
+
     /// Has the X server stand still, and go on.
-    void freeze() const;
-    void thaw() const;
+    void freeze() const { server_.send(SIGSTOP); }
+
+    void thaw() const { server_.send(SIGCONT); }
 
     /// Ends the X server as if it had crashed.
-    void crash();
+    void crash() { server_.end(); }
 
 private:
     TemporaryFolder folder_;
+    ChildProcess server_;
     std::string display_;
-    pid_t server_ = -1;
-    pid_t windowManager_ = -1;
+    std::unique_ptr<ChildProcess> windowManager_;
 };
 
 /// A window of a foreign application, closed with the object.

@@ -3,3 +3,6 @@ find_package(Threads REQUIRED)
 pkg_check_modules(GIO REQUIRED IMPORTED_TARGET gio-2.0)
 pkg_check_modules(XCB REQUIRED IMPORTED_TARGET xcb)
 target_link_libraries(TestSupport PRIVATE PkgConfig::GIO PkgConfig::XCB Threads::Threads)
+
+# Preloaded into the process whose system log is to be read.
+add_library(SystemLogRecorder MODULE ${CMAKE_CURRENT_SOURCE_DIR}/Linux/SystemLogRecorder.cpp)

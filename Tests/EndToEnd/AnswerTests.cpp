@@ -1,0 +1,156 @@
+// What the user's answers to a notification lead to, through a real bus and the installed main
+// application.
+
+#include "Tests/Support/Linux/BusDaemon.h"
+#include "Tests/Support/Linux/ChildProcess.h"
+#include "Tests/Support/Linux/NotificationService.h"
+#include "Tests/Support/WaitUntil.h"
+#include "Tools/AgentTrial.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <optional>
+#include <string>
+
+namespace {
+
+using ::testing::HasSubstr;
+using TestSupport::BusDaemon;
+using TestSupport::ChildProcess;
+using TestSupport::NotificationService;
+using Tools::AgentTrial;
+namespace fs = std::filesystem;
+
+std::string contentOf(const fs::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator(file), {}};
+}
+
+/// An agent on a bus with a notification service, in a home where the main application is
+/// installed: each of its starts is a line in a file.
+class Answer : public ::testing::Test {
+protected:
+    void installApplication(const std::string& extraOfEntry = "") const {
+        TestSupport::writeFile(program,
+                               "#!/bin/sh\n"
+                               "{ echo \"$# arguments: $1;\""
+                               " \"$XDG_ACTIVATION_TOKEN, $DESKTOP_STARTUP_ID;\""
+                               " \"$NOTIFY_SOCKET\"\n"
+                               "  ls /proc/$$/fd >\"$0.fd\"\n" // a pipe would be counted
+                               "  grep '^[3-9]$' \"$0.fd\"\n"
+                               "  grep SigIgn /proc/$$/status | tail -c 8; } >>\"$0.starts\"\n");
+        fs::permissions(program, fs::perms::owner_all);
+        const auto entries = trial.home() / ".local/share/applications";
+        fs::create_directories(entries);
+        TestSupport::writeFile(
+            entries / "com.tarnwell.VesperPro10.desktop",
+            "[Desktop Entry]\nType=Application\nName=Vesper Pro\nExec=" + program.string() +
+                " %u\n" + extraOfEntry + "MimeType=x-scheme-handler/vesperpro10joburl;\n");
+        fs::create_directories(trial.home() / ".config");
+        TestSupport::writeFile(trial.home() / ".config/mimeapps.list",
+                               "[Default Applications]\nx-scheme-handler/vesperpro10joburl="
+                               "com.tarnwell.VesperPro10.desktop\n");
+    }
+
+    void start(const BusDaemon& session) {
+        trial.environment["DBUS_SESSION_BUS_ADDRESS"] = session.address();
+        trial.environment["LD_PRELOAD"] = "libnss_wrapper.so:" CORBEL_SYSTEM_LOG_RECORDER;
+        trial.environment["CORBEL_SYSTEM_LOG"] = log;
+        ASSERT_TRUE(trial.start());
+    }
+
+    // What the service is asked to show once the file was saved.
+    TestSupport::NotifyCall shown(NotificationService& service, const fs::path& file) const {
+        trial.save(file, file.string());
+        const auto call = service.next();
+        EXPECT_TRUE(call) << "no notification of " << file;
+        return call.value_or(TestSupport::NotifyCall());
+    }
+
+    static std::string link(const fs::path& file) {
+        const ChildProcess encoder(
+            {"sh", "-c", "printf %s \"$0\" | base64 --wrap=0", file.string()});
+        return "vesperpro10joburl://" + encoder.readAll();
+    }
+
+    std::string starts() const { return contentOf(program.string() + ".starts"); }
+
+    void expectStarts(const std::string& lines) const {
+        TestSupport::waitUntil([&] { return starts().size() >= lines.size(); });
+        EXPECT_EQ(starts(), lines);
+    }
+
+    AgentTrial trial{CORBEL_AGENT};
+    const fs::path program = trial.home() / "application";
+    const fs::path log = trial.home() / "system.log";
+};
+
+TEST_F(Answer, ShowOpensTheJobOrTheApplicationAndAnyOtherAnswerNothing) {
+    const BusDaemon bus;
+    NotificationService service(bus.address());
+    NotificationService stranger(bus.address(), {}, "org.example.Stranger");
+    installApplication();
+    start(bus);
+    const std::string noDescriptorNoSignal = "\n0000000\n";
+
+    const auto job = trial.userAgents() / "\u00FF~~~???.plist"; // a "+" and a "/" in the link
+    const auto added = shown(service, job);
+    stranger.emitActionInvoked(added.number, "ShowAction");
+    service.emitActionInvoked(added.number + 1000, "ShowAction");
+    service.emitActivationToken(added.number + 1000, "token of another");
+    service.emitActionInvoked(added.number, "default");
+    EXPECT_TRUE(TestSupport::waitUntil([&] { return !contentOf(log).empty(); }));
+    service.emitActivationToken(added.number, "token-1");
+    service.emitActionInvoked(added.number, "ShowAction");
+    const auto start = "1 arguments: " + link(job) + "; token-1, token-1; " + noDescriptorNoSignal;
+    expectStarts(start);
+
+    fs::remove(job);
+    const auto deleted = service.next();
+    ASSERT_TRUE(deleted);
+    service.emitNotificationClosed(deleted->number, 2); // the answer comes after all
+    service.emitActionInvoked(deleted->number, "ShowAction");
+    expectStarts(start + "0 arguments: ; , ; " + noDescriptorNoSignal);
+    EXPECT_EQ(contentOf(log), "Unknown action\n");
+
+    service.vanish();
+    service.comeBack({"actions"});
+    service.emitActionInvoked(added.number, "ShowAction"); // the number of another owner's
+    const auto next = trial.userAgents() / "next.plist";
+    service.emitActionInvoked(shown(service, next).number, "ShowAction");
+    TestSupport::waitUntil([&] { return starts().find(link(next)) != std::string::npos; });
+    EXPECT_EQ(starts().find(link(job), start.size()), std::string::npos);
+    EXPECT_NE(starts().find(link(next)), std::string::npos);
+}
+
+TEST_F(Answer, AsksTheBusForAnApplicationThatWantsIt) {
+    const BusDaemon bus(
+        BusDaemon::ActivatableServices{{"com.tarnwell.VesperPro10", "/bin/sleep 20"}});
+    const ChildProcess monitor(
+        {"dbus-monitor", "--address", bus.address(), "interface='org.freedesktop.Application'"});
+    const auto skipTo = [&monitor](const std::string& text) {
+        std::string line = monitor.readLine();
+        while (!line.empty() && line.find(text) == std::string::npos)
+            line = monitor.readLine();
+        return line;
+    };
+    ASSERT_FALSE(skipTo("NameLost").empty());
+    NotificationService service(bus.address());
+    installApplication("DBusActivatable=true\nStartupNotify=true\n");
+    start(bus);
+
+    const auto job = trial.userAgents() / "x.plist";
+    const auto added = shown(service, job);
+    service.emitActivationToken(added.number, "token-1");
+    service.emitActionInvoked(added.number, "ShowAction");
+    EXPECT_THAT(skipTo("method call"), HasSubstr("member=Open"));
+    EXPECT_THAT(skipTo("vesperpro10joburl"), HasSubstr("\"" + link(job) + "\""));
+    EXPECT_THAT(skipTo("token-1"), HasSubstr("\"token-1\""));
+    EXPECT_EQ(starts(), "");
+}
+
+} // namespace

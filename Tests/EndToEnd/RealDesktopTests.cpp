@@ -1,0 +1,106 @@
+// The agent on a desktop as users have it: an X server, a window manager, a session bus and a
+// notification daemon that nobody here wrote.
+
+#include "Tests/Support/Linux/BusDaemon.h"
+#include "Tests/Support/Linux/ChildProcess.h"
+#include "Tests/Support/Linux/DesktopSession.h"
+#include "Tests/Support/WaitUntil.h"
+#include "Tools/AgentTrial.h"
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace {
+
+using TestSupport::ChildProcess;
+using TestSupport::waitUntil;
+using TestSupport::writeFile;
+using Tools::AgentTrial;
+namespace fs = std::filesystem;
+
+class RealDesktop : public ::testing::Test {
+protected:
+    RealDesktop() {
+        makeProgram(menu, "grep Show"); // the user's choice among a notification's actions
+        makeProgram(application, "echo \"$1\" >\"$0.link\"");
+        writeFile(configuration, "[global]\nwidth = 420\norigin = top-right\noffset = 24x24\n"
+                                 "font = DejaVu Sans 10\nframe_width = 1\ncorner_radius = 6\n"
+                                 "dmenu = " +
+                                     menu.string() + "\n");
+        trial.environment.insert({{"DISPLAY", session.display()},
+                                  {"DBUS_SESSION_BUS_ADDRESS", bus.address()},
+                                  {"NSS_WRAPPER_DISABLE_DEEPBIND", "1"}});
+    }
+
+    static void makeProgram(const fs::path& path, const std::string& command) {
+        writeFile(path, "#!/bin/sh\n" + command + "\n");
+        fs::permissions(path, fs::perms::owner_all);
+    }
+
+    void installApplication() const {
+        const auto entries = trial.home() / ".local/share/applications";
+        fs::create_directories(entries);
+        fs::create_directories(trial.home() / ".config");
+        writeFile(entries / "vesper.desktop", "[Desktop Entry]\nType=Application\nName=V\nExec=" +
+                                                  application.string() + " %u\n");
+        writeFile(trial.home() / ".config/mimeapps.list",
+                  "[Default Applications]\nx-scheme-handler/vesperpro10joburl=vesper.desktop\n");
+    }
+
+    std::vector<std::string> sessionEnvironment() const {
+        return {"DISPLAY=" + session.display(), "DBUS_SESSION_BUS_ADDRESS=" + bus.address(),
+                "HOME=" + trial.home().string()};
+    }
+
+    std::string ask(std::vector<std::string> command) const {
+        return ChildProcess(std::move(command), sessionEnvironment()).readLine();
+    }
+
+    bool displays(const std::string& count) const {
+        return waitUntil([&] { return ask({"dunstctl", "count", "displayed"}) == count; });
+    }
+
+    TestSupport::DesktopSession session;
+    TestSupport::BusDaemon bus;
+    AgentTrial trial{CORBEL_AGENT};
+    const fs::path menu = trial.home() / "menu";
+    const fs::path application = trial.home() / "application";
+    const fs::path configuration = trial.home() / "dunstrc";
+};
+
+// Leaves a screenshot: what the user sees.
+TEST_F(RealDesktop, ShowsAChangeWhoseButtonOpensTheJobAndSurvivesAStandstill) {
+    const fs::path screenshot = CORBEL_BINARY_DIR "/notification.png";
+    installApplication();
+    const ChildProcess daemon({"dunst", "-config", configuration.string()}, sessionEnvironment());
+    ASSERT_TRUE(displays("0"));
+    ASSERT_TRUE(trial.start());
+    trial.save(trial.userAgents() / "org.example.backup.plist",
+               Tools::jobFile("org.example.backup"));
+    ASSERT_TRUE(displays("1"));
+    fs::remove(screenshot);
+    EXPECT_EQ(ask({"scrot", "--overwrite", "--autoselect", "156,0,484,104", screenshot.string()}),
+              "");
+    EXPECT_TRUE(fs::exists(screenshot));
+
+    ask({"dunstctl", "context"});
+    EXPECT_TRUE(waitUntil([&] { return fs::exists(application.string() + ".link"); }));
+
+    ask({"dunstctl", "close-all"});
+    ASSERT_TRUE(displays("0"));
+    daemon.send(SIGSTOP);
+    trial.save(trial.userAgents() / "late.plist", "late");
+    const auto line = trial.nextLine();
+    ASSERT_TRUE(line) << "a daemon that stands still is not noticed";
+    EXPECT_EQ(line->text, "org.freedesktop.Notifications.Notify: Timeout was reached");
+    daemon.send(SIGCONT);
+    EXPECT_TRUE(displays("1"));
+    trial.save(trial.userAgents() / "next.plist", "next");
+    EXPECT_TRUE(displays("2"));
+}
+
+} // namespace

@@ -18,6 +18,10 @@ foreach(language CXX OBJCXX)
     # zig leaves out frame pointers when it optimises, and adds a trapping sanitizer when not.
     set(CMAKE_${language}_FLAGS_INIT "-fno-omit-frame-pointer -fno-sanitize=undefined -Wno-unused-command-line-argument")
 endforeach()
+# zig's own cache does not serve compilations that write dependencies; ccache does, once it is told
+# what this compiler is, of which it sees the wrapper alone.
+file(SHA256 ${CORBEL_TOOLCHAIN}/zig/.package identity)
+set(CORBEL_CCACHE_SETTINGS env CCACHE_COMPILERTYPE=clang CCACHE_COMPILERCHECK=string:${identity})
 # Only the back end may see a framework.
 set(CMAKE_OBJCXX_STANDARD_INCLUDE_DIRECTORIES ${CMAKE_CURRENT_LIST_DIR}/stubsdk/include)
 

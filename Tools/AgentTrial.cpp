@@ -35,6 +35,8 @@ bool waitReadable(int descriptor, AgentTrial::Clock::time_point deadline) {
 
 int openNotifySocket(const std::filesystem::path& path) {
     const int descriptor = socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC, 0);
+    if (descriptor == -1)
+        throw std::runtime_error("no socket");
     sockaddr_un address{};
     address.sun_family = AF_UNIX;
     if (path.string().size() >= sizeof address.sun_path)

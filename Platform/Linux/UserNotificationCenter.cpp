@@ -41,7 +41,8 @@ public:
             earlier->second.completion(std::nullopt);
             waiting_.erase(earlier);
         }
-        waiting_.emplace(turn, Waiting{std::move(request), std::move(completion)});
+        waiting_.emplace(
+            turn, Waiting{.request = std::move(request), .completion = std::move(completion)});
         queue.asyncAfter(delay, [this, turn] { deliverUpTo(turn); });
     }
 

@@ -38,7 +38,7 @@ TEST_F(JobScanTest, TakesEveryReadableFileAndNothingElse) {
     writeFile(folder / "job.plist", job("org.example"));
     writeFile(folder / ".hidden", "");
     writeFile(folder / ".DS_Store", "finder");
-    writeFile(folder / "a b%20\xFF.txt", "not a property list");
+    writeFile(folder / "a b%20\u00E9.txt", "not a property list");
     std::filesystem::create_directory(folder / "folder");
     std::filesystem::create_symlink(folder / "job.plist", folder / "link");
     std::filesystem::create_symlink(folder / "circle", folder / "circle");
@@ -50,7 +50,7 @@ TEST_F(JobScanTest, TakesEveryReadableFileAndNothingElse) {
     std::vector<std::string> paths;
     for (const auto& [found, seen] : jobs)
         paths.push_back(found);
-    EXPECT_EQ(paths, (std::vector{path(".hidden"), path("a b%20\xFF.txt"), path("job.plist"),
+    EXPECT_EQ(paths, (std::vector{path(".hidden"), path("a b%20\u00E9.txt"), path("job.plist"),
                                   path("link")}));
     EXPECT_EQ(jobs.at(path("job.plist")).label, "org.example");
     EXPECT_EQ(jobs.at(path("link")).label, "org.example");

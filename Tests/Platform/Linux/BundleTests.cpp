@@ -1,0 +1,50 @@
+#include "Tests/Platform/BundleFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+TEST(Bundle, ChoosesTheLocalisationThatSuitsTheUserBest) {
+    struct Case {
+        std::vector<std::string> available;
+        std::string languages;
+        std::string chosen;
+    };
+
+    const std::vector<Case> cases{
+        {{"en", "pt", "pt-BR"}, "pt_BR", "pt-BR"},
+        {{"en", "pt", "pt_BR"}, "pt_BR", "pt_BR"},
+        {{"en", "pt"}, "pt_BR.UTF-8", "pt"},
+        {{"en", "pt-BR"}, "pt_PT", "en"},
+        {{"en", "zh-Hans", "zh-Hant"}, "zh_TW", "zh-Hant"},
+        {{"en", "zh-Hans", "zh-Hant"}, "zh_HK", "zh-Hant"},
+        {{"en", "zh-Hans", "zh-Hant"}, "zh_CN", "zh-Hans"},
+        {{"en", "zh-Hans", "zh-Hant"}, "zh", "zh-Hans"},
+        {{"en", "sr", "sr-Latn"}, "sr_RS@latin", "sr-Latn"},
+        {{"en", "sr", "sr-Latn"}, "sr_RS", "sr"},
+        {{"en", "nb"}, "no_NO", "nb"},
+        {{"en", "no"}, "nb_NO", "no"},
+        {{"en", "de", "fr"}, "it:fr:de", "fr"},
+        {{"en", "de"}, "it:xx", "en"},
+        {{"de"}, "it", "Language"},
+        {{}, "it", "Language"},
+    };
+    for (const auto& [available, languages, chosen] : cases) {
+        BundleFolder folder;
+        for (const auto& name : available)
+            folder.localize(name);
+        const Languages user(languages);
+        EXPECT_EQ(folder.open().localizedString("Language"), chosen) << languages;
+    }
+}
+
+TEST(Bundle, GivesTheKeyWhereTheTextIsNoneOrTheTableTooLarge) {
+    BundleFolder folder;
+    folder.write("Resources/en.lproj/Localizable.strings",
+                 propertyList("<key>Number</key><integer>1</integer>"));
+    folder.write("Resources/en.lproj/Huge.strings",
+                 propertyList(entry("Key", "Text") + std::string(9 << 20, ' ')));
+    const Languages user("en");
+    EXPECT_EQ(folder.open().localizedString("Number"), "Number");
+    EXPECT_EQ(folder.open().localizedString("Key", "Huge"), "Key");
+}

@@ -1,0 +1,151 @@
+// The settings of a suite as the file that they are here, which any program may write.
+
+#include "Tests/Platform/UserDefaultsSuite.h"
+
+#include <sys/stat.h>
+#include <sys/wait.h>
+
+#include <fstream>
+#include <functional>
+#include <iterator>
+#include <thread>
+#include <utility>
+
+namespace {
+
+using namespace Platform;
+using TestSupport::waitUntil;
+using TestSupport::writeFile;
+namespace fs = std::filesystem;
+
+std::string settings(const std::string& key, const std::string& text) {
+    return "<plist><dict><key>" + key + "</key><string>" + text +
+           "</string><key>Other</key><true/></dict></plist>";
+}
+
+/// The file of the fixture's suite.
+template <class Fixture>
+class WithFile : public Fixture {
+protected:
+    void makeFolder() const { fs::create_directories(file.parent_path()); }
+
+    std::string content() const {
+        std::ifstream stream(file, std::ios::binary);
+        return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
+    }
+
+    const fs::path file = this->configuration / "tarnwell" / (this->suiteName + ".plist");
+};
+
+using UserDefaultsFile = WithFile<UserDefaultsTest>;
+using UserDefaultsFileObservation = WithFile<UserDefaultsObservation>;
+
+TEST_F(UserDefaultsFile, ThatHasNoPlaceMakesNoSuite) {
+    const TestSupport::EnvironmentVariable noFolder("XDG_CONFIG_HOME", "/dev/null");
+    EXPECT_FALSE(UserDefaults::suite(suiteName));
+}
+
+TEST_F(UserDefaultsFile, KeepsFileAndFoldersToTheUserAndTheFileInItsForm) {
+    open().set("Key", true);
+    EXPECT_TRUE(content().starts_with("<?xml"));
+    const auto modeOf = [](const fs::path& path) { return fs::status(path).permissions(); };
+    EXPECT_EQ(modeOf(file), fs::perms::owner_read | fs::perms::owner_write);
+    EXPECT_EQ(modeOf(file.parent_path()), fs::perms::owner_all);
+    EXPECT_EQ(modeOf(configuration.parent_path()), fs::perms::owner_all);
+
+    const auto binary =
+        PropertyList(PropertyList::Dictionary{{"Old", true}}).write(PropertyList::Format::binary);
+    writeFile(file, {reinterpret_cast<const char*>(binary->data()), binary->size()});
+    open().set("Key", std::string("\x01")); // which XML cannot hold
+    EXPECT_TRUE(content().starts_with("bplist00"));
+    EXPECT_EQ(open().boolean("Old"), true);
+    EXPECT_EQ(open().string("Key"), "\x01");
+}
+
+TEST_F(UserDefaultsFile, ReplacesNothingThatItCannotRead) {
+    makeFolder();
+    ASSERT_EQ(mkfifo(file.c_str(), 0600), 0);
+    open().set("Key", true);
+    EXPECT_TRUE(fs::is_fifo(file));
+    EXPECT_FALSE(open().object("Key"));
+    fs::remove(file);
+    writeFile(file, settings("Key", "x"));
+    fs::resize_file(file, 17 << 20U);
+    open().set("Key", true);
+    EXPECT_EQ(fs::file_size(file), 17 << 20U);
+    EXPECT_FALSE(open().object("Key"));
+}
+
+TEST_F(UserDefaultsFile, ProcessesAndThreadsNeverLoseEachOthersKeys) {
+    constexpr int rounds = 40;
+    const auto store = [](const std::string& who) {
+        auto defaults = open();
+        for (int i = 0; i < rounds; ++i)
+            defaults.set(who + std::to_string(i), true);
+    };
+    const pid_t child = fork();
+    ASSERT_NE(child, -1);
+    if (child == 0) {
+        store("process");
+        _exit(0);
+    }
+    std::thread thread(store, "thread");
+    store("main");
+    thread.join();
+    int status = -1;
+    ASSERT_EQ(waitpid(child, &status, 0), child);
+    ASSERT_EQ(status, 0);
+    const auto defaults = open();
+    for (const auto* who : {"process", "thread", "main"}) {
+        for (int i = 0; i < rounds; ++i)
+            EXPECT_EQ(defaults.boolean(who + std::to_string(i)), true) << who << i;
+    }
+}
+
+TEST_F(UserDefaultsFileObservation, TellsHoweverTheFileComesToDiffer) {
+    const auto elsewhere = folder / "elsewhere";
+    const auto parent = file.parent_path();
+    const std::pair<std::function<void()>, const char*> steps[] = {
+        {[&] { open().set("Key", std::string("late")); }, "late"}, // no folder so far
+        {[&] { writeFile(file, settings("Key", "in place")); }, "in place"},
+        {[&] { TestSupport::replaceFile(file, settings("Key", "replaced")); }, "replaced"},
+        {[&] { fs::remove(file); }, "-"},
+        {[&] { writeFile(file, settings("Key", "anew")); }, "anew"},
+        {[&] { writeFile(file, "<plist><dict>"); }, "-"},
+        {[&] { writeFile(file, settings("Key", "repaired")); }, "repaired"},
+        {[&] { fs::rename(parent, elsewhere); }, "-"},
+        {[&] { fs::rename(elsewhere, parent); }, "repaired"},
+        {[&] { fs::rename(configuration.parent_path(), elsewhere); }, "-"},
+        {[&] { makeFolder(), writeFile(file, settings("Key", "new folder")); }, "new folder"},
+        {[&] { fs::remove_all(configuration.parent_path()); }, "-"},
+        {[&] { open().set("Key", std::string("last")); }, "last"},
+    };
+    const auto observation = observe("Key");
+    for (const auto& [step, value] : steps) {
+        step();
+        expectToldInTheEnd(std::string("Key:") + value);
+    }
+}
+
+TEST_F(UserDefaultsFileObservation, TellsNothingOfAFileThatSaysTheSameAndWatchesNothingInTheEnd) {
+    const auto watchesNothing = [] {
+        for (const auto& entry : fs::directory_iterator("/proc/self/fd")) {
+            std::error_code gone;
+            if (fs::read_symlink(entry, gone) == "anon_inode:inotify")
+                return false;
+        }
+        return true;
+    };
+    open().set("B", std::string("kept"));
+    {
+        const auto a = observe("A");
+        const auto b = observe("B");
+        fs::last_write_time(file, fs::file_time_type::clock::now());
+        TestSupport::replaceFile(file, settings("B", "kept"));
+        open().set("A", std::string("1"));
+        expectTold({"A:1"});
+    }
+    EXPECT_TRUE(waitUntil(watchesNothing));
+}
+
+} // namespace

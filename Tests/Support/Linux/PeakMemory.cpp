@@ -1,0 +1,13 @@
+#include "Tests/Support/PeakMemory.h"
+
+#include <sys/resource.h>
+
+namespace TestSupport {
+
+long peakMemory() {
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    return usage.ru_maxrss * 1024; // which is in kibibytes here
+}
+
+} // namespace TestSupport

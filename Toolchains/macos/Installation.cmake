@@ -1,5 +1,5 @@
 # Where Scripts/install-macos-toolchain puts things.
-if(DEFINED ENV{XDG_CACHE_HOME})
+if(NOT "$ENV{XDG_CACHE_HOME}" STREQUAL "")
     set(CORBEL_TOOLCHAIN $ENV{XDG_CACHE_HOME}/corbel-macos)
 else()
     set(CORBEL_TOOLCHAIN $ENV{HOME}/.cache/corbel-macos)

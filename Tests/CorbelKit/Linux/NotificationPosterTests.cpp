@@ -48,7 +48,8 @@ void UserNotificationCenter::getNotificationSettings(
 void UserNotificationCenter::add(NotificationRequest request,
                                  std::function<void(std::optional<Error> error)> completion) {
     script.requests.push_back(std::move(request));
-    completion(script.refusal);
+    const auto complete = std::move(completion);
+    complete(script.refusal);
 }
 
 } // namespace Platform

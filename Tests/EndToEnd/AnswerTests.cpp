@@ -3,6 +3,7 @@
 
 #include "Tests/Support/Linux/BusDaemon.h"
 #include "Tests/Support/Linux/ChildProcess.h"
+#include "Tests/Support/Linux/MainApplication.h"
 #include "Tests/Support/Linux/NotificationService.h"
 #include "Tests/Support/WaitUntil.h"
 #include "Tools/AgentTrial.h"
@@ -44,16 +45,8 @@ protected:
                                "  grep '^[3-9]$' \"$0.fd\"\n"
                                "  grep SigIgn /proc/$$/status | tail -c 8; } >>\"$0.starts\"\n");
         fs::permissions(program, fs::perms::owner_all);
-        const auto entries = trial.home() / ".local/share/applications";
-        fs::create_directories(entries);
-        TestSupport::writeFile(
-            entries / "com.tarnwell.VesperPro10.desktop",
-            "[Desktop Entry]\nType=Application\nName=Vesper Pro\nExec=" + program.string() +
-                " %u\n" + extraOfEntry + "MimeType=x-scheme-handler/vesperpro10joburl;\n");
-        fs::create_directories(trial.home() / ".config");
-        TestSupport::writeFile(trial.home() / ".config/mimeapps.list",
-                               "[Default Applications]\nx-scheme-handler/vesperpro10joburl="
-                               "com.tarnwell.VesperPro10.desktop\n");
+        TestSupport::installMainApplication(
+            trial.home(), "Name=Vesper Pro\nExec=" + program.string() + " %u\n" + extraOfEntry);
     }
 
     void start(const BusDaemon& session) {

@@ -3,6 +3,7 @@
 #include "Tests/Support/Linux/BusDaemon.h"
 #include "Tests/Support/Linux/ChildProcess.h"
 #include "Tests/Support/Linux/DesktopSession.h"
+#include "Tests/Support/Linux/MainApplication.h"
 #include "Tools/AgentTrial.h"
 
 #include <gtest/gtest.h>
@@ -20,11 +21,8 @@ namespace fs = std::filesystem;
 class FrontApplication : public ::testing::Test {
 protected:
     void SetUp() override {
-        const auto entries = trial.home() / ".local/share/applications";
-        fs::create_directories(entries);
-        TestSupport::writeFile(entries / "com.tarnwell.VesperPro10.desktop",
-                               "[Desktop Entry]\nType=Application\nExec=zenity\n"
-                               "Name=Something else\nName[de]=Vesper Pro\n");
+        TestSupport::installMainApplication(
+            trial.home(), "Exec=zenity\nName=Something else\nName[de]=Vesper Pro\n");
         trial.environment["DISPLAY"] = session.display();
         trial.environment["LC_ALL"] = "de_DE.UTF-8";
         // The sanitizers do not bear the way in which the wrapper would pass on gethostname.

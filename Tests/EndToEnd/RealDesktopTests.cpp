@@ -4,6 +4,7 @@
 #include "Tests/Support/Linux/BusDaemon.h"
 #include "Tests/Support/Linux/ChildProcess.h"
 #include "Tests/Support/Linux/DesktopSession.h"
+#include "Tests/Support/Linux/MainApplication.h"
 #include "Tests/Support/WaitUntil.h"
 #include "Tools/AgentTrial.h"
 
@@ -41,16 +42,6 @@ protected:
         fs::permissions(path, fs::perms::owner_all);
     }
 
-    void installApplication() const {
-        const auto entries = trial.home() / ".local/share/applications";
-        fs::create_directories(entries);
-        fs::create_directories(trial.home() / ".config");
-        writeFile(entries / "vesper.desktop", "[Desktop Entry]\nType=Application\nName=V\nExec=" +
-                                                  application.string() + " %u\n");
-        writeFile(trial.home() / ".config/mimeapps.list",
-                  "[Default Applications]\nx-scheme-handler/vesperpro10joburl=vesper.desktop\n");
-    }
-
     std::vector<std::string> sessionEnvironment() const {
         return {"DISPLAY=" + session.display(), "DBUS_SESSION_BUS_ADDRESS=" + bus.address(),
                 "HOME=" + trial.home().string()};
@@ -75,7 +66,8 @@ protected:
 // Leaves a screenshot: what the user sees.
 TEST_F(RealDesktop, ShowsAChangeWhoseButtonOpensTheJobAndSurvivesAStandstill) {
     const fs::path screenshot = CORBEL_BINARY_DIR "/notification.png";
-    installApplication();
+    TestSupport::installMainApplication(trial.home(),
+                                        "Name=V\nExec=" + application.string() + " %u\n");
     const ChildProcess daemon({"dunst", "-config", configuration.string()}, sessionEnvironment());
     ASSERT_TRUE(displays("0"));
     ASSERT_TRUE(trial.start());

@@ -121,8 +121,4 @@ TEST_F(FileSystemObjectSourceTest, AnOverflowOfTheSystemsQueueIsAnEventToo) {
     cancelAndWait();
 }
 
-TEST(FileSystemObjectSource, OpensNothingThatIsMissing) {
-    EXPECT_EQ(FileSystemObjectSource::openForEvents(URL::file("/nowhere/at/all")), -1);
-}
-
 } // namespace

@@ -38,9 +38,7 @@ void check(const std::vector<Case>& cases) {
 
 TEST(PropertyListXML, ReadsEachKindOfValueAndRefusesWhatItsElementDoesNotAllow) {
     check({
-        {"<string/>", string("")},
         {"<string>a&lt;&#228;<!-- x --><![CDATA[<b>]]><?p?>c</string>", string("a<\u00E4<b>c")},
-        {"<string>a<b/></string>", none},
         {"<string>&nbsp;</string>", none},
         {"<!DOCTYPE plist SYSTEM 'x.dtd'><string>&nbsp;</string>", none},
         {"<integer> 12\n</integer>", 12},
@@ -49,34 +47,18 @@ TEST(PropertyListXML, ReadsEachKindOfValueAndRefusesWhatItsElementDoesNotAllow) 
         {"<integer>18446744073709551615</integer>", std::numeric_limits<std::uint64_t>::max()},
         {"<integer>18446744073709551616</integer>", none},
         {"<integer>-0x1F</integer>", -31},
-        {"<integer>+7</integer>", 7},
-        {"<integer/>", none},
-        {"<integer>0x</integer>", none},
-        {"<integer>1 2</integer>", none},
         {"<integer>" + repeated("0", 600) + "</integer>", none},
         {"<real>-1.5e3</real>", -1500.0},
-        {"<real>.5</real>", 0.5},
         {"<real>-Infinity</real>", -std::numeric_limits<double>::infinity()},
         {"<real>1e999</real>", std::numeric_limits<double>::infinity()},
         {"<real>0x1p3</real>", none},
-        {"<real>1e</real>", none},
-        {"<real>.</real>", none},
-        {"<real>1,5</real>", none},
         {"<true/>", true},
-        {"<false> </false>", false},
-        {"<true>1</true>", none},
         {"<date>1970-01-02T00:00:01Z</date>", date(86401)},
-        {"<date>1969-12-31T23:59:59Z</date>", date(-1)},
         {"<date>2023-02-29T00:00:00Z</date>", none},
         {"<date>2023-02-28T24:00:00Z</date>", none},
-        {"<date>2023-02-28</date>", none},
         {"<data> YW\nJj </data>", data("abc")},
-        {"<data>YQ==</data>", data("a")},
-        {"<data/>", data("")},
         {"<data>YQ</data>", none},
         {"<data>YQ==YQ==</data>", none},
-        {"<data>Y===</data>", none},
-        {"<data>Y-Jj</data>", none},
     });
     const auto notANumber = read("<real>NaN</real>").value_or(PropertyList());
     EXPECT_TRUE(std::isnan(std::get<double>(notANumber.value())));
@@ -84,27 +66,17 @@ TEST(PropertyListXML, ReadsEachKindOfValueAndRefusesWhatItsElementDoesNotAllow) 
 
 TEST(PropertyListXML, HoldsTheOrderOfKeysAndValuesAndOneRoot) {
     check({
-        {"<dict/>", Dictionary()},
         {" <dict> <key>a</key> <array> <true/> <false/> </array> </dict> ",
          Dictionary{{"a", Array{true, false}}}},
         {"<dict><key>a</key><true/><key>a</key><false/></dict>", Dictionary{{"a", false}}},
         {"<dict><key>a</key></dict>", none},
         {"<dict><key>a</key><key>b</key><true/></dict>", none},
-        {"<dict><true/></dict>", none},
         {"<dict><key>a</key><true/><true/></dict>", none},
         {"<array><key>a</key></array>", none},
-        {"<key>a</key>", none},
-        {"<array>x</array>", none},
-        {"<array><set/></array>", none},
         {"<array><plist><true/></plist></array>", none},
-        {"<plist version='1.0'><true/></plist>", true},
         {"<plist><plist><true/></plist></plist>", none},
-        {"<plist/>", none},
         {"<plist><true/><true/></plist>", none},
-        {"<plist>x<true/></plist>", none},
         {"<true/><true/>", none},
-        {"<true>", none},
-        {"", none},
     });
 }
 
@@ -130,10 +102,8 @@ TEST(PropertyListXML, DeclaresNothing) {
         {"<!DOCTYPE plist PUBLIC '-//X//Y' 'http://example.com/x.dtd'><true/>", true},
         {"<!DOCTYPE plist [<!-- nothing -->]><true/>", true},
         {"<!DOCTYPE plist [<!ENTITY a 'b'>]><true/>", none},
-        {"<!DOCTYPE plist [<!ENTITY % a 'b'>]><true/>", none},
         {"<!DOCTYPE plist [<!ENTITY a SYSTEM '/etc/passwd'>]><string>&a;</string>", none},
         {"<!DOCTYPE plist [<!ATTLIST true a CDATA 'b'>]><true/>", none},
-        {"<!DOCTYPE plist [<!ELEMENT plist ANY>]><true/>", none},
         {"<!DOCTYPE plist [%a; <!ENTITY b 'c'>]><string>&b;</string>", none},
     });
 }
@@ -142,31 +112,19 @@ TEST(PropertyListText, ReadsTheOldForm) {
     check({
         {"{ a = b; \"c d\" = ( 1, '2', ); }",
          Dictionary{{"a", string("b")}, {"c d", Array{string("1"), string("2")}}}},
-        {"{}", Dictionary()},
-        {"()", Array()},
         {"(a b)", none},
-        {"(,)", none},
         {"{ a = b }", none},
-        {"{ a = ; }", none},
-        {"{ a = b; ", none},
         {"{} {}", none},
         {"<0fbd 77>", data("\x0F\xBD\x77")},
-        {"<>", data("")},
         {"<0fb>", none},
-        {"<0f", none},
-        {"lone/path-1.0", string("lone/path-1.0")},
         {"bplist", string("bplist")},
-        {"two words", none},
-        {"// only a comment", none},
         {"/* no end", none},
         {"/**/a //\n", string("a")},
         {"\"http://x\" = http://y;\n/* c */ key;", // a table of localised texts
          Dictionary{{"http://x", string("http://y")}, {"key", string("key")}}},
-        {"a = b", none},
         {"a = b; (", none},
         {"(\xC3\xA4)", none},
         {"\"\xC3\xA4\"", string("\u00E4")},
-        {"\"\xE4\"", none},
         {"\xEF\xBB\xBF\"\xC3\xA4\"", string("\u00E4")},
         {"\xFF\xFE" + utf16("{a=b;}", false), Dictionary{{"a", string("b")}}},
         {"\xFE\xFF" + utf16("{a=b;}", true) + "x", none},
@@ -183,7 +141,6 @@ TEST(PropertyListText, ResolvesEscapes) {
         {R"("\400")", none},
         {R"("\U00e4\ue4;\Ud83d\Ude00")", string("\u00E4\u00E4;\U0001F600")},
         {R"("\Ud83d\U0041\Ude00")", string("\uFFFDA\uFFFD")},
-        {R"("\Ux")", none},
         {R"("no end\")", none},
     });
 }
@@ -192,11 +149,8 @@ TEST(PropertyListBinary, ReadsEachKindOfObject) {
     const auto one = [](const std::string& object) { return binary({object}); };
     check({
         {one("\x00"s), PropertyList()},
-        {one("\x0F"s), PropertyList()},
         {one("\x07"s), none},
-        {one("\x08"s), false},
         {one("\x10\xFF"s), 255},
-        {one("\x11\xFF\xFF"s), 65535},
         {one("\x12\xFF\xFF\xFF\xFF"s), std::int64_t{4294967295}},
         {one("\x13\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF"s), -1},
         {one("\x14" + std::string(8, '\0') + std::string(8, '\xFF')),
@@ -207,7 +161,6 @@ TEST(PropertyListBinary, ReadsEachKindOfObject) {
         {one("\x15" + std::string(32, '\0')), none},
         {one("\x22\x3F\xC0\0\0"s), 1.5},
         {one("\x23\x3F\xF8\0\0\0\0\0\0"s), 1.5},
-        {one("\x21\0\0"s), none},
         {one("\x33\0\0\0\0\0\0\0\0"s), date(978307200)},
         {one("Cxyz"), data("xyz")},
         {one("\x5F\x10\x03"
@@ -217,12 +170,10 @@ TEST(PropertyListBinary, ReadsEachKindOfObject) {
         {one("\x52k\xE4"), none},
         {one("\x63\0a\xD8\x3D\xDE\0"s), string("a\U0001F600")},
         {one("\x62\xD8\x3D\0a"s), string("\uFFFDa")},
-        {one("p"), none},
         {one("\x81\x01\x02"s), PropertyList::UID{258}},
         {one("\x8F" + std::string(15, '\0') + "\x05"), PropertyList::UID{5}},
         {one("\x88" + std::string(9, '\x01')), none},
         {binary({"\xA2\x01\x01", "\x09"}), Array{true, true}},
-        {binary({"\xB1\x01", "\x09"}), Array{true}},
         {binary({"\xC1\x01", "\x09"}), Array{true}},
         {binary({"\xD2\x01\x02\x03\x03", ascii("a"), "\x61\0b"s, "\x09"}),
          Dictionary{{"a", true}, {"b", true}}},
@@ -230,7 +181,6 @@ TEST(PropertyListBinary, ReadsEachKindOfObject) {
         {binary({"\xD1\x01\x01", "\x09"}), none},
         {binary({"\xA1\x02", "\x09"}), none},
         {binary({}), none},
-        {"bplist0", none},
     });
 }
 

@@ -54,23 +54,6 @@ std::ptrdiff_t countOfDescriptors() {
 
 } // namespace
 
-TEST(Subprocess, PassesArgumentsAndStreamsAsTheyAre) {
-    auto arguments = shell(R"(printf '[%s]' "$@")");
-    arguments.arguments.insert(arguments.arguments.end(), {"name", "", "a b", "*", "$HOME\"'"});
-    EXPECT_EQ(outputOf(arguments), "[][a b][*][$HOME\"']");
-
-    auto input = makePipe();
-    auto cat = shell("cat; printf error >&2");
-    cat.standardInput = input.fileHandleForReading.fileDescriptor();
-    auto errors = makePipe();
-    cat.standardError = errors.fileHandleForWriting.fileDescriptor();
-    input.fileHandleForWriting.write(std::as_bytes(std::span(std::string_view("typed"))));
-    input.fileHandleForWriting.close();
-    EXPECT_EQ(outputOf(cat), "typed");
-    errors.fileHandleForWriting.close();
-    EXPECT_EQ(readAll(errors.fileHandleForReading), "error");
-}
-
 TEST(Subprocess, SortsOutStreamsThatOverlapWithItsOwn) {
     auto first = makePipe();
     auto second = makePipe();

@@ -93,7 +93,7 @@ CorbelKit::PostedNotification describe(const JobChange& change, const ChangeWord
                             Const::App::Name::vesperPro),
         .body = body(change, wording),
         .identifier = change.kind == ChangeKind::deleted ? std::string() : change.path,
-        .category = std::string(Const::NotificationCategory::vesperAgent),
+        .category = std::string(Const::NotificationCategory::Vesper::agent.rawValue()),
         .subtitle = std::nullopt,
     };
 }

@@ -35,7 +35,7 @@ MonitorFolders& MonitorFolders::shared() {
 }
 
 MonitorFolders::MonitorFolders(Private)
-    : notificationCategory_(CorbelKit::Const::NotificationCategory::vesperAgent)
+    : notificationCategory_(CorbelKit::Const::NotificationCategory::Vesper::agent.rawValue())
     , notificationCenter_(Platform::UserNotificationCenter::current())
     , notificationDelegate_(std::make_shared<NotificationDelegate>()) {
     Platform::MainThread::check();
@@ -66,7 +66,7 @@ void MonitorFolders::registerForNotifications() {
                 std::cout << error->description << std::endl;
         });
     const Platform::NotificationAction show{
-        .identifier = std::string(CorbelKit::Const::NotificationAction::show),
+        .identifier = std::string(CorbelKit::Const::NotificationAction::show.rawValue()),
         .title = CorbelKit::localizedString("Show")};
     notificationCenter_.setNotificationCategories(
         {{.identifier = notificationCategory_, .actions = {show}, .intentIdentifiers = {}}});

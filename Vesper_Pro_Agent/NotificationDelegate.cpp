@@ -18,7 +18,7 @@ namespace Workspace = Platform::Workspace;
 
 void act(std::string_view actionIdentifier, std::string_view requestIdentifier) {
     // A click on the notification itself, or its dismissal, is not meant for the main application.
-    if (actionIdentifier != Const::NotificationAction::show) {
+    if (actionIdentifier != Const::NotificationAction::show.rawValue()) {
         Platform::log("Unknown action");
         return;
     }

@@ -13,14 +13,14 @@ struct Error {
 
 /// A value, or the reason why there is none. (`std::expected` is wanting in one of the two standard
 /// libraries that this code is built with.)
-template <class T>
+template <class T, class E = Error>
 class [[nodiscard]] Expected {
 public:
     // Both conversions are implicit, so that a function returns either kind by its plain value.
     Expected(T value)
         : state_(std::in_place_index<0>, std::move(value)) {}
 
-    Expected(Error error)
+    Expected(E error)
         : state_(std::in_place_index<1>, std::move(error)) {}
 
     explicit operator bool() const { return state_.index() == 0; }
@@ -29,10 +29,14 @@ public:
 
     const T& operator*() const { return std::get<0>(state_); }
 
-    const Error& error() const { return std::get<1>(state_); }
+    T* operator->() { return &std::get<0>(state_); }
+
+    const T* operator->() const { return &std::get<0>(state_); }
+
+    const E& error() const { return std::get<1>(state_); }
 
 private:
-    std::variant<T, Error> state_;
+    std::variant<T, E> state_;
 };
 
 } // namespace Platform

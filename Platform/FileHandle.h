@@ -17,9 +17,13 @@ public:
     enum class Kind { regular, directory, other };
 
     /// Opens for reading without ever waiting, whatever lies at the path: a pipe without a writer
-    /// does not hold the caller, and a terminal does not become the process's own. Absent when the
-    /// item cannot be opened. Ask `kind` before reading: only a regular file reads without waiting.
-    static std::optional<FileHandle> openForReading(const URL& url);
+    /// does not hold the caller, and a terminal does not become the process's own. Ask `kind`
+    /// before reading: only a regular file reads without waiting.
+    static Expected<FileHandle> openForReading(const URL& url);
+
+    /// Opens an emptied regular file for writing, making it where it is missing. Without waiting;
+    /// anything but a regular file is left alone, and a failure.
+    static Expected<FileHandle> openForWriting(const URL& url);
 
     explicit FileHandle(int fileDescriptor)
         : fileDescriptor_(fileDescriptor) {}

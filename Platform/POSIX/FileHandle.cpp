@@ -22,17 +22,35 @@ auto uninterrupted(const Call& call) {
     return result;
 }
 
-} // namespace
-
-std::optional<FileHandle> FileHandle::openForReading(const URL& url) {
+Expected<FileHandle> openWithoutWaiting(const URL& url, int flags) {
+    constexpr mode_t modeWithinMask = 0666;
     const auto path = fileSystemPath(url);
     if (!path)
-        return std::nullopt;
-    const int descriptor = uninterrupted(
-        [&] { return open(path->c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY); });
+        return Error{url.absoluteString() + ": names no file"};
+    const int descriptor = uninterrupted([&] {
+        return open(path->c_str(), flags | O_NONBLOCK | O_CLOEXEC | O_NOCTTY, modeWithinMask);
+    });
     if (descriptor < 0)
-        return std::nullopt;
+        return systemError(*path, errno);
     return FileHandle(descriptor);
+}
+
+} // namespace
+
+Expected<FileHandle> FileHandle::openForReading(const URL& url) {
+    return openWithoutWaiting(url, O_RDONLY);
+}
+
+Expected<FileHandle> FileHandle::openForWriting(const URL& url) {
+    auto file = openWithoutWaiting(url, O_WRONLY | O_CREAT);
+    if (!file)
+        return file;
+    // Emptied only once it is known what it is.
+    if (file->kind() != Kind::regular)
+        return Error{url.path() + ": not a file"};
+    if (ftruncate(file->fileDescriptor(), 0) != 0)
+        return systemError(url.path(), errno);
+    return file;
 }
 
 FileHandle::FileHandle(FileHandle&& other) noexcept

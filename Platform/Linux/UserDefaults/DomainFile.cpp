@@ -1,6 +1,6 @@
 #include "Platform/Linux/UserDefaults/DomainFile.h"
 
-#include "Platform/Linux/FileContents.h"
+#include "Platform/FileContents.h"
 #include "Platform/Linux/UserDefaults/FileReplacement.h"
 #include "Platform/PropertyList/Form.h"
 #include "Platform/URL.h"
@@ -48,7 +48,7 @@ std::optional<DomainFile::Content> DomainFile::read() const {
     if (path_.empty() ||
         std::filesystem::status(path_, failure).type() == std::filesystem::file_type::not_found)
         return Content{};
-    const auto bytes = contentsOf(URL::file(path_.native()), largestFile);
+    const auto bytes = FileContents::read(URL::file(path_.native()), largestFile);
     if (!bytes)
         return std::nullopt;
     Content content{.values = {}, .format = formatFor(*bytes)};

@@ -18,8 +18,11 @@
     enum name : type
 typedef double CFTimeInterval;
 typedef const struct __CFString* CFStringRef;
+typedef const struct __CFBoolean* CFBooleanRef;
 typedef CFStringRef CFRunLoopMode;
 typedef CF_ENUM(int, CFRunLoopRunResult) { kCFRunLoopRunFinished = 1 };
+CF_EXPORT const CFBooleanRef kCFBooleanTrue;
+CF_EXPORT const CFBooleanRef kCFBooleanFalse;
 CF_EXPORT const CFRunLoopMode kCFRunLoopDefaultMode;
 CF_EXPORT CFRunLoopRunResult CFRunLoopRunInMode(CFRunLoopMode mode, CFTimeInterval seconds,
                                                 unsigned char returnAfterSourceHandled);

@@ -68,6 +68,31 @@ typedef NS_OPTIONS(NSUInteger, NSDataBase64EncodingOptions) {
 @end
 
 @interface NSDictionary<__covariant K, __covariant V> : NSObject <NSCopying, NSFastEnumeration>
+- (V)objectForKeyedSubscript:(K)key;
+@end
+
+@interface NSMutableDictionary<K, V> : NSDictionary <K, V>
++ (instancetype)dictionary;
+- (void)setObject:(V)object forKeyedSubscript:(id<NSCopying>)key;
+@end
+
+@interface NSNull : NSObject <NSCopying>
++ (NSNull*)null;
+@end
+
+@interface NSValue : NSObject <NSCopying>
+@property(readonly) const char* objCType NS_RETURNS_INNER_POINTER;
+@end
+
+@interface NSNumber : NSValue
++ (NSNumber*)numberWithBool:(BOOL)value;
++ (NSNumber*)numberWithDouble:(double)value;
++ (NSNumber*)numberWithLongLong:(long long)value;
++ (NSNumber*)numberWithUnsignedLongLong:(unsigned long long)value;
+@property(readonly) BOOL boolValue;
+@property(readonly) double doubleValue;
+@property(readonly) long long longLongValue;
+@property(readonly) unsigned long long unsignedLongLongValue;
 @end
 
 @interface NSSet<__covariant T> : NSObject <NSCopying, NSFastEnumeration>
@@ -139,6 +164,20 @@ typedef NSUInteger NSPropertyListWriteOptions;
                      error:(out NSError**)error;
 @end
 
+typedef NS_OPTIONS(NSUInteger, NSJSONReadingOptions) { NSJSONReadingFragmentsAllowed = 1UL << 2 };
+typedef NS_OPTIONS(NSUInteger, NSJSONWritingOptions) {
+    NSJSONWritingSortedKeys = 1UL << 1,
+    NSJSONWritingFragmentsAllowed = 1UL << 2,
+    NSJSONWritingWithoutEscapingSlashes = 1UL << 3
+};
+
+@interface NSJSONSerialization : NSObject
++ (NSData*)dataWithJSONObject:(id)object
+                      options:(NSJSONWritingOptions)options
+                        error:(NSError**)error;
++ (id)JSONObjectWithData:(NSData*)data options:(NSJSONReadingOptions)options error:(NSError**)error;
+@end
+
 typedef NS_OPTIONS(NSUInteger, NSKeyValueObservingOptions) { NSKeyValueObservingOptionNew = 1 };
 
 @interface NSObject (NSKeyValueObserving)
@@ -163,6 +202,23 @@ typedef NS_OPTIONS(NSUInteger, NSKeyValueObservingOptions) { NSKeyValueObserving
 - (void)setObject:(id)value forKey:(NSString*)key;
 - (void)removeObjectForKey:(NSString*)key;
 - (void)registerDefaults:(NSDictionary<NSString*, id>*)defaults;
+@end
+
+@interface NSUndoManager : NSObject
+- (void)beginUndoGrouping;
+- (void)endUndoGrouping;
+- (void)registerUndoWithTarget:(id)target handler:(void (^)(id target))undoHandler;
+- (void)setActionName:(NSString*)actionName;
+- (void)undo;
+- (void)redo;
+- (void)removeAllActions;
+@property BOOL groupsByEvent;
+@property(readonly) BOOL canUndo;
+@property(readonly) BOOL canRedo;
+@property(readonly, getter=isUndoing) BOOL undoing;
+@property(readonly, getter=isRedoing) BOOL redoing;
+@property(readonly, copy) NSString* undoActionName;
+@property(readonly, copy) NSString* redoActionName;
 @end
 
 @interface NSNotification : NSObject <NSCopying>

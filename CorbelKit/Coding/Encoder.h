@@ -1,0 +1,111 @@
+#pragma once
+
+#include "CorbelKit/Coding/CodingError.h"
+#include "CorbelKit/Coding/Decoder.h"
+#include "Platform/PropertyList.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+
+namespace CorbelKit {
+
+class KeyedEncodingContainer;
+class UnkeyedEncodingContainer;
+
+/// What one encoding has in common, and the first failure in it: who started the encoding gets it
+/// in place of the result.
+struct Encoding {
+    CodingFormat format = CodingFormat::propertyList;
+    std::optional<CodingError> error;
+};
+
+/// The place that a value is encoded into. It and its containers are used within the encoding that
+/// made them, on one thread.
+class Encoder {
+public:
+    Encoder(Platform::PropertyList& place, CodingPath codingPath, Encoding& encoding)
+        : place_(&place)
+        , codingPath_(std::move(codingPath))
+        , encoding_(&encoding) {}
+
+    /// Makes the place a dictionary, or a list, unless it is one already.
+    KeyedEncodingContainer container();
+    UnkeyedEncodingContainer unkeyedContainer();
+
+    /// The value as a whole.
+    template <class T>
+    void encode(const T& value) {
+        Coding<T>::encode(value, *this);
+    }
+
+    void encodeNull();
+
+    /// Puts the value there as it is, if the format has a form for it.
+    void put(Platform::PropertyList value);
+
+    CodingFormat format() const { return encoding_->format; }
+
+    const CodingPath& codingPath() const { return codingPath_; }
+
+    /// The first failure counts.
+    void fail(std::string debugDescription);
+
+private:
+    friend class KeyedEncodingContainer;
+    friend class UnkeyedEncodingContainer;
+
+    Encoder descend(Platform::PropertyList& place, CodingKey key) const;
+
+    Platform::PropertyList* place_;
+    CodingPath codingPath_;
+    Encoding* encoding_;
+};
+
+/// A dictionary that grows. Each key is encoded once; a key that is encoded again is replaced, and
+/// a container nested under it must not be used any more.
+class KeyedEncodingContainer {
+public:
+    explicit KeyedEncodingContainer(Encoder encoder)
+        : encoder_(std::move(encoder)) {}
+
+    template <class T>
+    void encode(std::string_view key, const T& value) {
+        encoderFor(key).encode(value);
+    }
+
+    /// Nothing where there is no value.
+    template <class T>
+    void encodeIfPresent(std::string_view key, const std::optional<T>& value) {
+        if (value)
+            encode(key, *value);
+    }
+
+    KeyedEncodingContainer nestedContainer(std::string_view key);
+
+private:
+    Encoder encoderFor(std::string_view key);
+
+    Encoder encoder_;
+};
+
+/// A list that grows.
+class UnkeyedEncodingContainer {
+public:
+    explicit UnkeyedEncodingContainer(Encoder encoder)
+        : encoder_(std::move(encoder)) {}
+
+    template <class T>
+    void encode(const T& value) {
+        encoderForNext().encode(value);
+    }
+
+private:
+    Encoder encoderForNext();
+
+    Encoder encoder_;
+};
+
+} // namespace CorbelKit

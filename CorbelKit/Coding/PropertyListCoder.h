@@ -1,0 +1,59 @@
+#pragma once
+
+#include "CorbelKit/Coding/Coding.h"
+
+#include <cstddef>
+#include <span>
+#include <vector>
+
+namespace CorbelKit {
+
+/// Values to property lists. Callable on any thread.
+class PropertyListEncoder {
+public:
+    using Bytes = std::vector<std::byte>;
+
+    /// The two that the maker's applications share.
+    static const PropertyListEncoder& binary();
+    static const PropertyListEncoder& xml();
+
+    /// `outputFormat` is one that can be written.
+    constexpr explicit PropertyListEncoder(Platform::PropertyList::Format outputFormat)
+        : outputFormat_(outputFormat) {}
+
+    /// Fails where the value cannot be in a property list of the format; at the root of one there
+    /// is a dictionary or a list.
+    template <class T>
+    Platform::Expected<Bytes, CodingError> encode(const T& value) const {
+        const auto root = encoded(value, CodingFormat::propertyList);
+        if (!root)
+            return root.error();
+        return write(*root);
+    }
+
+private:
+    Platform::Expected<Bytes, CodingError> write(const Platform::PropertyList& root) const;
+
+    Platform::PropertyList::Format outputFormat_;
+};
+
+/// Values from property lists of any format. Callable on any thread.
+class PropertyListDecoder {
+public:
+    /// The one that the maker's applications share.
+    static const PropertyListDecoder& shared();
+
+    template <class T>
+    Platform::Expected<T, CodingError> decode(std::span<const std::byte> bytes) const {
+        const auto root = read(bytes);
+        if (!root)
+            return root.error();
+        return decoded<T>(*root, CodingFormat::propertyList);
+    }
+
+private:
+    static Platform::Expected<Platform::PropertyList, CodingError>
+    read(std::span<const std::byte> bytes);
+};
+
+} // namespace CorbelKit

@@ -1,0 +1,102 @@
+#include "Platform/UndoManager.h"
+
+#include "Platform/MainThread.h"
+
+#include <cstdint>
+#include <ranges>
+#include <utility>
+#include <vector>
+
+namespace Platform {
+
+class UndoManager::Impl {
+public:
+    struct Step {
+        std::string actionName;
+        std::vector<std::function<void()>> handlers; // in the order of their registration
+    };
+
+    using Stack = std::vector<Step>;
+
+    enum class Activity : std::uint8_t { none, undoing, redoing };
+
+    void add(std::string_view actionName, std::function<void()> handler) {
+        auto& stack = activity == Activity::undoing ? redoable : undoable;
+        if (activity == Activity::none)
+            redoable.clear();
+        if (!isStepOpen)
+            stack.emplace_back();
+        isStepOpen = activity != Activity::none;
+        stack.back().actionName = actionName;
+        stack.back().handlers.push_back(std::move(handler));
+    }
+
+    // What the handlers register makes up one step the other way.
+    void takeBack(Stack& stack, Activity direction) {
+        if (stack.empty() || activity != Activity::none)
+            return;
+        const auto step = std::move(stack.back());
+        stack.pop_back();
+        activity = direction;
+        for (const auto& handler : step.handlers | std::views::reverse)
+            handler();
+        activity = Activity::none;
+        isStepOpen = false;
+    }
+
+    Stack undoable;
+    Stack redoable;
+    Activity activity = Activity::none;
+    bool isStepOpen = false;
+};
+
+UndoManager::UndoManager()
+    : impl_(std::make_unique<Impl>()) {}
+
+UndoManager::~UndoManager() = default;
+
+void UndoManager::registerUndo(std::string_view actionName, std::function<void()> handler) {
+    MainThread::check();
+    impl_->add(actionName, std::move(handler));
+}
+
+void UndoManager::undo() {
+    MainThread::check();
+    impl_->takeBack(impl_->undoable, Impl::Activity::undoing);
+}
+
+void UndoManager::redo() {
+    MainThread::check();
+    impl_->takeBack(impl_->redoable, Impl::Activity::redoing);
+}
+
+bool UndoManager::canUndo() const {
+    return !impl_->undoable.empty();
+}
+
+bool UndoManager::canRedo() const {
+    return !impl_->redoable.empty();
+}
+
+bool UndoManager::isUndoing() const {
+    return impl_->activity == Impl::Activity::undoing;
+}
+
+bool UndoManager::isRedoing() const {
+    return impl_->activity == Impl::Activity::redoing;
+}
+
+std::string UndoManager::undoActionName() const {
+    return canUndo() ? impl_->undoable.back().actionName : std::string();
+}
+
+std::string UndoManager::redoActionName() const {
+    return canRedo() ? impl_->redoable.back().actionName : std::string();
+}
+
+void UndoManager::removeAllActions() {
+    impl_->undoable.clear();
+    impl_->redoable.clear();
+}
+
+} // namespace Platform

@@ -5,9 +5,12 @@
 #include <sys/stat.h>
 #include <sys/wait.h>
 
+#include <csignal>
 #include <fstream>
 #include <functional>
 #include <iterator>
+#include <random>
+#include <span>
 #include <thread>
 #include <utility>
 
@@ -76,30 +79,64 @@ TEST_F(UserDefaultsFile, ReplacesNothingThatItCannotRead) {
     EXPECT_FALSE(open().object("Key"));
 }
 
-TEST_F(UserDefaultsFile, ProcessesAndThreadsNeverLoseEachOthersKeys) {
-    constexpr int rounds = 40;
-    const auto store = [](const std::string& who) {
-        auto defaults = open();
-        for (int i = 0; i < rounds; ++i)
-            defaults.set(who + std::to_string(i), true);
-    };
-    const pid_t child = fork();
-    ASSERT_NE(child, -1);
-    if (child == 0) {
-        store("process");
+/// A process that does the work and ends.
+pid_t startProcess(const std::function<void()>& work) {
+    const pid_t process = fork();
+    if (process == 0) {
+        work();
         _exit(0);
     }
+    return process;
+}
+
+TEST_F(UserDefaultsFile, ProcessesAndThreadsNeverLoseEachOthersKeys) {
+    constexpr int rounds = 1000;
+    constexpr int keys = 20;
+    const auto key = [](const std::string& who, int round) {
+        return who + std::to_string(round % keys);
+    };
+    const auto store = [&](const std::string& who) {
+        auto defaults = open();
+        for (int round = 0; round < rounds; ++round) {
+            const auto present = defaults.integer(key(who, round));
+            if (present.value_or(round - keys) != round - keys)
+                return; // one of the others has put an older value back
+            defaults.set(key(who, round), std::int64_t{round});
+        }
+    };
+    const pid_t child = startProcess([&] { store("process"); });
+    ASSERT_NE(child, -1);
     std::thread thread(store, "thread");
     store("main");
     thread.join();
-    int status = -1;
-    ASSERT_EQ(waitpid(child, &status, 0), child);
-    ASSERT_EQ(status, 0);
+    ASSERT_EQ(waitpid(child, nullptr, 0), child);
     const auto defaults = open();
     for (const auto* who : {"process", "thread", "main"}) {
-        for (int i = 0; i < rounds; ++i)
-            EXPECT_EQ(defaults.boolean(who + std::to_string(i)), true) << who << i;
+        for (int round = rounds - keys; round < rounds; ++round)
+            EXPECT_EQ(defaults.integer(key(who, round)), round) << who;
     }
+}
+
+TEST_F(UserDefaultsFile, IsWholeWheneverItsWriterIsKilled) {
+    open().set("Kept", std::string(5000, 'x'));
+    std::mt19937 random(7);
+    std::uniform_int_distribution<int> patience(0, 15'000);
+    for (int round = 0; round < 200; ++round) {
+        const pid_t writer = startProcess([] {
+            for (std::int64_t value = 0;; ++value)
+                open().set("Changing", value);
+        });
+        ASSERT_NE(writer, -1);
+        usleep(static_cast<useconds_t>(patience(random)));
+        kill(writer, SIGKILL);
+        ASSERT_EQ(waitpid(writer, nullptr, 0), writer);
+        const auto bytes = content();
+        ASSERT_TRUE(PropertyList::read(std::as_bytes(std::span(bytes)))) << bytes;
+        ASSERT_EQ(open().string("Kept"), std::string(5000, 'x'));
+    }
+    open().set("Last", true); // what the dead have left behind is in nobody's way
+    EXPECT_EQ(open().boolean("Last"), true);
+    EXPECT_TRUE(open().integer("Changing")) << "no writer has come to write anything";
 }
 
 TEST_F(UserDefaultsFileObservation, TellsHoweverTheFileComesToDiffer) {

@@ -1,0 +1,37 @@
+#include "Platform/UUID.h"
+
+#include <gtest/gtest.h>
+
+#include <unordered_set>
+
+using Platform::UUID;
+
+TEST(UUID, IsAnotherOneEachTimeAndSaysThatItIsRandom) {
+    std::unordered_set<UUID> identifiers;
+    for (int i = 0; i < 1000; ++i) {
+        const auto text = identifiers.insert(UUID::random()).first->string();
+        EXPECT_EQ(text[14], '4') << text;
+        EXPECT_NE(std::string_view("89AB").find(text[19]), std::string_view::npos) << text;
+    }
+    EXPECT_EQ(identifiers.size(), 1000U);
+}
+
+TEST(UUID, ComesBackFromItsTextAndFromNoOther) {
+    const std::string text = "F81D4FAE-7DEC-11D0-A765-00A0C91E6BF6";
+    const auto identifier = UUID::parse(text);
+    ASSERT_TRUE(identifier);
+    EXPECT_EQ(identifier->string(), text);
+    EXPECT_EQ(UUID::parse("f81d4fae-7dec-11d0-a765-00a0c91e6bf6"), identifier);
+    EXPECT_LT(*UUID::parse("081D4FAE-7DEC-11D0-A765-00A0C91E6BF6"), *identifier);
+    for (const auto* bad : {
+             "",
+             "F81D4FAE-7DEC-11D0-A765-00A0C91E6BF",
+             "F81D4FAE-7DEC-11D0-A765-00A0C91E6BF6 ",
+             "F81D4FAE7-DEC-11D0-A765-00A0C91E6BF6",
+             "F81D4FAE-7DEC-11D0-A765-00A0C91E6BG6",
+             "F81D4FAE-7DEC-11D0-A765-00A0C91E6B-6",
+             "F81D4FAE-7DEC-11D0-A765-00A0C91E6B+6",
+             "F81D4FAE-7DEC-11D0-A765-00A0C91E6B 6",
+         })
+        EXPECT_FALSE(UUID::parse(bad)) << bad;
+}

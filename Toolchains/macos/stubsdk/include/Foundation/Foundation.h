@@ -108,8 +108,27 @@ __attribute__((objc_exception))
 @property(readonly, copy) NSString* reason;
 @end
 
+typedef NSString* NSURLResourceKey;
+typedef NS_OPTIONS(NSUInteger, NSURLBookmarkCreationOptions) {
+    NSURLBookmarkCreationWithSecurityScope = 1UL << 11
+};
+typedef NS_OPTIONS(NSUInteger, NSURLBookmarkResolutionOptions) {
+    NSURLBookmarkResolutionWithSecurityScope = 1UL << 10
+};
+
 @interface NSURL : NSObject <NSCopying>
 + (instancetype)URLWithString:(NSString*)text;
++ (instancetype)URLByResolvingBookmarkData:(NSData*)bookmarkData
+                                   options:(NSURLBookmarkResolutionOptions)options
+                             relativeToURL:(NSURL*)relativeURL
+                       bookmarkDataIsStale:(BOOL*)isStale
+                                     error:(out NSError**)error;
+- (NSData*)bookmarkDataWithOptions:(NSURLBookmarkCreationOptions)options
+    includingResourceValuesForKeys:(NSArray<NSURLResourceKey>*)keys
+                     relativeToURL:(NSURL*)relativeURL
+                             error:(out NSError**)error;
+- (BOOL)startAccessingSecurityScopedResource;
+- (void)stopAccessingSecurityScopedResource;
 - (NSURL*)URLByAppendingPathComponent:(NSString*)component isDirectory:(BOOL)isDirectory;
 @property(readonly, copy) NSString* absoluteString;
 @property(readonly, getter=isFileURL) BOOL fileURL;

@@ -1,5 +1,6 @@
 #include "Platform/Linux/SessionBus.h"
 
+#include "Platform/Linux/BusConnection.h"
 #include "Platform/NeverDestroyed.h"
 
 #include <algorithm>
@@ -13,52 +14,6 @@ namespace Platform {
 namespace {
 
 constexpr auto driverName = "org.freedesktop.DBus";
-
-/// Cancels an operation of GIO's that lasts too long. Its timer goes with it, so that nothing wakes
-/// the process up once the operation has ended.
-class Deadline {
-public:
-    explicit Deadline(std::chrono::milliseconds time)
-        : source_(g_timeout_source_new(static_cast<guint>(time.count()))) {
-        g_source_set_callback(
-            source_,
-            [](gpointer cancellable) -> gboolean {
-                g_cancellable_cancel(static_cast<GCancellable*>(cancellable));
-                return G_SOURCE_REMOVE;
-            },
-            g_object_ref(cancellable_.get()), g_object_unref);
-        g_source_attach(source_, nullptr);
-    }
-
-    ~Deadline() {
-        g_source_destroy(source_);
-        g_source_unref(source_);
-    }
-
-    Deadline(const Deadline&) = delete;
-    Deadline& operator=(const Deadline&) = delete;
-    Deadline(Deadline&&) = delete;
-    Deadline& operator=(Deadline&&) = delete;
-
-    GCancellable* cancellable() const { return cancellable_.get(); }
-
-private:
-    GObjectPtr<GCancellable> cancellable_{g_cancellable_new()};
-    GSource* source_;
-};
-
-// GIO shares the connection among all that use it in this process.
-std::unique_ptr<SessionBus> connect() {
-    if (!sessionHasBus())
-        return nullptr;
-    const Deadline deadline(SessionBus::deadline);
-    GObjectPtr<GDBusConnection> connection(
-        g_bus_get_sync(G_BUS_TYPE_SESSION, deadline.cancellable(), nullptr));
-    if (!connection)
-        return nullptr;
-    g_dbus_connection_set_exit_on_close(connection.get(), FALSE);
-    return std::make_unique<SessionBus>(std::move(connection));
-}
 
 const char* orAny(const std::string& text) {
     return text.empty() ? nullptr : text.c_str();
@@ -162,12 +117,24 @@ BusSubscription::~BusSubscription() {
 SessionBus::SessionBus(GObjectPtr<GDBusConnection> connection)
     : connection_(std::move(connection)) {}
 
+std::unique_ptr<SessionBus> SessionBus::connect(std::chrono::milliseconds patience) {
+    if (!sessionHasBus())
+        return nullptr;
+    auto connection = connectWithin(patience, [](GCancellable* cancellable) {
+        return g_bus_get_sync(G_BUS_TYPE_SESSION, cancellable, nullptr);
+    });
+    if (!connection)
+        return nullptr;
+    g_dbus_connection_set_exit_on_close(connection.get(), FALSE);
+    return std::make_unique<SessionBus>(std::move(connection));
+}
+
 void SessionBus::whenConnected(const DispatchQueue& queue,
                                std::function<void(SessionBus* bus)> task) {
     static const NeverDestroyed<DispatchQueue> connecting(
         DispatchQueue::serial("com.tarnwell.SessionBus"));
     connecting.get().async([queue, task = std::move(task)] {
-        static const NeverDestroyed<std::unique_ptr<SessionBus>> bus(connect());
+        static const NeverDestroyed<std::unique_ptr<SessionBus>> bus(connect(deadline));
         queue.async([task] { task(bus.get().get()); });
     });
 }
@@ -200,15 +167,21 @@ bool SessionBus::requestName(const std::string& name) {
     constexpr guint32 doNotQueue = 4;
     constexpr guint32 exists = 3;
     const auto method = busDriverMethod("RequestName", "(u)");
-    const GVariantPtr reply(g_dbus_connection_call_sync(
-        connection_.get(), method.destination.c_str(), method.path.c_str(),
-        method.interface.c_str(), method.name.c_str(),
-        g_variant_new("(su)", name.c_str(), doNotQueue), G_VARIANT_TYPE("(u)"),
-        G_DBUS_CALL_FLAGS_NONE, static_cast<int>(deadline.count()), nullptr, nullptr));
+    const auto reply =
+        callAndWait(method, takeVariant(g_variant_new("(su)", name.c_str(), doNotQueue)), deadline);
     guint32 outcome = 0;
     if (reply)
         g_variant_get(reply.get(), "(u)", &outcome);
     return outcome != exists;
+}
+
+GVariantPtr SessionBus::callAndWait(const BusMethod& method, const GVariantPtr& arguments,
+                                    std::chrono::milliseconds patience) {
+    return GVariantPtr(g_dbus_connection_call_sync(
+        connection_.get(), method.destination.c_str(), method.path.c_str(),
+        method.interface.c_str(), method.name.c_str(), arguments.get(),
+        G_VARIANT_TYPE(method.replyType.c_str()), G_DBUS_CALL_FLAGS_NONE,
+        static_cast<int>(patience.count()), nullptr, nullptr));
 }
 
 void SessionBus::whenClosed(std::function<void()> task) {

@@ -78,10 +78,18 @@ public:
     static void whenConnected(const DispatchQueue& queue,
                               std::function<void(SessionBus* bus)> task);
 
+    /// The same connection for a caller that waits for it; null without one. Needs no main loop.
+    static std::unique_ptr<SessionBus> connect(std::chrono::milliseconds patience);
+
     explicit SessionBus(GObjectPtr<GDBusConnection> connection);
 
     void call(const BusMethod& method, const GVariantPtr& arguments, const DispatchQueue& queue,
               std::function<void(BusReply reply)> completion);
+
+    /// Waits for the answer, not for the main thread; null when there is none while the patience
+    /// (1 ms and more) lasts, or a refusal. Starts the destination where the bus knows how to.
+    GVariantPtr callAndWait(const BusMethod& method, const GVariantPtr& arguments,
+                            std::chrono::milliseconds patience);
 
     std::unique_ptr<BusSubscription> subscribe(const BusSignalRule& rule,
                                                const DispatchQueue& queue,

@@ -20,6 +20,9 @@ public:
     /// For DBUS_SESSION_BUS_ADDRESS.
     const std::string& address() const { return address_; }
 
+    /// The socket at the address.
+    std::filesystem::path socket() const { return folder_ / "bus"; }
+
     /// Ends the bus, as the end of a session does.
     void end() { daemon_->end(SIGTERM); }
 

@@ -1,13 +1,11 @@
 #include "Tests/Support/Linux/NotificationService.h"
 
-#include <gio/gio.h>
+#include "Tests/Support/Linux/BusService.h"
 
 #include <condition_variable>
 #include <deque>
-#include <future>
 #include <mutex>
-#include <stdexcept>
-#include <thread>
+#include <string_view>
 #include <utility>
 
 namespace TestSupport {
@@ -25,21 +23,6 @@ constexpr auto description = R"(<node><interface name="org.freedesktop.Notificat
   </method>
 </interface></node>)";
 
-struct Unref {
-    void operator()(GDBusConnection* connection) const { g_object_unref(connection); }
-
-    void operator()(GMainContext* context) const { g_main_context_unref(context); }
-
-    void operator()(GMainLoop* loop) const { g_main_loop_unref(loop); }
-
-    void operator()(GVariant* variant) const { g_variant_unref(variant); }
-
-    void operator()(GDBusNodeInfo* info) const { g_dbus_node_info_unref(info); }
-};
-
-template <class T>
-using Reference = std::unique_ptr<T, Unref>;
-
 std::vector<std::string> textsOf(GVariantIter* texts) {
     std::vector<std::string> list;
     for (const char* text = nullptr; g_variant_iter_next(texts, "&s", &text) != FALSE;)
@@ -53,7 +36,7 @@ std::map<std::string, std::string> hintsOf(GVariantIter* entries) {
     const char* key = nullptr;
     GVariant* value = nullptr;
     while (g_variant_iter_next(entries, "{&sv}", &key, &value) != FALSE) {
-        const Reference<GVariant> owned(value);
+        const BusReference<GVariant> owned(value);
         char* const text = g_variant_print(value, FALSE);
         hints[key] = text;
         g_free(text);
@@ -139,100 +122,37 @@ private:
     std::uint32_t lastNumber_ = 0;
 };
 
-/// One stay of the service on the bus: a connection, and the thread that serves it.
+/// One stay of the service on the bus.
 class NotificationService::Presence {
 public:
     Presence(const std::string& address, const std::string& name,
              std::vector<std::string> capabilities, Recorder& recorder)
         : capabilities_(std::move(capabilities))
         , recorder_(recorder)
-        , context_(g_main_context_new())
-        , loop_(g_main_loop_new(context_.get(), FALSE)) {
-        std::promise<bool> started;
-        auto isThere = started.get_future();
-        thread_ = std::thread([this, &address, &name, &started] {
-            g_main_context_push_thread_default(context_.get());
-            started.set_value(appear(address, name));
-            g_main_loop_run(loop_.get());
-            g_main_context_pop_thread_default(context_.get());
-        });
-        if (!isThere.get()) {
-            end();
-            throw std::runtime_error("the notification service cannot get on the bus");
-        }
-    }
+        , service_(address, name,
+                   {.path = path,
+                    .interface = NotificationService::standardName,
+                    .description = description},
+                   [this](GDBusMethodInvocation* call) { serve(call); }) {}
 
-    ~Presence() { end(); }
-
-    Presence(const Presence&) = delete;
-    Presence& operator=(const Presence&) = delete;
-    Presence(Presence&&) = delete;
-    Presence& operator=(Presence&&) = delete;
-
-    void emit(const char* signal, GVariant* arguments) {
-        g_dbus_connection_emit_signal(connection_.get(), nullptr, path,
-                                      NotificationService::standardName, signal, arguments,
-                                      nullptr);
-        g_dbus_connection_flush_sync(connection_.get(), nullptr, nullptr);
-    }
+    void emit(const char* signal, GVariant* arguments) { service_.emit(signal, arguments); }
 
 private:
-    bool appear(const std::string& address, const std::string& name) {
-        connection_.reset(g_dbus_connection_new_for_address_sync(
-            address.c_str(),
-            // NOLINTBEGIN(clang-analyzer-optin.core.EnumCastOutOfRange): a set of flags
-            static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
-                                              G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION),
-            nullptr, nullptr, nullptr));
-        // NOLINTEND(clang-analyzer-optin.core.EnumCastOutOfRange)
-        if (!connection_)
-            return false;
-        static constexpr GDBusInterfaceVTable table{
-            .method_call = serve, .get_property = nullptr, .set_property = nullptr, .padding = {}};
-        const Reference<GDBusNodeInfo> info(g_dbus_node_info_new_for_xml(description, nullptr));
-        g_dbus_connection_register_object(connection_.get(), path, info->interfaces[0], &table,
-                                          this, nullptr, nullptr);
-        const guint32 standInLine = 0;
-        const Reference<GVariant> reply(g_dbus_connection_call_sync(
-            connection_.get(), "org.freedesktop.DBus", "/org/freedesktop/DBus",
-            "org.freedesktop.DBus", "RequestName", g_variant_new("(su)", name.c_str(), standInLine),
-            nullptr, G_DBUS_CALL_FLAGS_NONE, -1, nullptr, nullptr));
-        return reply != nullptr;
-    }
-
-    static void serve(GDBusConnection* /*connection*/, const char* /*sender*/,
-                      const char* /*objectPath*/, const char* /*interface*/, const char* method,
-                      GVariant* arguments, GDBusMethodInvocation* invocation, gpointer data) {
-        auto* self = static_cast<Presence*>(data);
-        if (std::string_view(method) == "Notify") {
-            self->recorder_.receive(invocation, callOf(arguments));
+    void serve(GDBusMethodInvocation* call) {
+        if (std::string_view(g_dbus_method_invocation_get_method_name(call)) == "Notify") {
+            recorder_.receive(call, callOf(g_dbus_method_invocation_get_parameters(call)));
             return;
         }
         GVariantBuilder list;
         g_variant_builder_init(&list, G_VARIANT_TYPE("as"));
-        for (const auto& capability : self->capabilities_)
+        for (const auto& capability : capabilities_)
             g_variant_builder_add(&list, "s", capability.c_str());
-        g_dbus_method_invocation_return_value(invocation, g_variant_new("(as)", &list));
-    }
-
-    void end() {
-        if (connection_) {
-            // What was answered is answered.
-            g_dbus_connection_flush_sync(connection_.get(), nullptr, nullptr);
-            g_dbus_connection_close_sync(connection_.get(), nullptr, nullptr);
-        }
-        g_main_loop_quit(loop_.get());
-        if (thread_.joinable())
-            thread_.join();
-        connection_.reset();
+        g_dbus_method_invocation_return_value(call, g_variant_new("(as)", &list));
     }
 
     const std::vector<std::string> capabilities_;
     Recorder& recorder_;
-    Reference<GMainContext> context_;
-    Reference<GMainLoop> loop_;
-    Reference<GDBusConnection> connection_;
-    std::thread thread_;
+    BusService service_; // last: it is serving from its start on
 };
 
 NotificationService::NotificationService(std::string busAddress,

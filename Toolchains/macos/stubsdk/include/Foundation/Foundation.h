@@ -167,6 +167,14 @@ typedef NS_OPTIONS(NSUInteger, NSSearchPathDomainMask) { NSLocalDomainMask = 2 }
 @property(readonly, copy) NSString* currentDirectoryPath;
 @end
 
+typedef NS_OPTIONS(uint64_t, NSActivityOptions) { NSActivityUserInitiated = 0x00FFFFFFULL };
+
+@interface NSProcessInfo : NSObject
+@property(class, readonly, strong) NSProcessInfo* processInfo;
+- (id<NSObject>)beginActivityWithOptions:(NSActivityOptions)options reason:(NSString*)reason;
+- (void)endActivity:(id<NSObject>)activity;
+@end
+
 typedef NS_ENUM(NSUInteger, NSPropertyListFormat) { NSPropertyListBinaryFormat_v1_0 = 200 };
 typedef NS_OPTIONS(NSUInteger, NSPropertyListMutabilityOptions) { NSPropertyListImmutable = 0 };
 typedef NSPropertyListMutabilityOptions NSPropertyListReadOptions;

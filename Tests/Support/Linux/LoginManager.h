@@ -1,0 +1,54 @@
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace TestSupport {
+
+/// The arguments of Inhibit.
+struct InhibitCall {
+    std::string what;
+    std::string who;
+    std::string why;
+    std::string mode;
+    friend bool operator==(const InhibitCall&, const InhibitCall&) = default;
+};
+
+/// A login manager (org.freedesktop.login1) that holds nothing up and records who asks it to, on a
+/// connection and a thread of its own. May be used on any one thread.
+class LoginManager {
+public:
+    enum class Manner : std::uint8_t {
+        grants,
+        refuses,
+        holds, ///< records, and grants when told to
+    };
+
+    explicit LoginManager(const std::string& busAddress);
+    ~LoginManager();
+    LoginManager(const LoginManager&) = delete;
+    LoginManager& operator=(const LoginManager&) = delete;
+    LoginManager(LoginManager&&) = delete;
+    LoginManager& operator=(LoginManager&&) = delete;
+
+    /// The next call that was not yet taken from here; absent when none comes in time.
+    std::optional<InhibitCall> next(std::chrono::milliseconds deadline = std::chrono::seconds(20));
+
+    /// How many inhibitors were granted and are not closed.
+    std::size_t inhibitorsOpen();
+
+    void setManner(Manner manner);
+
+    /// Grants what is held, in order.
+    void grantHeld();
+
+private:
+    class Impl;
+    std::unique_ptr<Impl> impl_;
+};
+
+} // namespace TestSupport

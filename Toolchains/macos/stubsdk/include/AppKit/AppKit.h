@@ -30,6 +30,24 @@ typedef NS_ENUM(NSInteger, NSUserInterfaceLayoutDirection) {
 APPKIT_EXPORT __kindof NSApplication* NSApp;
 APPKIT_EXPORT int NSApplicationMain(int argc, const char* argv[]);
 
+typedef NSInteger NSModalResponse;
+
+typedef NS_ENUM(NSUInteger, NSAlertStyle) {
+    NSAlertStyleWarning = 0,
+    NSAlertStyleInformational = 1,
+    NSAlertStyleCritical = 2
+};
+
+@class NSButton;
+
+@interface NSAlert : NSObject
+- (NSButton*)addButtonWithTitle:(NSString*)title;
+- (NSModalResponse)runModal;
+@property(copy) NSString* messageText;
+@property(copy) NSString* informativeText;
+@property NSAlertStyle alertStyle;
+@end
+
 @interface NSRunningApplication : NSObject
 @property(readonly, copy) NSString* localizedName;
 @end

@@ -1,0 +1,49 @@
+#include "Platform/Alert.h"
+
+#include "Platform/macOS/MainThreadCall.h"
+#include "Platform/macOS/Text.h"
+
+#import <AppKit/AppKit.h>
+
+namespace Platform {
+namespace {
+
+NSAlertStyle alertStyle(Alert::Style style) {
+    switch (style) {
+    case Alert::Style::warning:
+        return NSAlertStyleWarning;
+    case Alert::Style::informational:
+        return NSAlertStyleInformational;
+    case Alert::Style::critical:
+        return NSAlertStyleCritical;
+    }
+    return NSAlertStyleWarning;
+}
+
+NSString* textOrEmpty(std::string_view text) {
+    NSString* const converted = foundationText(text);
+    return converted == nil ? @"" : converted;
+}
+
+void show(const Alert& alert) {
+    NSAlert* const window = [[NSAlert alloc] init];
+    window.messageText = textOrEmpty(alert.messageText);
+    window.informativeText = textOrEmpty(alert.informativeText);
+    window.alertStyle = alertStyle(alert.style);
+    if (!alert.buttonTitle.empty())
+        [window addButtonWithTitle:textOrEmpty(alert.buttonTitle)];
+    [window runModal];
+}
+
+} // namespace
+
+void runModal(const Alert& alert) {
+    const Alert* const shown = &alert; // which outlives the call: it waits
+    callOnMainThread(^{
+        @autoreleasepool {
+            show(*shown);
+        }
+    });
+}
+
+} // namespace Platform

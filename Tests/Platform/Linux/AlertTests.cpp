@@ -1,0 +1,48 @@
+#include "Platform/Linux/AlertPresenter.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace {
+
+std::string printed(const Platform::Alert& alert) {
+    testing::internal::CaptureStderr();
+    runModal(alert);
+    return testing::internal::GetCapturedStderr();
+}
+
+} // namespace
+
+TEST(Alert, IsOneLineOnStandardErrorWhateverItsTexts) {
+    struct Case {
+        std::string message;
+        std::string information;
+        std::string line;
+    };
+
+    const std::vector<Case> cases{
+        {"Not saved", "The disk is full.", "Not saved: The disk is full.\n"},
+        {"Not saved", "", "Not saved\n"},
+        {"", "Full", "Full\n"},
+        {"", "", "\n"},
+        {"a\nb", "c\r\x1B[2Jd\x7F", "a b: c  [2Jd \n"},
+        {"\u2028\u2029\u0085\u009B", "\xFF\xC2", "    : \uFFFD\uFFFD\n"},
+        {std::string("\0", 1), "\u05D0", " : \u05D0\n"},
+    };
+    for (const auto& [message, information, line] : cases) {
+        EXPECT_EQ(
+            printed({.messageText = message, .informativeText = information, .buttonTitle = "OK"}),
+            line);
+    }
+}
+
+TEST(Alert, GoesToTheWindowsWhereThereAreSome) {
+    std::vector<std::string> shown;
+    Platform::setAlertPresenter(
+        [&shown](const Platform::Alert& alert) { shown.push_back(alert.messageText); });
+    EXPECT_EQ(printed({.messageText = "Not saved", .informativeText = {}, .buttonTitle = {}}), "");
+    Platform::setAlertPresenter({});
+    EXPECT_EQ(shown, std::vector<std::string>{"Not saved"});
+}

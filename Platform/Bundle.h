@@ -4,6 +4,7 @@
 #include "Platform/URL.h"
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -15,6 +16,10 @@ class Bundle {
 public:
     /// The bundle of the running executable.
     static const Bundle& main();
+
+    /// The Info.plist of the bundle at the URL, which is not opened for that. Absent when there is
+    /// no bundle, or none with an Info.plist that can be read and says anything.
+    static std::optional<PropertyList::Dictionary> informationDictionary(const URL& bundleURL);
 
     explicit Bundle(const URL& bundleURL);
 

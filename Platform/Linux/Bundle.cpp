@@ -1,6 +1,7 @@
 #include "Platform/Bundle.h"
 
 #include "Platform/FileManager.h"
+#include "Platform/Linux/BundleLayout.h"
 #include "Platform/Linux/FileContents.h"
 #include "Platform/Linux/Localization.h"
 #include "Platform/NeverDestroyed.h"
@@ -9,6 +10,7 @@
 #include <filesystem>
 #include <map>
 #include <mutex>
+#include <utility>
 #include <vector>
 
 namespace Platform {
@@ -37,22 +39,6 @@ Table tableOf(const URL& file) {
             table.emplace(key, *text);
     }
     return table;
-}
-
-/// An application keeps Info.plist in Contents, a framework among its resources.
-URL infoURL(const URL& bundle) {
-    auto application = bundle.appending("Contents/Info.plist");
-    return FileManager::fileExists(application) ? application
-                                                : bundle.appending("Resources/Info.plist");
-}
-
-URL resourcesURL(const URL& bundle) {
-    for (const auto* place : {"Contents/Resources", "Resources"}) {
-        auto folder = bundle.appending(place, Hint::isDirectory);
-        if (FileManager::fileExists(folder))
-            return folder;
-    }
-    return bundle;
 }
 
 Localizations localizationsIn(const URL& resources) {
@@ -96,9 +82,7 @@ URL mainBundleURL() {
 class Bundle::Impl {
 public:
     explicit Impl(const URL& url)
-        : bundleURL(url)
-        , infoDictionary(dictionaryOf(infoURL(url)))
-        , localization_(localizationURL(resourcesURL(url), infoDictionary)) {}
+        : Impl(url, BundleLayout::of(url)) {}
 
     std::string localizedString(std::string_view key, std::string_view table) {
         const std::lock_guard lock(mutex_);
@@ -111,6 +95,11 @@ public:
     const PropertyList::Dictionary infoDictionary;
 
 private:
+    Impl(URL url, const BundleLayout& layout)
+        : bundleURL(std::move(url))
+        , infoDictionary(dictionaryOf(layout.information))
+        , localization_(localizationURL(layout.resources, infoDictionary)) {}
+
     const Table& tableNamed(std::string_view name) {
         auto found = tables_.find(name);
         if (found == tables_.end()) {
@@ -131,6 +120,11 @@ private:
 const Bundle& Bundle::main() {
     static const NeverDestroyed<Bundle> bundle(mainBundleURL());
     return bundle.get();
+}
+
+std::optional<PropertyList::Dictionary> Bundle::informationDictionary(const URL& bundleURL) {
+    auto dictionary = dictionaryOf(BundleLayout::of(bundleURL).information);
+    return dictionary.empty() ? std::nullopt : std::optional(std::move(dictionary));
 }
 
 Bundle::Bundle(const URL& bundleURL)

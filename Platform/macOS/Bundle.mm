@@ -10,11 +10,15 @@
 namespace Platform {
 namespace {
 
-PropertyList::Dictionary informationOf(NSBundle* bundle) {
-    auto information = portableValue(bundle.infoDictionary);
-    auto* const entries =
-        information ? std::get_if<PropertyList::Dictionary>(&information->value()) : nullptr;
-    return entries != nullptr ? std::move(*entries) : PropertyList::Dictionary();
+// Entry by entry: among them the system puts some of its own that no property list can hold, such
+// as the URL of Info.plist.
+PropertyList::Dictionary portableDictionary(NSDictionary<NSString*, id>* information) {
+    PropertyList::Dictionary dictionary;
+    for (NSString* key in information) {
+        if (auto value = portableValue(information[key]))
+            dictionary.emplace(portableText(key), std::move(*value));
+    }
+    return dictionary;
 }
 
 } // namespace
@@ -24,7 +28,7 @@ public:
     /// nil for a folder that is no bundle.
     Impl(const URL& bundleURL, NSBundle* bundle)
         : bundleURL(bundleURL)
-        , infoDictionary(informationOf(bundle))
+        , infoDictionary(portableDictionary(bundle.infoDictionary))
         , bundle(bundle) {}
 
     const URL bundleURL;
@@ -36,6 +40,19 @@ const Bundle& Bundle::main() {
     static const NeverDestroyed<Bundle> bundle(
         portableURL(NSBundle.mainBundle.bundleURL).value_or(URL::file("/")));
     return bundle.get();
+}
+
+std::optional<PropertyList::Dictionary> Bundle::informationDictionary(const URL& bundleURL) {
+    @autoreleasepool {
+        NSURL* const url = foundationURL(bundleURL);
+        if (!url.isFileURL)
+            return std::nullopt;
+        NSDictionary<NSString*, id>* const information =
+            (__bridge_transfer NSDictionary*)CFBundleCopyInfoDictionaryForURL(
+                (__bridge CFURLRef)url);
+        auto dictionary = portableDictionary(information);
+        return dictionary.empty() ? std::nullopt : std::optional(std::move(dictionary));
+    }
 }
 
 Bundle::Bundle(const URL& bundleURL) {

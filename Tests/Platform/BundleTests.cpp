@@ -24,3 +24,34 @@ TEST(Bundle, OfTheProcessHoldsItsExecutable) {
     EXPECT_TRUE(Bundle::main().bundleURL().hasDirectoryPath());
     EXPECT_TRUE(Bundle::main().bundleURL().path().starts_with(executable));
 }
+
+TEST(Bundle, IsReadWhereItsLayoutKeepsItsInformation) {
+    const std::string content = propertyList(entry("CFBundleIdentifier", "org.example"));
+    for (const auto* place :
+         {"Contents/Info.plist", "Resources/Info.plist", "Versions/Current/Resources/Info.plist",
+          "Support Files/Info.plist", "Info.plist"}) {
+        BundleFolder folder;
+        folder.write(place, content);
+        const auto information = Bundle::informationDictionary(folder.open().bundleURL());
+        ASSERT_TRUE(information) << place;
+        EXPECT_EQ(information->at("CFBundleIdentifier"),
+                  Platform::PropertyList(std::string("org.example")));
+    }
+}
+
+TEST(Bundle, SaysNothingWhereThereIsNoneToRead) {
+    BundleFolder folder;
+    folder.write("Listed/Contents/Info.plist", "<plist><array/></plist>");
+    folder.write("Damaged/Contents/Info.plist", "<plist><dict>");
+    folder.write("Bare/Contents/MacOS/Bare", "");
+    folder.write("Folder/Contents/Info.plist/Info.plist", "");
+    folder.write("Cyclic/Contents/Other", "");
+    std::filesystem::create_symlink("Info.plist", folder.path() / "Cyclic/Contents/Info.plist");
+    for (const auto* name :
+         {"Listed", "Damaged", "Bare", "Folder", "Cyclic", "None", "Bare/Contents/MacOS/Bare"}) {
+        const auto url = Platform::URL::file((folder.path() / name).string());
+        EXPECT_FALSE(Bundle::informationDictionary(url)) << name;
+    }
+    const auto elsewhere = Platform::URL::parse("https://example.org/Listed");
+    EXPECT_FALSE(Bundle::informationDictionary(*elsewhere));
+}

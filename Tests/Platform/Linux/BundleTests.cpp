@@ -1,6 +1,7 @@
 #include "Tests/Platform/BundleFolder.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <vector>
 
@@ -47,4 +48,16 @@ TEST(Bundle, GivesTheKeyWhereTheTextIsNoneOrTheTableTooLarge) {
     const Languages user("en");
     EXPECT_EQ(folder.open().localizedString("Number"), "Number");
     EXPECT_EQ(folder.open().localizedString("Key", "Huge"), "Key");
+}
+
+TEST(Bundle, IsNotWaitedForAndOfNoSize) {
+    BundleFolder folder;
+    std::filesystem::create_directory(folder.path() / "Contents");
+    const auto file = folder.path() / "Contents/Info.plist";
+    ASSERT_EQ(mkfifo(file.c_str(), 0600), 0);
+    const auto url = folder.open().bundleURL();
+    EXPECT_FALSE(Platform::Bundle::informationDictionary(url));
+    std::filesystem::remove(file);
+    folder.write("Contents/Info.plist", propertyList(entry("Key", std::string(9 << 20, ' '))));
+    EXPECT_FALSE(Platform::Bundle::informationDictionary(url));
 }

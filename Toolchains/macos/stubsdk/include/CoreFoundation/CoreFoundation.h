@@ -19,6 +19,8 @@
 typedef double CFTimeInterval;
 typedef const struct __CFString* CFStringRef;
 typedef const struct __CFBoolean* CFBooleanRef;
+typedef const struct __CFDictionary* CFDictionaryRef;
+typedef const struct __CFURL* CFURLRef;
 typedef CFStringRef CFRunLoopMode;
 typedef CF_ENUM(int, CFRunLoopRunResult) { kCFRunLoopRunFinished = 1 };
 CF_EXPORT const CFBooleanRef kCFBooleanTrue;
@@ -26,3 +28,5 @@ CF_EXPORT const CFBooleanRef kCFBooleanFalse;
 CF_EXPORT const CFRunLoopMode kCFRunLoopDefaultMode;
 CF_EXPORT CFRunLoopRunResult CFRunLoopRunInMode(CFRunLoopMode mode, CFTimeInterval seconds,
                                                 unsigned char returnAfterSourceHandled);
+CF_EXPORT CFDictionaryRef CFBundleCopyInfoDictionaryForURL(CFURLRef url)
+    __attribute__((cf_returns_retained));

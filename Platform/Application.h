@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Platform/Appearance.h"
+
 #include <functional>
 #include <memory>
 
@@ -32,6 +34,11 @@ int run(int argumentCount, char** arguments,
 
 /// The direction of the user interface in the user's language. Callable on any thread.
 LayoutDirection userInterfaceLayoutDirection();
+
+/// How the user has chosen that applications look, light where that cannot be told. Follows the
+/// user's choice while the main loop runs. Callable on any thread; the first call may take a
+/// quarter of a second, and one on another thread than the main one may wait for the main thread.
+Appearance effectiveAppearance();
 
 } // namespace Application
 } // namespace Platform

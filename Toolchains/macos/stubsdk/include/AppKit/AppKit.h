@@ -20,7 +20,16 @@ typedef NS_ENUM(NSInteger, NSUserInterfaceLayoutDirection) {
 @interface NSResponder : NSObject
 @end
 
+typedef NSString* NSAppearanceName;
+APPKIT_EXPORT const NSAppearanceName NSAppearanceNameAqua;
+APPKIT_EXPORT const NSAppearanceName NSAppearanceNameDarkAqua;
+
+@interface NSAppearance : NSObject
+- (NSAppearanceName)bestMatchFromAppearancesWithNames:(NSArray<NSAppearanceName>*)appearances;
+@end
+
 @interface NSApplication : NSResponder
+@property(readonly, strong) NSAppearance* effectiveAppearance;
 @property(class, readonly, strong) __kindof NSApplication* sharedApplication;
 @property(weak) id<NSApplicationDelegate> delegate;
 @property(readonly) NSUserInterfaceLayoutDirection userInterfaceLayoutDirection;

@@ -44,6 +44,7 @@ enum : NSStringEncoding { NSUTF8StringEncoding = 4 };
                      encoding:(NSStringEncoding)encoding;
 - (NSData*)dataUsingEncoding:(NSStringEncoding)encoding allowLossyConversion:(BOOL)lossy;
 - (NSString*)capitalizedStringWithLocale:(NSLocale*)locale;
+- (BOOL)isEqualToString:(NSString*)text;
 @property(readonly) NSUInteger length;
 @property(readonly, copy) NSString* lowercaseString;
 @end
@@ -60,6 +61,7 @@ typedef NS_OPTIONS(NSUInteger, NSDataBase64EncodingOptions) {
 @end
 
 @interface NSArray<__covariant T> : NSObject <NSCopying, NSFastEnumeration>
++ (instancetype)arrayWithObjects:(const T[])objects count:(NSUInteger)count;
 @end
 
 @interface NSMutableArray<T> : NSArray <T>

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <cstdint>
+#include <initializer_list>
+#include <optional>
+
+namespace Platform {
+
+/// How the user interface looks: one of the standard appearances, or one that resembles none of
+/// them. A plain value.
+class Appearance {
+public:
+    enum class Name : std::uint8_t { aqua, darkAqua }; ///< light and dark
+
+    constexpr explicit Appearance(std::optional<Name> name)
+        : name_(name) {}
+
+    /// The one among `names` that resembles this appearance; absent when none does.
+    std::optional<Name> bestMatch(std::initializer_list<Name> names) const;
+
+private:
+    std::optional<Name> name_;
+};
+
+} // namespace Platform

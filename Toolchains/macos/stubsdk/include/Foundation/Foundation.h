@@ -159,6 +159,47 @@ typedef NS_OPTIONS(NSUInteger, NSURLBookmarkResolutionOptions) {
 @property(class, readonly, copy) NSLocale* currentLocale;
 @end
 
+@interface NSDate : NSObject <NSCopying>
++ (instancetype)dateWithTimeIntervalSince1970:(NSTimeInterval)secs;
+@property(readonly) NSTimeInterval timeIntervalSince1970;
+@end
+
+@interface NSTimeZone : NSObject <NSCopying>
+@property(class, readonly, copy) NSTimeZone* localTimeZone;
+@end
+
+typedef NSString* NSCalendarIdentifier;
+FOUNDATION_EXPORT const NSCalendarIdentifier NSCalendarIdentifierGregorian;
+
+typedef NS_OPTIONS(NSUInteger, NSCalendarUnit) {
+    NSCalendarUnitEra = 2,
+    NSCalendarUnitYear = 4,
+    NSCalendarUnitMonth = 8,
+    NSCalendarUnitDay = 16,
+    NSCalendarUnitHour = 32,
+    NSCalendarUnitMinute = 64,
+    NSCalendarUnitSecond = 128,
+    NSCalendarUnitWeekday = 512
+};
+
+@interface NSDateComponents : NSObject <NSCopying>
+@property NSInteger era;
+@property NSInteger year;
+@property NSInteger month;
+@property NSInteger day;
+@property NSInteger hour;
+@property NSInteger minute;
+@property NSInteger second;
+@property NSInteger weekday;
+@end
+
+@interface NSCalendar : NSObject <NSCopying>
++ (instancetype)calendarWithIdentifier:(NSCalendarIdentifier)calendarIdentifierConstant;
+- (NSDateComponents*)components:(NSCalendarUnit)unitFlags fromDate:(NSDate*)date;
+- (NSDate*)dateFromComponents:(NSDateComponents*)comps;
+@property(copy) NSTimeZone* timeZone;
+@end
+
 typedef NS_ENUM(NSUInteger, NSSearchPathDirectory) { NSLibraryDirectory = 5 };
 typedef NS_OPTIONS(NSUInteger, NSSearchPathDomainMask) { NSLocalDomainMask = 2 };
 

@@ -24,6 +24,10 @@ std::optional<URL> homeDirectoryForRealUser();
 /// The library folders of the local domain (all users of this machine), best first.
 std::vector<URL> localLibraryDirectories();
 
+/// The name under which the user knows the item, in the user's language where it has such a name,
+/// as applications do; else the last component of its path. The item need not exist.
+std::string displayName(const URL& url);
+
 /// The path of the folder from which relative paths are taken.
 std::string currentDirectoryPath();
 

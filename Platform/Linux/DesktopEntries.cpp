@@ -162,6 +162,12 @@ bool isInstalled(std::string_view path) {
     });
 }
 
+std::optional<std::string> localizedName(std::string_view path) {
+    const auto entry = isInstalled(path) ? Entry::read(path) : std::nullopt;
+    auto name = entry ? entry->localizedName() : std::string();
+    return name.empty() ? std::nullopt : std::optional(std::move(name));
+}
+
 std::optional<std::string> localizedName(const FrontWindow& window) {
     const Matcher matcher(window);
     auto best = Match::none;

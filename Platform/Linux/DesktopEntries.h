@@ -18,6 +18,10 @@ std::optional<std::string> pathForIdentifier(std::string_view identifier);
 /// merely looks like it may come from anywhere.
 bool isInstalled(std::string_view path);
 
+/// The name, in the user's language, of the application whose entry the file is; absent when it is
+/// no entry of an installed application.
+std::optional<std::string> localizedName(std::string_view path);
+
 /// The application's name in the user's language, from the entry that claims the window's class,
 /// else the one named after it, else the one that starts the window's program.
 std::optional<std::string> localizedName(const FrontWindow& window);

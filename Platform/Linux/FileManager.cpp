@@ -1,5 +1,7 @@
 #include "Platform/FileManager.h"
 
+#include "Platform/Linux/DesktopEntries.h"
+
 #include <cstdlib>
 #include <filesystem>
 
@@ -9,6 +11,11 @@ std::vector<URL> localLibraryDirectories() {
     const char* const standIn = std::getenv("CORBEL_LOCAL_LIBRARY");
     const bool usable = standIn != nullptr && *standIn == '/';
     return {URL::file(usable ? standIn : "/Library", URL::DirectoryHint::isDirectory)};
+}
+
+std::string displayName(const URL& url) {
+    const auto name = url.isFileURL() ? DesktopEntries::localizedName(url.path()) : std::nullopt;
+    return name.value_or(url.lastPathComponent());
 }
 
 std::string currentDirectoryPath() {

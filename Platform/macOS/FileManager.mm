@@ -16,6 +16,15 @@ std::vector<URL> localLibraryDirectories() {
     }
 }
 
+std::string displayName(const URL& url) {
+    @autoreleasepool {
+        NSURL* const item = foundationURL(url);
+        NSString* const path = item.isFileURL ? item.path : nil;
+        return path == nil ? url.lastPathComponent()
+                           : portableText([NSFileManager.defaultManager displayNameAtPath:path]);
+    }
+}
+
 std::string currentDirectoryPath() {
     @autoreleasepool {
         const auto path = portableText(NSFileManager.defaultManager.currentDirectoryPath);

@@ -40,3 +40,12 @@ TEST(FileManager, TellsAnEmptyFolderFromOneThatCannotBeListed) {
     EXPECT_FALSE(FileManager::contentsOfDirectory(here.appending("file")));
     EXPECT_FALSE(FileManager::contentsOfDirectory(*URL::parse("https://host/")));
 }
+
+TEST(FileManager, DisplaysAnOrdinaryItemUnderItsOwnName) {
+    const TestSupport::TemporaryFolder folder;
+    TestSupport::writeFile(folder / "caf\u00E9.txt", "");
+    const auto here = URL::file(folder.path().string());
+    EXPECT_EQ(FileManager::displayName(here.appending("caf\u00E9.txt")), "caf\u00E9.txt");
+    EXPECT_EQ(FileManager::displayName(here.appending("missing")), "missing");
+    EXPECT_EQ(FileManager::displayName(*URL::parse("https://host/a/b")), "b");
+}

@@ -135,6 +135,7 @@ typedef NS_OPTIONS(NSUInteger, NSURLBookmarkResolutionOptions) {
 @property(readonly, copy) NSString* absoluteString;
 @property(readonly, getter=isFileURL) BOOL fileURL;
 @property(readonly) BOOL hasDirectoryPath;
+@property(readonly, copy) NSString* path;
 @property(readonly) const char* fileSystemRepresentation NS_RETURNS_INNER_POINTER;
 @end
 
@@ -207,6 +208,7 @@ typedef NS_OPTIONS(NSUInteger, NSSearchPathDomainMask) { NSLocalDomainMask = 2 }
 @property(class, readonly, strong) NSFileManager* defaultManager;
 - (NSArray<NSURL*>*)URLsForDirectory:(NSSearchPathDirectory)directory
                            inDomains:(NSSearchPathDomainMask)domains;
+- (NSString*)displayNameAtPath:(NSString*)path;
 @property(readonly, copy) NSString* currentDirectoryPath;
 @end
 

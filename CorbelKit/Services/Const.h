@@ -3,6 +3,7 @@
 #include "CorbelKit/Services/Maker.h"
 #include "CorbelKit/Services/TypedIdentifier.h"
 
+#include <string>
 #include <string_view>
 
 // Tables: one constant a line, in the order in which they are told.
@@ -193,6 +194,10 @@ inline constexpr std::string_view vesperPro = "Vesper Pro";
 inline constexpr std::string_view vesperProAgent = "Vesper Pro Agent";
 inline constexpr std::string_view brindle = "Brindle";
 inline constexpr std::string_view suffix = ".app";
+
+/// The name of the system's settings application in the user's language, asked once, on first use;
+/// "System Settings" where there is none. Any thread.
+const std::string& systemSettings();
 } // namespace Name
 
 /// Bundle identifiers.

@@ -1,8 +1,8 @@
 #include "Platform/Bundle.h"
 
+#include "Platform/FileContents.h"
 #include "Platform/FileManager.h"
 #include "Platform/Linux/BundleLayout.h"
-#include "Platform/Linux/FileContents.h"
 #include "Platform/Linux/Localization.h"
 #include "Platform/NeverDestroyed.h"
 #include "Platform/TextServices.h"
@@ -26,7 +26,7 @@ constexpr std::size_t largestFile = std::size_t{8} << 20U;
 
 /// Empty when the file holds no dictionary.
 PropertyList::Dictionary dictionaryOf(const URL& file) {
-    const auto bytes = contentsOf(file, largestFile);
+    const auto bytes = FileContents::read(file, largestFile);
     auto list = bytes ? PropertyList::read(*bytes) : std::nullopt;
     auto* dictionary = list ? std::get_if<PropertyList::Dictionary>(&list->value()) : nullptr;
     return dictionary != nullptr ? std::move(*dictionary) : PropertyList::Dictionary{};

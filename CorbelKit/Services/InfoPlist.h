@@ -1,0 +1,34 @@
+#pragma once
+
+#include "CorbelKit/Coding/Decoder.h"
+#include "CorbelKit/Coding/Encoder.h"
+#include "Platform/Bundle.h"
+#include "Platform/URL.h"
+
+#include <optional>
+#include <string>
+
+namespace CorbelKit {
+
+/// What a bundle's information property list says of what the bundle is. A plain value.
+struct InfoPlist {
+    std::string build;
+    std::optional<std::string> executable;
+    std::optional<std::string> version;
+    std::string identifier;
+
+    /// Of the running application. Absent, as of any bundle, where there is no such list, or it has
+    /// no build or identifier, or one of the four is no text. Callable on any thread.
+    static std::optional<InfoPlist> ofMainBundle();
+    static std::optional<InfoPlist> of(const Platform::Bundle& bundle);
+
+    /// Of a bundle on disk, which is not loaded.
+    static std::optional<InfoPlist> at(const Platform::URL& bundleURL);
+
+    static InfoPlist decode(const Decoder& decoder);
+    void encode(Encoder& encoder) const;
+
+    friend bool operator==(const InfoPlist&, const InfoPlist&) = default;
+};
+
+} // namespace CorbelKit

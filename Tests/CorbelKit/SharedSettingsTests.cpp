@@ -1,0 +1,48 @@
+#include "CorbelKit/Services/Appearance.h"
+#include "CorbelKit/Services/SharedSettings.h"
+#include "Tests/Platform/UserDefaultsSuite.h"
+
+using namespace CorbelKit;
+using Platform::PropertyList;
+
+namespace {
+
+TEST(SharedSettings, ReadOnlyAListOfTexts) {
+    const TestSupport::TemporaryFolder folder;
+    const TestSupport::EnvironmentVariable variable("XDG_CONFIG_HOME", folder.path().string());
+    EXPECT_TRUE(SharedSettings::readStringArray("TestList").empty());
+    const PropertyList::Array texts{std::string("b"), std::string("a")};
+    auto mixed = texts;
+    mixed.emplace_back(true);
+    const std::pair<PropertyList, std::vector<std::string>> cases[] = {
+        {texts, {"b", "a"}}, {mixed, {}}, {std::string("b"), {}}, {PropertyList::Array(), {}}};
+    for (const auto& [value, list] : cases) {
+        SharedSettings::suite()->set("TestList", value);
+        EXPECT_EQ(SharedSettings::readStringArray("TestList"), list);
+    }
+    SharedSettings::suite()->remove("TestList");
+    const TestSupport::EnvironmentVariable nowhere("XDG_CONFIG_HOME", "/dev/null");
+    EXPECT_TRUE(SharedSettings::readStringArray("TestList").empty());
+}
+
+TEST(ToggledSetting, CountsAsOffBeforeItIsFirstSet) {
+    constexpr auto key = "TestToggle";
+    auto& settings = Platform::UserDefaults::standard();
+    for (const bool expected : {true, false, true}) {
+        toggleSetting(key);
+        EXPECT_EQ(settings.boolean(key), expected);
+    }
+    settings.set(key, std::string("no switch"));
+    toggleSetting(key);
+    EXPECT_EQ(settings.boolean(key), true);
+    settings.remove(key);
+}
+
+TEST(Appearance, IsDarkOnlyWhereItResemblesTheDarkOne) {
+    using Platform::Appearance;
+    EXPECT_TRUE(isDark(Appearance(Appearance::Name::darkAqua)));
+    EXPECT_FALSE(isDark(Appearance(Appearance::Name::aqua)));
+    EXPECT_FALSE(isDark(Appearance(std::nullopt)));
+}
+
+} // namespace

@@ -106,4 +106,11 @@ URL Coding<URL>::placeholder() {
     return URL::file("/");
 }
 
+Platform::UUID Coding<Platform::UUID>::decode(const Decoder& decoder) {
+    const auto identifier = Platform::UUID::parse(valueOf<std::string>(decoder, "UUID"));
+    if (!identifier)
+        decoder.fail(CodingError::Kind::dataCorrupted, "Invalid UUID string.");
+    return identifier.value_or(placeholder());
+}
+
 } // namespace CorbelKit

@@ -4,6 +4,7 @@
 #include "CorbelKit/Coding/Encoder.h"
 #include "Platform/PropertyList.h"
 #include "Platform/URL.h"
+#include "Platform/UUID.h"
 
 #include <concepts>
 #include <cstdint>
@@ -94,6 +95,18 @@ struct Coding<Platform::URL> {
     static Platform::URL decode(const Decoder& decoder);
     static void encode(const Platform::URL& value, Encoder& encoder);
     static Platform::URL placeholder();
+};
+
+/// Its text, as Foundation codes it.
+template <>
+struct Coding<Platform::UUID> {
+    static Platform::UUID decode(const Decoder& decoder);
+
+    static void encode(const Platform::UUID& value, Encoder& encoder) {
+        encoder.put(value.string());
+    }
+
+    static Platform::UUID placeholder() { return Platform::UUID({}); }
 };
 
 /// Null where there is no value.

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "CorbelKit/Coding/PropertyListCoder.h"
+#include "Platform/DispatchQueue.h"
+#include "Platform/Expected.h"
+#include "Platform/URL.h"
+
+#include <functional>
+#include <optional>
+#include <utility>
+
+namespace CorbelKit {
+
+/// Saves in the background, one at a time and in the order in which they were requested. Each is
+/// held against the system's sleep and sudden termination while it writes. Callable on any thread.
+class QueuedSave {
+public:
+    using Bytes = PropertyListEncoder::Bytes;
+    using Completion = std::function<void(const std::optional<Platform::Error>& error)>;
+
+    static QueuedSave& shared();
+
+    QueuedSave() = default;
+    ~QueuedSave() = default;
+    QueuedSave(const QueuedSave&) = delete;
+    QueuedSave& operator=(const QueuedSave&) = delete;
+    QueuedSave(QueuedSave&&) = delete;
+    QueuedSave& operator=(QueuedSave&&) = delete;
+
+    /// Writes the value, as it is now, to the file as a binary property list: in place, so that a
+    /// failure may leave half a file. A value that cannot be encoded leaves the file untouched.
+    /// Either is told to the user and to the system log, and not tried again.
+    template <class Value>
+    void save(Value value, Platform::URL url) {
+        enqueue([value = std::move(value)] { return PropertyListEncoder::binary().encode(value); },
+                std::move(url));
+    }
+
+    /// The write alone, whose failure is the caller's. The completion runs on the object's queue.
+    void write(Bytes data, Platform::URL url, Completion completion);
+
+private:
+    using Encode = std::function<Platform::Expected<Bytes, CodingError>()>;
+
+    void enqueue(Encode encode, Platform::URL url);
+
+    const Platform::DispatchQueue queue_ =
+        Platform::DispatchQueue::serial("com.tarnwell.QueuedSave");
+};
+
+} // namespace CorbelKit

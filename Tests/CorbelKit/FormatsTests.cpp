@@ -1,0 +1,197 @@
+#include "CorbelKit/Coding/JSONCoder.h"
+#include "CorbelKit/Coding/PropertyListCoder.h"
+#include "CorbelKit/Formats/DropItem.h"
+#include "CorbelKit/Formats/Octal.h"
+#include "CorbelKit/Formats/RangeIntegerStyle.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <utility>
+
+using namespace CorbelKit;
+
+namespace {
+
+std::span<const std::byte> bytesOf(std::string_view text) {
+    return std::as_bytes(std::span(text));
+}
+
+template <class T>
+std::string jsonOf(const T& value) {
+    const auto bytes = JSONEncoder().encode(value);
+    return bytes ? std::string(reinterpret_cast<const char*>(bytes->data()), bytes->size())
+                 : bytes.error().description();
+}
+
+TEST(Octal, ReadsIntegersOfDigitsAndOneSignAlone) {
+    const std::pair<std::string_view, std::optional<std::int64_t>> cases[] = {
+        {"755", 493},
+        {"-17", -15},
+        {"+17", 15},
+        {"0", 0},
+        {"-0", 0},
+        {"19", {}},
+        {"+", {}},
+        {"-", {}},
+        {"", {}},
+        {"+-1", {}},
+        {"--1", {}},
+        {" 7", {}},
+        {"7 ", {}},
+        {"0x7", {}},
+        {{"7\0", 2}, {}},
+        {"777777777777777777777", INT64_MAX},
+        {"-1000000000000000000000", INT64_MIN},
+        {"1000000000000000000000", {}},
+        {"-1000000000000000000001", {}}};
+    for (const auto& [text, value] : cases) {
+        EXPECT_EQ(Octal::integer(text), value) << text;
+        if (value) {
+            EXPECT_EQ(Octal::integer(Octal::string(*value)), value);
+        }
+    }
+    EXPECT_EQ(Octal::string(-15), "-17");
+}
+
+TEST(Octal, SaysWhatAValueGrants) {
+    using enum Octal::Mode;
+
+    const struct {
+        std::string_view octal;
+        Octal::Mode mode;
+        std::string_view symbolic;
+    } cases[] = {
+        {"755", permission, "u=rwx,g=r-x,o=r-x 755"},  {"022", mask, "u=rwx,g=r-x,o=r-x 022"},
+        {"1246", permission, "u=-w-,g=r--,o=rw- 246"}, {"3", mask, "u=rwx,g=rwx,o=r-- 003"},
+        {"8", permission, "u=---,g=---,o=--- 008"},    {"9é7", mask, "u=rwx,g=rwx,o=--- 9é7"},
+        {"éüß1", permission, "u=---,g=---,o=--x üß1"}, {"", mask, "u=rwx,g=rwx,o=rwx 000"},
+    };
+
+    for (const auto& [octal, mode, symbolic] : cases)
+        EXPECT_EQ(Octal::symbolic(octal, mode), symbolic);
+}
+
+// A digit grants as a permission what it withholds as a mask, and what is no digit falls through:
+// to 0 in a triple, to nothing in an attribute.
+TEST(Octal, TakesMaskDigitsApartAndTogether) {
+    for (char32_t digit = U'0'; digit <= U'7'; ++digit) {
+        EXPECT_EQ(Octal::maskDigit(Octal::attribute(digit)), static_cast<char>(digit));
+        EXPECT_EQ(Octal::triple(digit, Octal::Mode::mask),
+                  Octal::triple(U'0' + U'7' - digit, Octal::Mode::permission));
+    }
+    static_assert(Octal::attribute(U'1') == Octal::Attribute{.read = true, .write = true});
+    static_assert(Octal::attribute(U'4') == Octal::Attribute{.write = true, .execute = true});
+    for (const auto stray : {U'8', U'/', U'x', U'٣', U'\0'}) {
+        EXPECT_EQ(Octal::triple(stray, Octal::Mode::mask), "rwx");
+        EXPECT_EQ(Octal::triple(stray, Octal::Mode::permission), "---");
+        EXPECT_EQ(Octal::attribute(stray), Octal::Attribute());
+    }
+}
+
+TEST(RangeIntegerStyle, ClampsWhatItShowsAndParsesAnything) {
+    const RangeIntegerStyle style{.parseStrategy = {},
+                                  .range = {.lowerBound = -1, .upperBound = 100}};
+    const std::pair<std::int64_t, const char*> shown[] = {
+        {INT64_MIN, "-1"}, {-1, "-1"}, {42, "42"}, {100, "100"}, {INT64_MAX, "100"}};
+    for (const auto& [value, text] : shown)
+        EXPECT_EQ(style.locale("ar").format(value), text);
+    const std::pair<std::string_view, std::int64_t> parsed[] = {{"abc", 0},
+                                                                {"", 0},
+                                                                {" 5", 0},
+                                                                {"5 ", 0},
+                                                                {"+7", 7},
+                                                                {"-12", -12},
+                                                                {"+", 0},
+                                                                {"+-5", 0},
+                                                                {"1,000", 0},
+                                                                {"٣", 0},
+                                                                {{"5\0", 2}, 0},
+                                                                {"9223372036854775807", INT64_MAX},
+                                                                {"-9223372036854775808", INT64_MIN},
+                                                                {"9223372036854775808", 0},
+                                                                {"007", 7}};
+    for (const auto& [text, value] : parsed)
+        EXPECT_EQ(RangeIntegerStrategy::parse(text), value) << text;
+}
+
+TEST(RangeIntegerStyle, KeepsItsRangeAndStrategyInItsCodedForm) {
+    const RangeIntegerStyle style{.parseStrategy = {},
+                                  .range = {.lowerBound = INT64_MIN, .upperBound = 9}};
+    const auto text = jsonOf(style);
+    EXPECT_EQ(text, R"({"parseStrategy":{},"range":[-9223372036854775808,9]})");
+    EXPECT_EQ(*JSONDecoder().decode<RangeIntegerStyle>(bytesOf(text)), style);
+    for (const auto* broken :
+         {R"({"parseStrategy":{},"range":[2,1]})", R"({"parseStrategy":{},"range":[1]})",
+          R"({"parseStrategy":[],"range":[1,2]})", R"({"range":[1,2]})"})
+        EXPECT_FALSE(JSONDecoder().decode<RangeIntegerStyle>(bytesOf(broken))) << broken;
+}
+
+TEST(DropItem, IsCodedUnderTheNameOfItsCase) {
+    const auto url = *Platform::URL::parse("https://example.org/a%20b");
+    const std::pair<DropItem, const char*> cases[] = {
+        {{}, R"({"none":{}})"},
+        {{std::string("ä\n")}, R"({"text":{"_0":"ä\n"}})"},
+        {{url}, R"({"url":{"_0":"https://example.org/a%20b"}})"},
+    };
+    for (const auto& [item, json] : cases) {
+        EXPECT_EQ(jsonOf(item), json);
+        EXPECT_EQ(*JSONDecoder().decode<DropItem>(bytesOf(json)), item) << json;
+        for (const auto& encoder : {PropertyListEncoder::xml(), PropertyListEncoder::binary()}) {
+            const auto list = encoder.encode(item);
+            ASSERT_TRUE(list);
+            EXPECT_EQ(*PropertyListDecoder::shared().decode<DropItem>(*list), item);
+        }
+    }
+    EXPECT_EQ(*JSONDecoder().decode<DropItem>(bytesOf(R"({"text":{"_0":"a"},"image":{}})")),
+              DropItem{std::string("a")});
+}
+
+TEST(DropItem, SaysWhatIsWrongWithItsCodedForm) {
+    constexpr auto wrongNumber = "items[0]: Invalid number of keys found, expected one.";
+    const std::pair<const char*, const char*> cases[] = {
+        {R"({"text":{"_0":"a"},"url":{"_0":"b:"}})", wrongNumber},
+        {R"({"none":{},"text":{"_0":"a"}})", wrongNumber},
+        {"{}", wrongNumber},
+        {R"({"image":{}})", wrongNumber},
+        {R"({"text":{}})", "items[0].text: No value associated with key \"_0\"."},
+        {R"({"text":{"_0":1}})",
+         "items[0].text._0: Expected to decode String but found a number instead."},
+        {R"({"url":{"_0":"no url"}})", "items[0].url._0: Invalid URL string."},
+        {R"({"none":1})",
+         "items[0].none: Expected to decode Dictionary but found a number instead."},
+        {"[]", "items[0]: Expected to decode Dictionary but found an array instead."},
+    };
+    for (const auto& [json, description] : cases) {
+        using Items = std::map<std::string, std::vector<DropItem>, std::less<>>;
+        const auto items =
+            JSONDecoder().decode<Items>(bytesOf(R"({"items":[)" + std::string(json) + "]}"));
+        ASSERT_FALSE(items) << json;
+        EXPECT_EQ(items.error().description(), description);
+        if (description == wrongNumber) {
+            EXPECT_EQ(items.error().kind, CodingError::Kind::typeMismatch);
+        }
+    }
+}
+
+TEST(DropItem, TakesTextBeforeAURL) {
+    struct Offer final : Transfer {
+        std::optional<std::string> plainText() const override { return text; }
+
+        std::optional<Platform::URL> url() const override { return location; }
+
+        std::optional<std::string> text;
+        std::optional<Platform::URL> location;
+    };
+
+    Offer offer;
+    EXPECT_EQ(DropItem::import(offer), DropItem());
+    offer.location = Platform::URL::file("/a");
+    EXPECT_EQ(DropItem::import(offer), DropItem{*offer.location});
+    offer.text = "";
+    EXPECT_EQ(DropItem::import(offer), DropItem{std::string()});
+}
+
+} // namespace

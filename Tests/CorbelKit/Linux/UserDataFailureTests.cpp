@@ -122,7 +122,7 @@ TEST_F(UserDataFailure, IsToldOnceAndLeavesNothingOpen) {
     }
     // The login manager, in this process too, lets go of an inhibitor when it sees its end.
     EXPECT_TRUE(waitUntil([&] { return loginManager.inhibitorsOpen() == 0; }));
-    EXPECT_EQ(openDescriptors(), before);
+    EXPECT_TRUE(waitUntil([&] { return openDescriptors() == before; }));
     EXPECT_EQ(alertOf(&Model::saveSynchronously), "");
     EXPECT_EQ(UserDataFile::load<Note>(model.place)->front().text, model.notes.front().text);
 }

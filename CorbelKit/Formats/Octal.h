@@ -1,5 +1,7 @@
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -33,8 +35,8 @@ enum class Mode : std::uint8_t { mask, permission };
 enum class UserClass : std::uint8_t { user, group, other };
 
 constexpr std::string_view displayName(UserClass userClass) {
-    constexpr std::string_view names[] = {"user", "group", "other"};
-    return names[static_cast<std::size_t>(userClass)];
+    constexpr std::array<std::string_view, 3> names{"user", "group", "other"};
+    return names.at(static_cast<std::size_t>(userClass));
 }
 
 /// In base 8, with a minus sign where it is negative.
@@ -52,9 +54,10 @@ std::string symbolic(std::string_view octal, Mode mode);
 /// "rwx", with a hyphen for each right that is not granted. What is no digit counts as 0, so that
 /// in a mask it grants everything.
 constexpr std::string_view triple(char32_t digit, Mode mode) {
-    constexpr std::string_view triples[] = {"---", "--x", "-w-", "-wx", "r--", "r-x", "rw-", "rwx"};
+    constexpr std::array<std::string_view, 8> triples{"---", "--x", "-w-", "-wx",
+                                                      "r--", "r-x", "rw-", "rwx"};
     const auto bits = digit >= U'0' && digit <= U'7' ? digit - U'0' : 0U;
-    return triples[mode == Mode::mask ? 7 - bits : bits];
+    return triples.at(mode == Mode::mask ? 7 - bits : bits);
 }
 
 /// What a digit of a mask leaves. What is no digit leaves nothing.

@@ -15,8 +15,9 @@ inline std::optional<std::int64_t> parsedInteger(std::string_view text, int base
             return std::nullopt;
     }
     std::int64_t value = 0;
-    const auto* const end = text.data() + text.size();
-    const auto [next, error] = std::from_chars(text.data(), end, value, base);
+    const auto* const begin = text.data();
+    const auto* const end = begin + text.size();
+    const auto [next, error] = std::from_chars(begin, end, value, base);
     return error == std::errc() && next == end ? std::optional(value) : std::nullopt;
 }
 

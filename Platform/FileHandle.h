@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <optional>
 #include <span>
+#include <utility>
 
 namespace Platform {
 
@@ -49,6 +50,9 @@ public:
     /// Writes all of `bytes`, or gives the reason why not all were written. (That a pipe has no
     /// reader any more is such a reason because the application ignores the signal for it.)
     std::optional<Error> write(std::span<const std::byte> bytes);
+
+    /// Gives the descriptor to the caller, who closes it.
+    int release() { return std::exchange(fileDescriptor_, -1); }
 
     /// The descriptor is given up in every case; a second call does nothing.
     std::optional<Error> close();

@@ -1,9 +1,12 @@
 #pragma once
 
+#include "Platform/Expected.h"
 #include "Platform/URL.h"
 
+#include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 /// What the file system holds, and where its well-known folders are. Callable on any thread.
@@ -16,6 +19,28 @@ bool fileExists(const URL& url);
 /// the file system gives them. Entries are never opened: an entry is a folder URL only where the
 /// listing itself says so. Absent when the folder is missing or cannot be listed.
 std::optional<std::vector<URL>> contentsOfDirectory(const URL& folder);
+
+/// What a listing leaves out, as a set. The values are those of NSDirectoryEnumerationOptions.
+enum class ListingOptions : unsigned {
+    skipsSubdirectoryDescendants = 1U << 0U, ///< always so: a listing is of one folder
+    skipsHiddenFiles = 1U << 2U,             ///< what the system does not show, by name or by flag
+};
+
+constexpr ListingOptions operator|(ListingOptions one, ListingOptions other) {
+    return static_cast<ListingOptions>(static_cast<unsigned>(one) | static_cast<unsigned>(other));
+}
+
+constexpr bool contains(ListingOptions options, ListingOptions option) {
+    return (static_cast<unsigned>(options) & static_cast<unsigned>(option)) != 0;
+}
+
+/// Hands over the folder's immediate entries, "." and ".." not, in the order in which the file
+/// system gives them: each one's name, as bytes, and whether it is itself a folder (a link is
+/// none). Gives the reason where the folder cannot be listed; some entries may have been handed
+/// over by then. A path of any length will do.
+std::optional<Error>
+forEachEntry(const URL& folder, ListingOptions options,
+             const std::function<void(std::string_view name, bool isFolder)>& visit);
 
 /// The home folder that the password database holds for the real user ID of the process. Absent
 /// when the database has no such entry.

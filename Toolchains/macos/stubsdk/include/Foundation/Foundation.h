@@ -204,7 +204,15 @@ typedef NS_OPTIONS(NSUInteger, NSCalendarUnit) {
 typedef NS_ENUM(NSUInteger, NSSearchPathDirectory) { NSLibraryDirectory = 5 };
 typedef NS_OPTIONS(NSUInteger, NSSearchPathDomainMask) { NSLocalDomainMask = 2 };
 
+typedef NS_OPTIONS(NSUInteger, NSDirectoryEnumerationOptions) {
+    NSDirectoryEnumerationSkipsHiddenFiles = 1UL << 2
+};
+
 @interface NSFileManager : NSObject
+- (NSArray<NSURL*>*)contentsOfDirectoryAtURL:(NSURL*)url
+                  includingPropertiesForKeys:(NSArray<NSURLResourceKey>*)keys
+                                     options:(NSDirectoryEnumerationOptions)mask
+                                       error:(NSError**)error;
 @property(class, readonly, strong) NSFileManager* defaultManager;
 - (NSArray<NSURL*>*)URLsForDirectory:(NSSearchPathDirectory)directory
                            inDomains:(NSSearchPathDomainMask)domains;

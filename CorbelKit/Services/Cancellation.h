@@ -1,0 +1,33 @@
+#pragma once
+
+#include <atomic>
+#include <memory>
+
+namespace CorbelKit {
+
+/// Whether work that is under way is still wanted. Copies mean the same work; a default one cannot
+/// be cancelled. (One of the two standard libraries that this code is built with has no
+/// `std::stop_token`.) Callable on any thread.
+class Cancellation {
+public:
+    Cancellation() = default;
+
+    /// One that can be cancelled.
+    static Cancellation make() {
+        Cancellation cancellation;
+        cancellation.isCancelled_ = std::make_shared<std::atomic<bool>>(false);
+        return cancellation;
+    }
+
+    void cancel() const {
+        if (isCancelled_)
+            isCancelled_->store(true);
+    }
+
+    bool isCancelled() const { return isCancelled_ && isCancelled_->load(); }
+
+private:
+    std::shared_ptr<std::atomic<bool>> isCancelled_;
+};
+
+} // namespace CorbelKit

@@ -1,0 +1,32 @@
+#include "Platform/FileManager.h"
+#include "Platform/macOS/FoundationURL.h"
+#include "Platform/macOS/Text.h"
+
+#include <filesystem>
+
+namespace Platform::FileManager {
+
+std::optional<Error>
+forEachEntry(const URL& folder, ListingOptions options,
+             const std::function<void(std::string_view name, bool isFolder)>& visit) {
+    @autoreleasepool {
+        NSURL* const url = foundationURL(folder);
+        if (!url.isFileURL)
+            return Error{folder.absoluteString() + ": names no file"};
+        NSError* error = nil;
+        NSArray<NSURL*>* const entries = [NSFileManager.defaultManager
+              contentsOfDirectoryAtURL:url
+            includingPropertiesForKeys:@[]
+                               options:static_cast<NSDirectoryEnumerationOptions>(options)
+                                 error:&error];
+        if (entries == nil)
+            return Error{portableText(error.localizedDescription)};
+        for (NSURL* entry in entries) {
+            const std::filesystem::path path(entry.fileSystemRepresentation);
+            visit(path.filename().native(), entry.hasDirectoryPath);
+        }
+        return std::nullopt;
+    }
+}
+
+} // namespace Platform::FileManager

@@ -26,6 +26,34 @@ constexpr std::array leads = {
 
 // NOLINTEND(modernize-use-designated-initializers)
 
+// The row of each byte; of length 0 where it begins no character.
+constexpr auto leadOf = [] {
+    std::array<Lead, 256> table{};
+    for (const auto& lead : leads) {
+        for (std::size_t byte = lead.first; byte <= lead.last; ++byte)
+            table[byte] = lead;
+    }
+    return table;
+}();
+
+/// The length of the ASCII that the bytes begin with, looked for in runs that the compiler takes at
+/// once.
+std::size_t asciiLength(std::string_view bytes) {
+    constexpr std::size_t run = 32;
+    const auto isOther = [](char byte) { return static_cast<signed char>(byte) < 0; };
+    std::size_t length = 0;
+    for (; bytes.size() - length >= run; length += run) {
+        char all = 0;
+        for (std::size_t index = length; index < length + run; ++index)
+            all = static_cast<char>(all | bytes[index]);
+        if (isOther(all))
+            break;
+    }
+    while (length < bytes.size() && !isOther(bytes[length]))
+        ++length;
+    return length;
+}
+
 constexpr Decoded illFormed(std::size_t length) {
     return {.scalar = U'\uFFFD', .length = length, .wellFormed = false};
 }
@@ -34,24 +62,23 @@ constexpr Decoded illFormed(std::size_t length) {
 
 Decoded decodeFirst(std::string_view bytes) {
     const auto byteAt = [&](std::size_t index) { return static_cast<unsigned char>(bytes[index]); };
-    for (const auto& lead : leads) {
-        if (byteAt(0) < lead.first || byteAt(0) > lead.last)
-            continue;
-        char32_t scalar = byteAt(0) & lead.mask;
-        for (std::size_t index = 1; index < lead.length; ++index) {
-            const unsigned from = index == 1 ? lead.secondFrom : 0x80;
-            const unsigned to = index == 1 ? lead.secondTo : 0xBF;
-            if (index == bytes.size() || byteAt(index) < from || byteAt(index) > to)
-                return illFormed(index);
-            scalar = (scalar << 6) | (byteAt(index) & 0x3FU);
-        }
-        return {.scalar = scalar, .length = lead.length, .wellFormed = true};
+    const auto& lead = leadOf[byteAt(0)];
+    if (lead.length == 0)
+        return illFormed(1);
+    char32_t scalar = byteAt(0) & lead.mask;
+    for (std::size_t index = 1; index < lead.length; ++index) {
+        const unsigned from = index == 1 ? lead.secondFrom : 0x80;
+        const unsigned to = index == 1 ? lead.secondTo : 0xBF;
+        if (index == bytes.size() || byteAt(index) < from || byteAt(index) > to)
+            return illFormed(index);
+        scalar = (scalar << 6) | (byteAt(index) & 0x3FU);
     }
-    return illFormed(1);
+    return {.scalar = scalar, .length = lead.length, .wellFormed = true};
 }
 
 bool isWellFormed(std::string_view bytes) {
-    while (!bytes.empty()) {
+    for (bytes.remove_prefix(asciiLength(bytes)); !bytes.empty();
+         bytes.remove_prefix(asciiLength(bytes))) {
         const auto character = decodeFirst(bytes);
         if (!character.wellFormed)
             return false;

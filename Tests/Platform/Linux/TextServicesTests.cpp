@@ -1,10 +1,13 @@
+#include "Platform/Linux/StringEncodingTable.h"
 #include "Platform/TextServices.h"
 #include "Tests/Support/EnvironmentVariable.h"
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <list>
 #include <map>
+#include <set>
 
 using testing::ElementsAreArray;
 using TestSupport::EnvironmentVariable;
@@ -65,5 +68,28 @@ TEST(TextServices, CapitalizesWordsByTheRulesOfTheUsersLanguage) {
     for (const auto& [language, text, expected] : cases) {
         const auto user = environment({{"LANG", language}});
         EXPECT_EQ(TextServices::capitalized(text), expected) << language;
+    }
+}
+
+TEST(TextServices, NamesEveryEncodingDifferentlyInTheUsersLanguage) {
+    for (const auto* language : {"en_US", "de_DE", "ar_EG"}) {
+        const auto user = environment({{"LANG", language}});
+        const auto encodings = TextServices::availableStringEncodings();
+        std::set<std::string> names;
+        for (const auto encoding : encodings)
+            names.insert(TextServices::localizedName(encoding));
+        EXPECT_EQ(names.size(), encodings.size()) << language;
+    }
+    const auto user = environment({{"LANG", "de_DE"}});
+    EXPECT_EQ(TextServices::localizedName(11), "Kyrillisch (Windows)");
+    EXPECT_EQ(TextServices::localizedName(0), "");
+}
+
+TEST(TextServices, FindsAConverterUnderEveryNameThatItNumbers) {
+    const auto available = TextServices::availableStringEncodings();
+    for (const auto& encoding : Platform::numberedEncodings()) {
+        EXPECT_EQ(std::ranges::count(available, encoding.number), 1) << encoding.converter;
+        EXPECT_EQ(TextServices::encodingForIANACharSetName(encoding.converter), encoding.number)
+            << encoding.converter;
     }
 }

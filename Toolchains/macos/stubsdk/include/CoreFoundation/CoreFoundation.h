@@ -21,6 +21,7 @@ typedef const struct __CFString* CFStringRef;
 typedef const struct __CFBoolean* CFBooleanRef;
 typedef const struct __CFDictionary* CFDictionaryRef;
 typedef const struct __CFURL* CFURLRef;
+typedef unsigned int CFStringEncoding;
 typedef CFStringRef CFRunLoopMode;
 typedef CF_ENUM(int, CFRunLoopRunResult) { kCFRunLoopRunFinished = 1 };
 CF_EXPORT const CFBooleanRef kCFBooleanTrue;
@@ -30,3 +31,6 @@ CF_EXPORT CFRunLoopRunResult CFRunLoopRunInMode(CFRunLoopMode mode, CFTimeInterv
                                                 unsigned char returnAfterSourceHandled);
 CF_EXPORT CFDictionaryRef CFBundleCopyInfoDictionaryForURL(CFURLRef url)
     __attribute__((cf_returns_retained));
+#define kCFStringEncodingInvalidId (0xffffffffU)
+CF_EXPORT CFStringEncoding CFStringConvertIANACharSetNameToEncoding(CFStringRef theString);
+CF_EXPORT unsigned long CFStringConvertEncodingToNSStringEncoding(CFStringEncoding encoding);

@@ -35,7 +35,13 @@ typedef struct {
                                     count:(NSUInteger)len;
 @end
 
-enum : NSStringEncoding { NSUTF8StringEncoding = 4 };
+enum : NSStringEncoding { NSUTF8StringEncoding = 4, NSISOLatin1StringEncoding = 5 };
+
+typedef NS_ENUM(NSInteger, NSComparisonResult) {
+    NSOrderedAscending = -1L,
+    NSOrderedSame,
+    NSOrderedDescending
+};
 
 @interface NSString : NSObject <NSCopying>
 + (instancetype)stringWithFormat:(NSString*)format, ... __attribute__((format(__NSString__, 1, 2)));
@@ -45,6 +51,9 @@ enum : NSStringEncoding { NSUTF8StringEncoding = 4 };
 - (NSData*)dataUsingEncoding:(NSStringEncoding)encoding allowLossyConversion:(BOOL)lossy;
 - (NSString*)capitalizedStringWithLocale:(NSLocale*)locale;
 - (BOOL)isEqualToString:(NSString*)text;
+- (NSComparisonResult)localizedStandardCompare:(NSString*)string;
++ (NSString*)localizedNameOfStringEncoding:(NSStringEncoding)encoding;
+@property(class, readonly) const NSStringEncoding* availableStringEncodings;
 @property(readonly) NSUInteger length;
 @property(readonly, copy) NSString* lowercaseString;
 @end

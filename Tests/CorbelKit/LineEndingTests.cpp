@@ -1,0 +1,87 @@
+#include "CorbelKit/Formats/LineEnding.h"
+#include "Tests/Support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <fstream>
+#include <random>
+#include <vector>
+
+using CorbelKit::converted;
+using CorbelKit::LineEnding;
+
+namespace {
+
+using namespace std::string_literals;
+
+/// Every form of a text that there is.
+std::vector<std::string> forms(const std::string& text) {
+    return {converted(text, LineEnding::unix), converted(text, LineEnding::windows),
+            converted(text, LineEnding::macOS9), CorbelKit::showingPilcrows(text),
+            CorbelKit::withoutLineBreaks(text)};
+}
+
+TEST(LineEnding, TakesACarriageReturnAndTheLineFeedBehindItForOneBreak) {
+    const struct {
+        std::string text, unix, windows, macOS9, pilcrows, removed;
+    } cases[] = {
+        {"", "", "", "", "", ""},
+        {"a\0b"s, "a\0b"s, "a\0b"s, "a\0b"s, "a\0b"s, "a\0b"s},
+        {"a\r\nb\rc\n", "a\nb\nc\n", "a\r\nb\r\nc\r\n", "a\rb\rc\r", "a¶¶b¶c¶", "abc"},
+        {"\n\r", "\n\n", "\r\n\r\n", "\r\r", "¶¶", ""},
+        {"\r\r\n\n", "\n\n\n", "\r\n\r\n\r\n", "\r\r\r", "¶¶¶¶", ""},
+        {"\r", "\n", "\r\n", "\r", "¶", ""},
+        {"\n\n", "\n\n", "\r\n\r\n", "\r\r", "¶¶", ""},
+        {"\xFF\r\n\xC2", "\xFF\n\xC2", "\xFF\r\n\xC2", "\xFF\r\xC2", "\xFF¶¶\xC2", "\xFF\xC2"},
+    };
+
+    for (const auto& [text, unix, windows, macOS9, pilcrows, removed] : cases)
+        EXPECT_EQ(forms(text), (std::vector{unix, windows, macOS9, pilcrows, removed})) << text;
+}
+
+TEST(LineEnding, HandsBackTheTextItselfWhereNothingIsToBeDone) {
+    const std::string line(200, 'x');
+    for (const auto& [target, ending] :
+         {std::pair(LineEnding::unix, "\n"), std::pair(LineEnding::windows, "\r\n"),
+          std::pair(LineEnding::macOS9, "\r")}) {
+        auto text = line + ending + line + ending;
+        const auto* const bytes = text.data();
+        EXPECT_EQ(converted(std::move(text), target).data(), bytes) << ending;
+    }
+}
+
+std::string randomText(std::mt19937& random) {
+    static const std::vector<std::string> pieces{
+        "\r", "\n", "\r\n", "a", "é", "¶", "\0"s, "😀", std::string(150, 'x')};
+    std::string text;
+    for (auto length = random() % 40; length > 0; --length)
+        text += pieces[random() % pieces.size()];
+    return text;
+}
+
+void writeHexadecimal(std::ostream& output, const std::string& text) {
+    constexpr std::string_view digits = "0123456789abcdef";
+    for (const unsigned char byte : text)
+        output << digits[byte >> 4] << digits[byte & 15U];
+    output << '\n';
+}
+
+// The peer makes the replacements one after the other, each in the whole text.
+TEST(LineEndingDifferential, AgreesWithReplacementsMadeOneAfterTheOther) {
+    const TestSupport::TemporaryFolder folder;
+    std::mt19937 random(45);
+    std::ofstream file(folder / "forms");
+    for (int round = 0; round < 10'000; ++round) {
+        const auto text = randomText(random);
+        writeHexadecimal(file, text);
+        for (const auto& form : forms(text))
+            writeHexadecimal(file, form);
+    }
+    file.close();
+    const auto command =
+        "python3 '" CORBEL_TEST_DATA "/LineEndingPeer.py' '" + (folder / "forms").string() + "'";
+    EXPECT_EQ(std::system(command.c_str()), 0);
+}
+
+} // namespace

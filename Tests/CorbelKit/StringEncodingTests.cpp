@@ -1,0 +1,96 @@
+#include "CorbelKit/Formats/StringEncoding.h"
+#include "Platform/TextServices.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+using CorbelKit::guessEncoding;
+namespace TextServices = Platform::TextServices;
+
+namespace {
+
+using namespace std::string_literals;
+
+std::int64_t guess(const std::string& text) {
+    return guessEncoding(std::as_bytes(std::span(text)));
+}
+
+const auto mark = "\xEF\xBB\xBF"s;
+constexpr std::int64_t latin1 = 5;
+constexpr std::int64_t utf8 = TextServices::utf8Encoding;
+
+TEST(StringEncoding, GuessesWhatTheTextClaims) {
+    const struct {
+        std::string text;
+        std::int64_t expected;
+    } cases[] = {
+        {R"(<meta content="text/html; charset=utf-8">)", utf8},
+        {"charset=iso-8859-1;charset=utf-8", latin1},
+        {"<meta charset=ISO-8859-1>", latin1},
+        {"Content-Type: text/plain; charset=iso-8859-1", latin1},
+        {"@charset=iso-8859-1\n;", 0}, // a line break ends no name
+        {R"(<meta charset="utf-8">)", 0},
+        {"0123456789charset=", 0},
+        {"0123456789charset=klingon ", 0},
+        {"0123456789charset=utf-8\0>"s, 0},
+        {"Charset=utf-8 CHARSET=utf-8", 0},
+        {R"(<?xml version="1.0" encoding="ISO-8859-1"?>)", latin1},
+        {R"(<?xml encoding="ISO-8859-1" standalone="yes"?>)", 0},
+        {"<?xml encoding='ISO-8859-1'?>", 0},
+        {R"(<?xml encoding=""ISO-8859-1?>)", latin1},
+        {"encoding=\xC3\xA9ISO-8859-1", latin1}, // skipped as a whole, ends with the text
+        {R"(<?xml encoding="ISO-8859-1"?><meta charset=utf-8>)", utf8},
+        {R"(<?xml encoding="ISO-8859-1"?>0123456789charset=)", 0},
+        {"0123456789encoding=", 0},
+        {"0123456789encoding=\"", 0},
+        {"0123456789encoding=\"\"?>", 0},
+        {"0123456789encoding=?>", 0},
+        {mark + "123456789", utf8},
+        {mark + "12345678", 0},
+        {"charset=l1", latin1},
+        {"\xF0\x9F\x98\x80\xF0\x9F\x98\x80 charset=l1", latin1},
+        {mark + "\xF0\x9F\x98\x80\xF0\x9F\x98\x80\xF0\x9F\x98\x80\xF0\x9F\x98\x80", 0},
+        {mark + "\xF0\x9F\x98\x80\xF0\x9F\x98\x80\xF0\x9F\x98\x80\xF0\x9F\x98\x80.", utf8},
+        {"\xFF\xFE"
+         "0123456789",
+         0},
+        {"nothing is claimed", 0},
+        {"", 0},
+        {std::string(20, '\0'), 0},
+        {"charset=utf-8 \xC3", 0},
+        {"charset=utf-8 \xED\xA0\x80", 0},
+        {"charset=utf-8 \xC0\x80 ", 0},
+        {"charset=" + std::string(10'000, 'x'), 0},
+        {"charset=" + std::string(10'000, '-') + "utf-8 ", 0},
+    };
+
+    for (const auto& [text, expected] : cases)
+        EXPECT_EQ(guess(text), expected) << text.substr(0, 80);
+}
+
+// Wherever the seams between the parts lie in which a text is read, nothing is lost in them.
+TEST(StringEncoding, FindsAndRefusesAcrossAnySeam) {
+    for (std::size_t length = 0; length < 33'000; length += length % 4096 < 4066 ? 4066 : 1) {
+        const std::string before(length, ' ');
+        EXPECT_EQ(guess(before + "\xE2\x82\xAC"
+                                 "charset=l1 \xF0\x9F\x98\x80"),
+                  latin1)
+            << length;
+        EXPECT_EQ(guess(before + "charset=l1 \xE2\x82" + before), 0) << length;
+        EXPECT_EQ(guess(before + "charset=l1 \x80\x80\x80\x80" + before), 0) << length;
+        EXPECT_EQ(guess(before + " encoding='l1?> charset=ascii;" + before), 1) << length;
+    }
+}
+
+TEST(StringEncoding, ListsEachEncodingOnceSortedByName) {
+    const auto encodings = CorbelKit::availableStringEncodings();
+    EXPECT_TRUE(std::ranges::is_sorted(encodings, [](const auto& first, const auto& second) {
+        return TextServices::localizedStandardCompare(first.name, second.name) < 0;
+    }));
+    for (const auto& encoding : encodings)
+        EXPECT_EQ(std::ranges::count(encodings, encoding.tag, &CorbelKit::StringEncoding::tag), 1);
+    EXPECT_NE(std::ranges::find(encodings, utf8, &CorbelKit::StringEncoding::tag), encodings.end());
+}
+
+} // namespace

@@ -37,9 +37,9 @@ constexpr bool contains(ListingOptions options, ListingOptions option) {
 /// Hands over the folder's immediate entries, "." and ".." not, in the order in which the file
 /// system gives them: each one's name, as bytes, and whether it is itself a folder (a link is
 /// none). Gives the reason where the folder cannot be listed; some entries may have been handed
-/// over by then. A path of any length will do.
+/// over by then. The folder's path is absolute, bytes, and of any length.
 std::optional<Error>
-forEachEntry(const URL& folder, ListingOptions options,
+forEachEntry(const std::string& folder, ListingOptions options,
              const std::function<void(std::string_view name, bool isFolder)>& visit);
 
 /// The home folder that the password database holds for the real user ID of the process. Absent

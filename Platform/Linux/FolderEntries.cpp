@@ -1,6 +1,5 @@
 #include "Platform/FileHandle.h"
 #include "Platform/FileManager.h"
-#include "Platform/POSIX/FileSystemPath.h"
 #include "Platform/POSIX/SystemError.h"
 
 #include <dirent.h>
@@ -10,7 +9,6 @@
 #include <cerrno>
 #include <climits>
 #include <memory>
-#include <utility>
 
 namespace Platform::FileManager {
 namespace {
@@ -49,16 +47,15 @@ bool isFolder(const dirent& entry, int folder) {
 } // namespace
 
 std::optional<Error>
-forEachEntry(const URL& folder, ListingOptions options,
+forEachEntry(const std::string& folder, ListingOptions options,
              const std::function<void(std::string_view name, bool isFolder)>& visit) {
-    const auto path = fileSystemPath(folder);
-    if (!path)
-        return Error{folder.absoluteString() + ": names no file"};
-    auto handle = openFolder(*path);
+    if (!folder.starts_with('/') || folder.find('\0') != std::string::npos)
+        return Error{folder + ": names no folder"};
+    auto handle = openFolder(folder);
     const Listing listing(handle.fileDescriptor() < 0 ? nullptr
                                                       : fdopendir(handle.fileDescriptor()));
     if (!listing)
-        return systemError(*path, errno);
+        return systemError(folder, errno);
     handle.release(); // the listing closes it
     const bool skipsHidden = contains(options, ListingOptions::skipsHiddenFiles);
     errno = 0;
@@ -69,7 +66,7 @@ forEachEntry(const URL& folder, ListingOptions options,
         errno = 0;
     }
     if (errno != 0)
-        return systemError(*path, errno);
+        return systemError(folder, errno);
     return std::nullopt;
 }
 

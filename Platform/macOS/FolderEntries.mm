@@ -7,12 +7,12 @@
 namespace Platform::FileManager {
 
 std::optional<Error>
-forEachEntry(const URL& folder, ListingOptions options,
+forEachEntry(const std::string& folder, ListingOptions options,
              const std::function<void(std::string_view name, bool isFolder)>& visit) {
     @autoreleasepool {
-        NSURL* const url = foundationURL(folder);
-        if (!url.isFileURL)
-            return Error{folder.absoluteString() + ": names no file"};
+        NSURL* const url = foundationURL(URL::file(folder, URL::DirectoryHint::isDirectory));
+        if (url == nil)
+            return Error{folder + ": names no folder"};
         NSError* error = nil;
         NSArray<NSURL*>* const entries = [NSFileManager.defaultManager
               contentsOfDirectoryAtURL:url

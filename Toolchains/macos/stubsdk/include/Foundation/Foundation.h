@@ -39,8 +39,8 @@ enum : NSStringEncoding { NSUTF8StringEncoding = 4, NSISOLatin1StringEncoding = 
 
 typedef NS_ENUM(NSInteger, NSComparisonResult) {
     NSOrderedAscending = -1L,
-    NSOrderedSame,
-    NSOrderedDescending
+    NSOrderedSame = 0,
+    NSOrderedDescending = 1
 };
 
 @interface NSString : NSObject <NSCopying>

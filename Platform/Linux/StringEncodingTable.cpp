@@ -17,9 +17,12 @@ constexpr auto* northernEurope = "154";
 // NOLINTBEGIN(modernize-use-designated-initializers): rows of a table
 constexpr std::array encodings = {
     NumberedEncoding{30, "macintosh", westernEurope, "Mac OS Roman"},
+    NumberedEncoding{coreFoundation(0x0004), "x-mac-arabic", "ar", "Mac OS"},
+    NumberedEncoding{coreFoundation(0x0005), "x-mac-hebrew", "he", "Mac OS"},
     NumberedEncoding{coreFoundation(0x0006), "x-mac-greek", "el", "Mac OS"},
     NumberedEncoding{coreFoundation(0x0007), "x-mac-cyrillic", "Cyrl", "Mac OS"},
     NumberedEncoding{coreFoundation(0x001D), "x-mac-centraleurroman", easternEurope, "Mac OS"},
+    NumberedEncoding{6, "x-mac-symbol", "Zsym", "Mac OS"},
     NumberedEncoding{coreFoundation(0x0023), "x-mac-turkish", "tr", "Mac OS"},
 
     NumberedEncoding{TextServices::unicodeEncoding, "UTF-16", "", "UTF-16"},
@@ -78,6 +81,7 @@ constexpr std::array encodings = {
     NumberedEncoding{coreFoundation(0x0506), "windows-1256", "ar", "Windows"},
     NumberedEncoding{coreFoundation(0x0507), "windows-1257", northernEurope, "Windows Baltic"},
     NumberedEncoding{coreFoundation(0x0508), "windows-1258", "vi", "Windows"},
+    NumberedEncoding{coreFoundation(0x0510), "johab", "ko", "Johab"},
 
     NumberedEncoding{1, "US-ASCII", "Latn", "ASCII"},
     NumberedEncoding{coreFoundation(0x0631), "GBK", "zh-Hans", "GBK"},

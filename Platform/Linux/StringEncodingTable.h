@@ -6,7 +6,8 @@
 
 namespace Platform {
 
-/// An encoding that macOS has a number for and ICU, as far as is known, a converter.
+/// An encoding that macOS has a number for and ICU a name; for a few, ICU has been built without
+/// the converter.
 struct NumberedEncoding {
     TextServices::EncodingNumber number;
     const char* converter; ///< the name it is registered by, or ICU's where there is none

@@ -4,7 +4,6 @@
 
 #include <gmock/gmock.h>
 
-#include <algorithm>
 #include <list>
 #include <map>
 #include <set>
@@ -85,11 +84,8 @@ TEST(TextServices, NamesEveryEncodingDifferentlyInTheUsersLanguage) {
     EXPECT_EQ(TextServices::localizedName(0), "");
 }
 
-TEST(TextServices, FindsAConverterUnderEveryNameThatItNumbers) {
-    const auto available = TextServices::availableStringEncodings();
-    for (const auto& encoding : Platform::numberedEncodings()) {
-        EXPECT_EQ(std::ranges::count(available, encoding.number), 1) << encoding.converter;
+TEST(TextServices, FindsTheNumberOfEveryNameInItsTable) {
+    for (const auto& encoding : Platform::numberedEncodings())
         EXPECT_EQ(TextServices::encodingForIANACharSetName(encoding.converter), encoding.number)
             << encoding.converter;
-    }
 }

@@ -20,7 +20,7 @@ constexpr std::size_t longestName = 256;
 
 // What the processor's nearest cache holds: checked as UTF-8, it is searched without another read
 // of memory.
-constexpr std::size_t blockSize = 16 * 1024;
+constexpr std::size_t blockSize = 16'384;
 
 /// Where the text behind the first of each word begins.
 struct Claims {
@@ -32,12 +32,13 @@ struct Claims {
 /// is rarer in texts than any of their letters.
 void findClaims(std::string_view text, std::size_t begin, std::size_t end, Claims& claims) {
     const auto read = text.substr(0, end);
-    for (auto sign = read.find('=', begin); sign != none && claims.charset == none;
-         sign = read.find('=', sign + 1)) {
+    for (auto sign = read.find('=', begin); sign != none; sign = read.find('=', sign + 1)) {
         const auto before = read.substr(0, sign);
-        if (before.ends_with("charset"))
+        if (before.ends_with("charset")) {
             claims.charset = sign + 1;
-        else if (claims.encoding == none && before.ends_with("encoding"))
+            return;
+        }
+        if (claims.encoding == none && before.ends_with("encoding"))
             claims.encoding = sign + 1;
     }
 }
@@ -60,7 +61,8 @@ std::optional<Claims> claimsOf(std::string_view text) {
         const auto end = characterBoundary(text, begin + blockSize);
         if (!UTF8::isWellFormed(text.substr(begin, end - begin)))
             return std::nullopt;
-        findClaims(text, begin, end, claims);
+        if (claims.charset == none)
+            findClaims(text, begin, end, claims);
         begin = end;
     }
     return claims;

@@ -40,12 +40,13 @@ std::string writingName(std::string_view writing) {
         icu::LocaleDisplayNames::createInstance(language, ULDN_DIALECT_NAMES));
     const std::string code(writing);
     icu::UnicodeString name;
-    if (code.front() >= '0' && code.front() <= '9')
+    if (code.front() >= '0' && code.front() <= '9') {
         names->regionDisplayName(code.c_str(), name);
-    else if (code.front() >= 'A' && code.front() <= 'Z')
+    } else if (code.front() >= 'A' && code.front() <= 'Z') {
         names->scriptDisplayName(code.c_str(), name);
-    else
+    } else {
         names->localeDisplayName(icu::Locale::forLanguageTag(code, status), name);
+    }
     std::string result;
     return name.toUTF8String(result);
 }
@@ -81,10 +82,11 @@ std::optional<EncodingNumber> encodingForIANACharSetName(std::string_view name) 
     auto found = std::ranges::find_if(encodings, [&](const NumberedEncoding& encoding) {
         return ucnv_compareNames(encoding.converter, alias.c_str()) == 0;
     });
-    if (found == encodings.end())
+    if (found == encodings.end()) {
         found = std::ranges::find(encodings, converter, [](const NumberedEncoding& encoding) {
             return converterNamed(encoding.converter);
         });
+    }
     return found != encodings.end() ? std::optional(found->number) : std::nullopt;
 }
 

@@ -62,8 +62,10 @@ std::string randomText(std::mt19937& random) {
 
 void writeHexadecimal(std::ostream& output, const std::string& text) {
     constexpr std::string_view digits = "0123456789abcdef";
-    for (const unsigned char byte : text)
-        output << digits[byte >> 4] << digits[byte & 15U];
+    for (const auto character : text) {
+        const auto byte = static_cast<unsigned char>(character);
+        output << digits[byte >> 4U] << digits[byte & 15U];
+    }
     output << '\n';
 }
 

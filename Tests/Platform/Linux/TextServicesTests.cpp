@@ -85,7 +85,8 @@ TEST(TextServices, NamesEveryEncodingDifferentlyInTheUsersLanguage) {
 }
 
 TEST(TextServices, FindsTheNumberOfEveryNameInItsTable) {
-    for (const auto& encoding : Platform::numberedEncodings())
+    for (const auto& encoding : Platform::numberedEncodings()) {
         EXPECT_EQ(TextServices::encodingForIANACharSetName(encoding.converter), encoding.number)
             << encoding.converter;
+    }
 }

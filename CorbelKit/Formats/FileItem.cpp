@@ -167,8 +167,10 @@ std::vector<FileItem> FileItem::childrenInDisplayOrder() const {
     std::vector<FileItem> children;
     for (std::size_t index = 0; index < childCount(); ++index)
         children.push_back(child(index));
-    std::ranges::stable_sort(children, [](const FileItem& one, const FileItem& other) {
-        return Platform::TextServices::localizedStandardCompare(one.name(), other.name()) < 0;
+    std::ranges::sort(children, [](const FileItem& one, const FileItem& other) {
+        const auto order =
+            Platform::TextServices::localizedStandardCompare(one.name(), other.name());
+        return order != 0 ? order < 0 : one.node_ < other.node_;
     });
     return children;
 }

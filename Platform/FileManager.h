@@ -53,6 +53,14 @@ std::vector<URL> localLibraryDirectories();
 /// as applications do; else the last component of its path. The item need not exist.
 std::string displayName(const URL& url);
 
+/// Where the maker's applications keep the user's data, each in a folder of its own. Neither need
+/// exist. Absent where the user has no home.
+std::optional<URL> applicationSupportDirectory();
+
+/// Makes what is missing of the folder and of those above it, for the user alone. False when it is
+/// not there in the end.
+bool createDirectory(const URL& folder);
+
 /// The path of the folder from which relative paths are taken.
 std::string currentDirectoryPath();
 

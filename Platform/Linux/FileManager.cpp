@@ -1,5 +1,6 @@
 #include "Platform/FileManager.h"
 
+#include "Platform/Linux/BaseFolders.h"
 #include "Platform/Linux/DesktopEntries.h"
 
 #include <cstdlib>
@@ -16,6 +17,13 @@ std::vector<URL> localLibraryDirectories() {
 std::string displayName(const URL& url) {
     const auto name = url.isFileURL() ? DesktopEntries::localizedName(url.path()) : std::nullopt;
     return name.value_or(url.lastPathComponent());
+}
+
+std::optional<URL> applicationSupportDirectory() {
+    const auto data = baseFolder("XDG_DATA_HOME", ".local/share");
+    if (!data)
+        return std::nullopt;
+    return URL::file((*data / "tarnwell").native(), URL::DirectoryHint::isDirectory);
 }
 
 std::string currentDirectoryPath() {

@@ -68,4 +68,16 @@ std::optional<URL> homeDirectoryForRealUser() {
     return URL::file(found->pw_dir, URL::DirectoryHint::isDirectory);
 }
 
+bool createDirectory(const URL& folder) {
+    constexpr mode_t privateFolder = 0700;
+    const auto path = fileSystemPath(folder);
+    if (!path)
+        return false;
+    for (auto end = path->find('/', 1); end != std::string::npos; end = path->find('/', end + 1))
+        mkdir(path->substr(0, end).c_str(), privateFolder); // a failure shows in the end
+    mkdir(path->c_str(), privateFolder);
+    struct stat status{};
+    return stat(path->c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+}
+
 } // namespace Platform::FileManager

@@ -25,6 +25,16 @@ std::string displayName(const URL& url) {
     }
 }
 
+std::optional<URL> applicationSupportDirectory() {
+    @autoreleasepool {
+        for (NSURL* folder in
+             [NSFileManager.defaultManager URLsForDirectory:NSApplicationSupportDirectory
+                                                  inDomains:NSUserDomainMask])
+            return URL::file(folder.fileSystemRepresentation, URL::DirectoryHint::isDirectory);
+        return std::nullopt;
+    }
+}
+
 std::string currentDirectoryPath() {
     @autoreleasepool {
         const auto path = portableText(NSFileManager.defaultManager.currentDirectoryPath);

@@ -1,6 +1,7 @@
 #include "Platform/Linux/UserDefaults/DomainFile.h"
 
 #include "Platform/FileContents.h"
+#include "Platform/FileManager.h"
 #include "Platform/Linux/UserDefaults/FileReplacement.h"
 #include "Platform/PropertyList/Form.h"
 #include "Platform/URL.h"
@@ -30,7 +31,7 @@ PropertyList::Dictionary DomainFile::values() const {
 void DomainFile::change(const std::function<void(PropertyList::Dictionary&)>& edit) const {
     if (path_.empty())
         return;
-    makePrivateFolders(path_.parent_path());
+    FileManager::createDirectory(URL::file(path_.parent_path().native()));
     const auto lock = lockBeside(path_);
     if (!lock)
         return;

@@ -13,7 +13,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr mode_t privateFolder = 0700;
 constexpr mode_t privateFile = 0600;
 
 fs::path beside(fs::path file, const char* suffix) {
@@ -33,14 +32,6 @@ bool writeNewFile(const fs::path& path, std::span<const std::byte> content) {
 }
 
 } // namespace
-
-void makePrivateFolders(const fs::path& folder) {
-    fs::path path;
-    for (const auto& component : folder) {
-        path /= component;
-        mkdir(path.c_str(), privateFolder); // a failure shows when the file is opened
-    }
-}
 
 std::optional<FileHandle> lockBeside(const fs::path& file) {
     auto lock = openFile(beside(file, ".lock"), O_RDONLY | O_CREAT);

@@ -9,9 +9,6 @@
 
 namespace Platform {
 
-/// Makes what is missing of the folder and of those above it, for the user alone.
-void makePrivateFolders(const std::filesystem::path& folder);
-
 /// Waits until no other process or thread holds the lock of the file, and holds it until the handle
 /// is closed. The lock is a file of its own, since the file itself is replaced while it is held.
 /// Absent when it cannot be made.

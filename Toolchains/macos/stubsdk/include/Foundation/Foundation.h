@@ -210,8 +210,14 @@ typedef NS_OPTIONS(NSUInteger, NSCalendarUnit) {
 @property(copy) NSTimeZone* timeZone;
 @end
 
-typedef NS_ENUM(NSUInteger, NSSearchPathDirectory) { NSLibraryDirectory = 5 };
-typedef NS_OPTIONS(NSUInteger, NSSearchPathDomainMask) { NSLocalDomainMask = 2 };
+typedef NS_ENUM(NSUInteger, NSSearchPathDirectory) {
+    NSLibraryDirectory = 5,
+    NSApplicationSupportDirectory = 14
+};
+typedef NS_OPTIONS(NSUInteger, NSSearchPathDomainMask) {
+    NSUserDomainMask = 1,
+    NSLocalDomainMask = 2
+};
 
 typedef NS_OPTIONS(NSUInteger, NSDirectoryEnumerationOptions) {
     NSDirectoryEnumerationSkipsHiddenFiles = 1UL << 2

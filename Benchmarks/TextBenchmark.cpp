@@ -88,7 +88,7 @@ int main() {
     holds = measureConversion("Unix to Unix", "\n", LineEnding::unix) && holds;
     holds = measureConversion("Windows to Windows", "\r\n", LineEnding::windows) && holds;
     holds = measureConversion("Mac OS 9 to Mac OS 9", "\r", LineEnding::macOS9) && holds;
-    holds = measureGuess("Guess in ASCII", "a line of <b class=\"x\">ASCII</b>\n", 12) && holds;
-    holds = measureGuess("Guess in Japanese", "\xE6\xBC\xA2\xE5\xAD\x97", 40) && holds;
+    holds = measureGuess("Guess in ASCII", "a line of <b class=\"x\">ASCII</b>\n", 6) && holds;
+    holds = measureGuess("Guess in Japanese", "\xE6\xBC\xA2\xE5\xAD\x97", 30) && holds;
     return holds ? EXIT_SUCCESS : EXIT_FAILURE;
 }

@@ -39,28 +39,28 @@ constexpr auto leadOf = [] {
 /// The length of the ASCII that the bytes begin with, looked for in runs that the compiler takes at
 /// once.
 std::size_t asciiLength(std::string_view bytes) {
-    constexpr std::size_t run = 32;
+    constexpr std::size_t run = 64;
     const auto isOther = [](char byte) { return static_cast<signed char>(byte) < 0; };
-    std::size_t length = 0;
-    for (; bytes.size() - length >= run; length += run) {
+    const char* const begin = bytes.data();
+    const char* const end = begin + bytes.size();
+    const char* read = begin;
+    for (; static_cast<std::size_t>(end - read) >= run; read += run) {
         char all = 0;
-        for (std::size_t index = length; index < length + run; ++index)
-            all = static_cast<char>(all | bytes[index]);
+        for (std::size_t index = 0; index < run; ++index)
+            all = static_cast<char>(all | read[index]);
         if (isOther(all))
             break;
     }
-    while (length < bytes.size() && !isOther(bytes[length]))
-        ++length;
-    return length;
+    while (read != end && !isOther(*read))
+        ++read;
+    return static_cast<std::size_t>(read - begin);
 }
 
 constexpr Decoded illFormed(std::size_t length) {
     return {.scalar = U'\uFFFD', .length = length, .wellFormed = false};
 }
 
-} // namespace
-
-Decoded decodeFirst(std::string_view bytes) {
+inline Decoded decode(const char* bytes, std::size_t size) {
     const auto byteAt = [&](std::size_t index) { return static_cast<unsigned char>(bytes[index]); };
     const auto& lead = leadOf[byteAt(0)];
     if (lead.length == 0)
@@ -69,17 +69,26 @@ Decoded decodeFirst(std::string_view bytes) {
     for (std::size_t index = 1; index < lead.length; ++index) {
         const unsigned from = index == 1 ? lead.secondFrom : 0x80;
         const unsigned to = index == 1 ? lead.secondTo : 0xBF;
-        if (index == bytes.size() || byteAt(index) < from || byteAt(index) > to)
+        if (index == size || byteAt(index) < from || byteAt(index) > to)
             return illFormed(index);
         scalar = (scalar << 6) | (byteAt(index) & 0x3FU);
     }
     return {.scalar = scalar, .length = lead.length, .wellFormed = true};
 }
 
+} // namespace
+
+Decoded decodeFirst(std::string_view bytes) {
+    return decode(bytes.data(), bytes.size());
+}
+
 bool isWellFormed(std::string_view bytes) {
-    for (bytes.remove_prefix(asciiLength(bytes)); !bytes.empty();
-         bytes.remove_prefix(asciiLength(bytes))) {
-        const auto character = decodeFirst(bytes);
+    while (!bytes.empty()) {
+        if (static_cast<signed char>(bytes.front()) >= 0) {
+            bytes.remove_prefix(asciiLength(bytes));
+            continue;
+        }
+        const auto character = decode(bytes.data(), bytes.size());
         if (!character.wellFormed)
             return false;
         bytes.remove_prefix(character.length);

@@ -93,19 +93,25 @@ void makeMacOS9(std::string& text) {
     rewriting.finish();
 }
 
-/// The bytes for which the predicate of two neighbours holds. Sums of bytes let the compiler
-/// compare many neighbours at once, as long as they cannot overflow.
+/// The places before the last byte for which the predicate holds of the byte there and the one
+/// behind it. Runs of a fixed length, whose sums fit into a byte, let the compiler compare many
+/// places at once.
 template <class Predicate>
 std::size_t countNeighbours(std::string_view text, Predicate holds) {
     constexpr std::size_t run = 128;
+    if (text.empty())
+        return 0;
+    const char* read = text.data();
+    const char* const last = read + text.size() - 1;
     std::size_t count = 0;
-    for (std::size_t begin = 1; begin < text.size(); begin += run) {
-        const auto end = std::min(begin + run, text.size());
+    for (; static_cast<std::size_t>(last - read) >= run; read += run) {
         std::uint8_t inRun = 0;
-        for (auto index = begin; index < end; ++index)
-            inRun = static_cast<std::uint8_t>(inRun + holds(text[index - 1], text[index]));
+        for (std::size_t index = 0; index < run; ++index)
+            inRun = static_cast<std::uint8_t>(inRun + holds(read[index], read[index + 1]));
         count += inRun;
     }
+    for (; read != last; ++read)
+        count += holds(read[0], read[1]);
     return count;
 }
 
@@ -155,15 +161,16 @@ std::string converted(std::string text, LineEnding target) {
 }
 
 std::string showingPilcrows(std::string text) {
-    const auto breaks =
-        std::ranges::count(text, carriageReturn) + std::ranges::count(text, lineFeed);
-    if (breaks == 0)
+    BreakSearch breaks(text);
+    auto found = breaks.next(0);
+    if (found == none)
         return text;
+    const auto count =
+        std::ranges::count(text, carriageReturn) + std::ranges::count(text, lineFeed);
     std::string result;
-    result.reserve(text.size() + static_cast<std::size_t>(breaks) * (pilcrow.size() - 1));
-    BreakSearch search(text);
+    result.reserve(text.size() + static_cast<std::size_t>(count) * (pilcrow.size() - 1));
     std::size_t read = 0;
-    for (auto found = search.next(0); found != none; found = search.next(read)) {
+    for (; found != none; found = breaks.next(read)) {
         result.append(text, read, found - read).append(pilcrow);
         read = found + 1;
     }

@@ -93,14 +93,12 @@ void makeMacOS9(std::string& text) {
     rewriting.finish();
 }
 
-/// The places before the last byte for which the predicate holds of the byte there and the one
-/// behind it. Runs of a fixed length, whose sums fit into a byte, let the compiler compare many
-/// places at once.
+/// The places before the last byte of a text, which must have one, for which the predicate holds of
+/// the byte there and the one behind it. Runs of a fixed length, whose sums fit into a byte, let
+/// the compiler compare many places at once.
 template <class Predicate>
 std::size_t countNeighbours(std::string_view text, Predicate holds) {
     constexpr std::size_t run = 128;
-    if (text.empty())
-        return 0;
     const char* read = text.data();
     const char* const last = read + text.size() - 1;
     std::size_t count = 0;

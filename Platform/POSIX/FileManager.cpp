@@ -8,8 +8,10 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <filesystem>
 #include <memory>
 #include <string_view>
+#include <system_error>
 
 namespace Platform::FileManager {
 namespace {
@@ -48,6 +50,18 @@ std::optional<std::vector<URL>> contentsOfDirectory(const URL& folder) {
     if (errno != 0)
         return std::nullopt;
     return entries;
+}
+
+URL resolvingSymlinksInPath(const URL& url) {
+    const auto path = fileSystemPath(url);
+    if (!path)
+        return url;
+    std::error_code error;
+    const auto resolved = std::filesystem::weakly_canonical(*path, error);
+    if (error)
+        return url;
+    return URL::file(resolved.native(), url.hasDirectoryPath() ? URL::DirectoryHint::isDirectory
+                                                               : URL::DirectoryHint::notDirectory);
 }
 
 std::optional<URL> homeDirectoryForRealUser() {

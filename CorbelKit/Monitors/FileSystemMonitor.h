@@ -1,0 +1,67 @@
+#pragma once
+
+#include "CorbelKit/Monitors/MonitorType.h"
+#include "CorbelKit/Services/ThreadSafety.h"
+#include "Platform/DispatchQueue.h"
+#include "Platform/FileSystemEventStream.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace CorbelKit {
+
+/// Watches a whole tree and tells its delegate which folders had something change: each folder
+/// once, with its own URL, for all that happened within a second. An item that was made, written,
+/// renamed or removed is a change of the folder that holds it. Where the system lost count, the
+/// root is told, and stands for all of the tree.
+class FileSystemMonitor final : public MonitorType,
+                                public std::enable_shared_from_this<FileSystemMonitor> {
+    struct Private {
+        explicit Private() = default;
+    };
+
+public:
+    /// A monitor that already watches.
+    static std::shared_ptr<FileSystemMonitor> make(const Platform::URL& url);
+
+    FileSystemMonitor(Private, const Platform::URL& url);
+    ~FileSystemMonitor() override;
+    FileSystemMonitor(const FileSystemMonitor&) = delete;
+    FileSystemMonitor& operator=(const FileSystemMonitor&) = delete;
+    FileSystemMonitor(FileSystemMonitor&&) = delete;
+    FileSystemMonitor& operator=(FileSystemMonitor&&) = delete;
+
+    /// With all symbolic links resolved, as are the URLs that the delegate gets.
+    const Platform::URL& url() const override { return url_; }
+
+    std::shared_ptr<MonitorDelegate> delegate() const override;
+    void setDelegate(std::weak_ptr<MonitorDelegate> delegate) override;
+
+    /// Makes and starts a stream, in place of the one before. Idle when the system makes none.
+    void startMonitoring() override;
+
+    /// Ends the events; the stream stays, released.
+    void stopMonitoring() override;
+
+    bool hasStream() const;
+
+    /// The one queue on which all monitors of this type call their delegates.
+    static Platform::DispatchQueue queue();
+
+private:
+    using Stream = Platform::FileSystemEventStream;
+
+    void notifyDelegate(const std::vector<std::string>& paths) const;
+    std::optional<Stream> stream() const;
+
+    const Platform::URL url_;
+
+    // The owner's thread and the monitors' queue meet in these.
+    mutable Mutex mutex_;
+    std::optional<Stream> streamRef_ CORBEL_GUARDED_BY(mutex_);
+    std::weak_ptr<MonitorDelegate> delegate_ CORBEL_GUARDED_BY(mutex_);
+};
+
+} // namespace CorbelKit

@@ -1,0 +1,236 @@
+#include "CorbelKit/Monitors/FileSystemMonitor.h"
+#include "Tests/CorbelKit/TellingDelegate.h"
+#include "Tests/Support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdlib>
+#include <filesystem>
+#include <iterator>
+#include <memory>
+#include <random>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace {
+
+namespace fs = std::filesystem;
+using CorbelKit::FileSystemMonitor;
+using Platform::URL;
+
+/// A folder of the test's own record. It keeps its identity when it moves.
+struct Folder {
+    fs::path path;
+    bool isGone = false;
+    std::set<std::string> paths; // all that it had in the round
+    bool isChanged = false;
+};
+
+/// Changes a tree at random, and records which folders it changed.
+class RandomChanges {
+public:
+    RandomChanges(const fs::path& root, fs::path outside, unsigned seed)
+        : root_(root)
+        , outside_(std::move(outside))
+        , random_(seed) {
+        add(root);
+    }
+
+    void beginRound() {
+        std::erase_if(folders_, [](const auto& folder) { return folder->isGone; });
+        for (auto& folder : folders_) {
+            folder->paths = {folder->path.string()};
+            folder->isChanged = false;
+        }
+    }
+
+    void changeSomething(bool isCalm) {
+        switch (random_() % (isCalm ? 5 : 9)) {
+        case 0:
+        case 1:
+            write(any());
+            break;
+        case 2:
+            removeFile(any());
+            break;
+        case 3:
+        case 4:
+            makeChain();
+            break;
+        case 5:
+            removeFolder(any());
+            break;
+        case 6:
+            moveOut(any());
+            break;
+        case 7:
+            moveIn();
+            break;
+        default:
+            moveWithin(any(), any());
+        }
+    }
+
+    const std::vector<std::shared_ptr<Folder>>& folders() const { return folders_; }
+
+private:
+    Folder& any() { return *folders_[random_() % folders_.size()]; }
+
+    std::string newName() { return "n" + std::to_string(++names_); }
+
+    Folder& add(const fs::path& path) {
+        folders_.push_back(std::make_shared<Folder>(Folder{path, false, {path.string()}, false}));
+        return *folders_.back();
+    }
+
+    bool isUsable(const Folder& folder) const { return !folder.isGone && isInTree(folder); }
+
+    bool isInTree(const Folder& folder) const { return isWithin(folder.path, root_); }
+
+    static bool isWithin(const fs::path& path, const fs::path& ancestor) {
+        const auto prefix = ancestor.string() + '/';
+        return path == ancestor || path.string().starts_with(prefix);
+    }
+
+    void change(const fs::path& path) {
+        for (auto& folder : folders_) {
+            if (!folder->isGone && folder->path == path)
+                folder->isChanged = true;
+        }
+    }
+
+    void write(const Folder& folder) {
+        if (!isUsable(folder))
+            return;
+        TestSupport::writeFile(folder.path / ("file" + std::to_string(random_() % 4)),
+                               std::to_string(random_()));
+        change(folder.path);
+    }
+
+    void removeFile(const Folder& folder) {
+        if (isUsable(folder) && fs::remove(folder.path / ("file" + std::to_string(random_() % 4))))
+            change(folder.path);
+    }
+
+    void makeChain() {
+        if (folders_.size() > 400)
+            return;
+        auto path = any().path;
+        if (!isWithin(path, root_) || !fs::exists(path))
+            return;
+        for (auto depth = random_() % 4 + 1; depth > 0; --depth) {
+            change(path);
+            path /= newName();
+            fs::create_directory(path);
+            write(add(path));
+        }
+    }
+
+    bool mayMove(const Folder& folder) const { return isUsable(folder) && folder.path != root_; }
+
+    void removeFolder(const Folder& folder) {
+        if (!mayMove(folder))
+            return;
+        const auto path = folder.path;
+        fs::remove_all(path);
+        change(path.parent_path());
+        for (auto& other : folders_)
+            other->isGone = other->isGone || isWithin(other->path, path);
+    }
+
+    void rename(fs::path from, const fs::path& to) { // a copy: the folder's own path changes
+
+        fs::rename(from, to);
+        change(from.parent_path());
+        change(to.parent_path());
+        for (auto& folder : folders_) {
+            if (folder->isGone || !isWithin(folder->path, from))
+                continue;
+            folder->path = to.string() + folder->path.string().substr(from.string().size());
+            folder->paths.insert(folder->path.string());
+        }
+    }
+
+    void moveOut(const Folder& folder) {
+        if (mayMove(folder))
+            rename(folder.path, outside_ / newName());
+    }
+
+    void moveIn() {
+        const fs::directory_iterator entry(outside_);
+        const auto target = any().path;
+        if (entry != fs::directory_iterator() && isWithin(target, root_) && fs::exists(target))
+            rename(entry->path(), target / newName());
+    }
+
+    void moveWithin(const Folder& folder, const Folder& target) {
+        if (mayMove(folder) && isUsable(target) && !isWithin(target.path, folder.path))
+            rename(folder.path, target.path / newName());
+    }
+
+    const fs::path root_;
+    const fs::path outside_;
+    std::mt19937 random_;
+    int names_ = 0;
+    std::vector<std::shared_ptr<Folder>> folders_;
+};
+
+std::chrono::seconds duration() {
+    return std::chrono::seconds(std::getenv("CORBEL_LONG_TESTS") == nullptr ? 4 : 60);
+}
+
+class FileSystemMonitorRandomTest : public ::testing::Test {
+protected:
+    // Batches come in order, and the mark is the last of its batch: whatever was changed before is
+    // told by then.
+    void waitForMark() {
+        const auto mark = marks / std::to_string(++lastMark);
+        fs::create_directory(mark);
+        ASSERT_TRUE(delegate->isToldOf(mark));
+    }
+
+    void checkRound(const RandomChanges& changes) {
+        const auto told = delegate->takeCalls();
+        if (told.contains(root.parent_path().string()))
+            return; // count was lost: everything is to be looked at
+        for (const auto& folder : changes.folders()) {
+            const bool isInTree = folder->path.string().starts_with(root.string());
+            if (!folder->isChanged || folder->isGone || !isInTree)
+                continue;
+            const bool isTold = std::ranges::any_of(
+                folder->paths, [&](const auto& path) { return told.contains(path); });
+            EXPECT_TRUE(isTold) << folder->path;
+        }
+    }
+
+    TestSupport::TemporaryFolder temporary;
+    const fs::path marks = fs::canonical(temporary.path()) / "tree" / "z";
+    const fs::path root = marks.parent_path() / "root";
+    const std::shared_ptr<TellingDelegate> delegate = std::make_shared<TellingDelegate>();
+    int lastMark = 0;
+};
+
+TEST_F(FileSystemMonitorRandomTest, MissesNoFolderThatIsStillThereToLookAt) {
+    fs::create_directories(marks);
+    fs::create_directories(root);
+    fs::create_directories(temporary / "outside");
+    const auto seed = std::random_device()();
+    SCOPED_TRACE("seed " + std::to_string(seed));
+    auto monitor = FileSystemMonitor::make(
+        URL::file(root.parent_path().string(), URL::DirectoryHint::isDirectory));
+    monitor->setDelegate(delegate);
+    RandomChanges changes(root, temporary / "outside", seed);
+    const auto end = std::chrono::steady_clock::now() + duration();
+    for (int round = 0; std::chrono::steady_clock::now() < end; ++round) {
+        changes.beginRound();
+        for (int step = 0; step < 1000; ++step)
+            changes.changeSomething(round % 2 == 0);
+        waitForMark();
+        checkRound(changes);
+    }
+}
+
+} // namespace

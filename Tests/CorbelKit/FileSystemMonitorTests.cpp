@@ -1,0 +1,165 @@
+#include "CorbelKit/Monitors/FileSystemMonitor.h"
+#include "Tests/CorbelKit/TellingDelegate.h"
+#include "Tests/Support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <filesystem>
+#include <memory>
+#include <string>
+
+namespace {
+
+namespace fs = std::filesystem;
+using CorbelKit::FileSystemMonitor;
+using Platform::URL;
+using TestSupport::waitUntil;
+using TestSupport::writeFile;
+
+URL folderURL(const fs::path& folder) {
+    return URL::file(folder.string(), URL::DirectoryHint::isDirectory);
+}
+
+class FileSystemMonitorTest : public ::testing::Test {
+protected:
+    FileSystemMonitorTest() {
+        for (const auto* name : {"one", "two", "z"})
+            fs::create_directory(root / name);
+    }
+
+    void watch(const fs::path& folder) {
+        monitor = FileSystemMonitor::make(folderURL(folder));
+        monitor->setDelegate(delegate);
+    }
+
+    // Batches come in order, and the mark is the last of its batch: whatever went before has been
+    // told when this returns.
+    void waitForAllSoFar() {
+        const auto mark = root / "z" / std::to_string(++lastMark);
+        fs::create_directory(mark);
+        ASSERT_TRUE(delegate->isToldOf(mark));
+    }
+
+    TestSupport::TemporaryFolder temporary;
+    const fs::path root = fs::canonical(temporary.path());
+    const std::shared_ptr<TellingDelegate> delegate = std::make_shared<TellingDelegate>();
+    std::shared_ptr<FileSystemMonitor> monitor;
+    int lastMark = 0;
+};
+
+TEST_F(FileSystemMonitorTest, TellsOfEachFolderOnceForAllThatHappenedInABatch) {
+    watch(root);
+    for (int file = 0; file < 10; ++file)
+        writeFile(root / "one" / std::to_string(file), "1");
+    writeFile(root / "two" / "file", "1");
+    waitForAllSoFar();
+    EXPECT_EQ(delegate->calls(root / "one"), 1);
+    EXPECT_EQ(delegate->calls(root / "two"), 1);
+    EXPECT_TRUE(delegate->hasFolderURLsOnly());
+}
+
+TEST_F(FileSystemMonitorTest, TellsResolvedFoldersWhereItsPathLeadsThroughALink) {
+    TestSupport::TemporaryFolder other;
+    fs::create_directory_symlink(root, other / "link");
+    watch(other / "link" / "one");
+    EXPECT_EQ(monitor->url(), folderURL(root / "one"));
+    writeFile(root / "one" / "file", "1");
+    EXPECT_TRUE(delegate->isToldOf(root / "one"));
+}
+
+TEST_F(FileSystemMonitorTest, TellsOfEachKindOfChangeAnywhereBelow) {
+    fs::create_directories(root / "one" / "deep" / "deeper");
+    const auto file = root / "one" / "deep" / "deeper" / "file";
+    watch(root);
+    const auto isToldAfter = [&](const auto& change) {
+        waitForAllSoFar();
+        delegate->takeCalls();
+        change();
+        return delegate->isToldOf(file.parent_path());
+    };
+    EXPECT_TRUE(isToldAfter([&] { writeFile(file, "1"); }));
+    EXPECT_TRUE(isToldAfter([&] { writeFile(file, "22"); }));
+    EXPECT_TRUE(isToldAfter([&] { fs::permissions(file, fs::perms::owner_read); }));
+    EXPECT_TRUE(isToldAfter([&] { fs::rename(file, file.string() + "2"); }));
+    EXPECT_TRUE(isToldAfter([&] { fs::remove(file.string() + "2"); }));
+}
+
+TEST_F(FileSystemMonitorTest, FollowsFoldersWhereverTheyComeFromAndGo) {
+    TestSupport::TemporaryFolder outside;
+    fs::create_directories(outside / "in" / "below");
+    fs::create_directories(root / "one" / "moving" / "below");
+    fs::create_directories(root / "leaving");
+    watch(root);
+    fs::create_directories(root / "made" / "below" / "deep");
+    writeFile(root / "made" / "below" / "deep" / "file", "1"); // maybe before the watch is set
+    fs::rename(outside / "in", root / "in");
+    fs::rename(root / "one" / "moving", root / "two" / "moved");
+    fs::rename(root / "leaving", outside / "left");
+    EXPECT_TRUE(delegate->isToldOf(root / "made" / "below" / "deep"));
+    waitForAllSoFar();
+    delegate->takeCalls();
+    writeFile(outside / "left" / "file", "1");
+    for (const auto* path : {"made/below/deep", "in/below", "two/moved/below"}) {
+        writeFile(root / path / "new", "1");
+        EXPECT_TRUE(delegate->isToldOf(root / path)) << path;
+    }
+    waitForAllSoFar();
+    for (const auto* path : {"leaving", "one/moving", "one/moving/below"})
+        EXPECT_EQ(delegate->calls(root / path), 0) << path;
+}
+
+TEST_F(FileSystemMonitorTest, EndsWithEventsPendingAndStartsAgain) {
+    watch(root);
+    const auto silent = std::make_shared<TellingDelegate>();
+    auto stopped = FileSystemMonitor::make(folderURL(root));
+    auto released = FileSystemMonitor::make(folderURL(root));
+    stopped->setDelegate(silent);
+    released->setDelegate(silent);
+    writeFile(root / "one" / "file", "1");
+    stopped->stopMonitoring();
+    stopped->stopMonitoring();
+    EXPECT_TRUE(stopped->hasStream());
+    released.reset();
+    waitForAllSoFar();
+    EXPECT_EQ(silent->calls(root / "one"), 0);
+
+    stopped->startMonitoring();
+    writeFile(root / "one" / "file", "2");
+    EXPECT_TRUE(silent->isToldOf(root / "one"));
+}
+
+TEST_F(FileSystemMonitorTest, DropsEventsOfADelegateThatIsGone) {
+    watch(root);
+    auto brief = std::make_shared<TellingDelegate>();
+    monitor->setDelegate(brief);
+    const std::weak_ptr<TellingDelegate> weak = brief;
+    brief.reset();
+    EXPECT_TRUE(weak.expired());
+    EXPECT_EQ(monitor->delegate(), nullptr);
+    writeFile(root / "one" / "file", "1");
+    monitor->setDelegate(delegate);
+    waitForAllSoFar();
+}
+
+struct EndingDelegate : CorbelKit::MonitorDelegate {
+    void monitorDidChange(const URL&) override {
+        monitor.reset(); // the last owner but the running call itself
+        hasEnded = true;
+    }
+
+    std::shared_ptr<FileSystemMonitor> monitor;
+    std::atomic<bool> hasEnded = false;
+};
+
+TEST_F(FileSystemMonitorTest, MayBeReleasedFromItsOwnCall) {
+    const auto ending = std::make_shared<EndingDelegate>();
+    ending->monitor = FileSystemMonitor::make(folderURL(root));
+    const std::weak_ptr<FileSystemMonitor> weak = ending->monitor;
+    ending->monitor->setDelegate(ending);
+    writeFile(root / "one" / "file", "1");
+    ASSERT_TRUE(waitUntil([&] { return ending->hasEnded.load(); }));
+    EXPECT_TRUE(waitUntil([&] { return weak.expired(); }));
+}
+
+} // namespace

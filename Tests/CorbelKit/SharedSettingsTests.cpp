@@ -1,4 +1,3 @@
-#include "CorbelKit/Services/Appearance.h"
 #include "CorbelKit/Services/SharedSettings.h"
 #include "Tests/Platform/UserDefaultsSuite.h"
 
@@ -36,13 +35,6 @@ TEST(ToggledSetting, CountsAsOffBeforeItIsFirstSet) {
     toggleSetting(key);
     EXPECT_EQ(settings.boolean(key), true);
     settings.remove(key);
-}
-
-TEST(Appearance, IsDarkOnlyWhereItResemblesTheDarkOne) {
-    using Platform::Appearance;
-    EXPECT_TRUE(isDark(Appearance(Appearance::Name::darkAqua)));
-    EXPECT_FALSE(isDark(Appearance(Appearance::Name::aqua)));
-    EXPECT_FALSE(isDark(Appearance(std::nullopt)));
 }
 
 } // namespace

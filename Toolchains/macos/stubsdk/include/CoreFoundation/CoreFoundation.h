@@ -17,6 +17,9 @@
     enum name : type name;                                                                         \
     enum name : type
 typedef double CFTimeInterval;
+typedef long CFIndex;
+typedef const struct __CFAllocator* CFAllocatorRef;
+typedef const struct __CFArray* CFArrayRef;
 typedef const struct __CFString* CFStringRef;
 typedef const struct __CFBoolean* CFBooleanRef;
 typedef const struct __CFDictionary* CFDictionaryRef;
@@ -24,6 +27,10 @@ typedef const struct __CFURL* CFURLRef;
 typedef unsigned int CFStringEncoding;
 typedef CFStringRef CFRunLoopMode;
 typedef CF_ENUM(int, CFRunLoopRunResult) { kCFRunLoopRunFinished = 1 };
+typedef const void* (*CFAllocatorRetainCallBack)(const void* info);
+typedef void (*CFAllocatorReleaseCallBack)(const void* info);
+typedef CFStringRef (*CFAllocatorCopyDescriptionCallBack)(const void* info);
+CF_EXPORT const CFAllocatorRef kCFAllocatorDefault;
 CF_EXPORT const CFBooleanRef kCFBooleanTrue;
 CF_EXPORT const CFBooleanRef kCFBooleanFalse;
 CF_EXPORT const CFRunLoopMode kCFRunLoopDefaultMode;

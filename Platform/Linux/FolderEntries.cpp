@@ -1,5 +1,6 @@
 #include "Platform/FileHandle.h"
 #include "Platform/FileManager.h"
+#include "Platform/Linux/LongPath.h"
 #include "Platform/POSIX/SystemError.h"
 
 #include <dirent.h>
@@ -7,7 +8,6 @@
 #include <sys/stat.h>
 
 #include <cerrno>
-#include <climits>
 #include <memory>
 
 namespace Platform::FileManager {
@@ -18,23 +18,6 @@ struct CloseFolder {
 };
 
 using Listing = std::unique_ptr<DIR, CloseFolder>;
-
-/// The kernel takes no path of PATH_MAX bytes, so a longer way is gone in stages.
-FileHandle openFolder(std::string_view path) {
-    constexpr std::size_t longest = PATH_MAX - 1;
-    FileHandle stage(AT_FDCWD);
-    while (path.size() > longest) {
-        const auto end = path.rfind('/', longest);
-        const std::string part(path.substr(0, end));
-        stage = FileHandle(
-            openat(stage.fileDescriptor(), part.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
-        if (stage.fileDescriptor() < 0)
-            return stage;
-        path.remove_prefix(end + 1);
-    }
-    return FileHandle(openat(stage.fileDescriptor(), std::string(path).c_str(),
-                             O_RDONLY | O_DIRECTORY | O_NONBLOCK | O_CLOEXEC));
-}
 
 bool isFolder(const dirent& entry, int folder) {
     if (entry.d_type != DT_UNKNOWN)
@@ -51,7 +34,7 @@ forEachEntry(const std::string& folder, ListingOptions options,
              const std::function<void(std::string_view name, bool isFolder)>& visit) {
     if (!folder.starts_with('/') || folder.find('\0') != std::string::npos)
         return Error{folder + ": names no folder"};
-    auto handle = openFolder(folder);
+    auto handle = openLongPath(folder, O_RDONLY | O_DIRECTORY | O_NONBLOCK);
     const Listing listing(handle.fileDescriptor() < 0 ? nullptr
                                                       : fdopendir(handle.fileDescriptor()));
     if (!listing)

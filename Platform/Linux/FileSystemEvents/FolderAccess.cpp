@@ -1,5 +1,7 @@
 #include "Platform/Linux/FileSystemEvents/FolderAccess.h"
 
+#include "Platform/Linux/LongPath.h"
+
 #include <dirent.h>
 #include <fcntl.h>
 #include <sys/inotify.h>
@@ -15,21 +17,7 @@
 namespace Platform {
 namespace {
 
-constexpr int withoutLinks = O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
-
-/// Opens a folder in as many steps as its path needs.
-FileHandle openFolder(std::string_view path, int flags) {
-    FileHandle base(AT_FDCWD);
-    while (path.size() >= PATH_MAX) {
-        const auto cut = path.rfind('/', PATH_MAX - 1);
-        const std::string piece(path.substr(0, cut));
-        base = FileHandle(openat(base.fileDescriptor(), piece.c_str(), O_PATH | withoutLinks));
-        if (base.fileDescriptor() == -1)
-            return base;
-        path.remove_prefix(cut + 1);
-    }
-    return FileHandle(openat(base.fileDescriptor(), std::string(path).c_str(), flags));
-}
+constexpr int withoutLinks = O_DIRECTORY | O_NOFOLLOW;
 
 bool isHiddenLink(std::string_view name) {
     return name == "." || name == "..";
@@ -54,7 +42,7 @@ void visitRecords(std::string_view bytes, const std::function<void(std::string_v
 int addInotifyWatch(int inotify, const std::string& path, std::uint32_t events) {
     if (path.size() < PATH_MAX)
         return inotify_add_watch(inotify, path.c_str(), events | IN_DONT_FOLLOW);
-    const auto folder = openFolder(path, O_PATH | withoutLinks);
+    const auto folder = openLongPath(path, O_PATH | withoutLinks);
     if (folder.fileDescriptor() == -1)
         return -1;
     const auto link = "/proc/self/fd/" + std::to_string(folder.fileDescriptor());
@@ -62,7 +50,7 @@ int addInotifyWatch(int inotify, const std::string& path, std::uint32_t events) 
 }
 
 int forEachSubfolder(const std::string& path, const std::function<void(std::string_view)>& visit) {
-    const auto folder = openFolder(path, O_RDONLY | O_NONBLOCK | withoutLinks);
+    const auto folder = openLongPath(path, O_RDONLY | O_NONBLOCK | withoutLinks);
     if (folder.fileDescriptor() == -1)
         return errno;
     alignas(dirent64) std::array<char, 32768> buffer;

@@ -1,5 +1,6 @@
 #include "Platform/FileSystemObjectSource.h"
 
+#include "Platform/Linux/InotifyRecords.h"
 #include "Platform/Linux/WorkerPool.h"
 #include "Platform/POSIX/FileSystemPath.h"
 
@@ -13,7 +14,7 @@
 #include <array>
 #include <atomic>
 #include <cstddef>
-#include <cstring>
+#include <string_view>
 #include <utility>
 
 namespace Platform {
@@ -23,16 +24,14 @@ constexpr std::uint32_t entriesWritten = IN_CREATE | IN_DELETE | IN_MOVED_FROM |
 
 // Empties the event queue; whether it told of written entries, or of events that were lost.
 bool drain(int fileDescriptor) {
-    alignas(inotify_event) std::array<std::byte, 4096> buffer;
+    std::array<char, 4096> buffer;
     bool written = false;
     ssize_t count = 0;
     while ((count = ::read(fileDescriptor, buffer.data(), buffer.size())) > 0) {
-        for (std::size_t offset = 0; offset < static_cast<std::size_t>(count);) {
-            inotify_event event{};
-            std::memcpy(&event, buffer.data() + offset, sizeof event);
-            written |= (event.mask & (entriesWritten | IN_Q_OVERFLOW)) != 0;
-            offset += sizeof event + event.len;
-        }
+        forEachInotifyRecord({buffer.data(), static_cast<std::size_t>(count)},
+                             [&](const inotify_event& record, std::string_view) {
+                                 written |= (record.mask & (entriesWritten | IN_Q_OVERFLOW)) != 0;
+                             });
     }
     return written;
 }

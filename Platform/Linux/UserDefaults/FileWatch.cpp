@@ -1,12 +1,13 @@
 #include "Platform/Linux/UserDefaults/FileWatch.h"
 
+#include "Platform/Linux/InotifyRecords.h"
+
 #include <sys/inotify.h>
 #include <unistd.h>
 
 #include <array>
 #include <cerrno>
 #include <cstddef>
-#include <cstring>
 #include <string_view>
 #include <utility>
 
@@ -88,20 +89,16 @@ void FileWatch::waitForEvents() {
 
 /// Empties the event queue; whether it told of anything that concerns the files.
 bool FileWatch::drain() {
-    alignas(inotify_event) std::array<char, 4096> buffer;
+    std::array<char, 4096> buffer;
     bool concerns = false;
     ssize_t count = 0;
     // NOLINTNEXTLINE(clang-analyzer-unix.BlockInCriticalSection): the descriptor does not block
     while ((count = read(descriptor_.native_handle(), buffer.data(), buffer.size())) > 0) {
-        for (std::size_t offset = 0; offset < static_cast<std::size_t>(count);) {
-            inotify_event event{};
-            std::memcpy(&event, buffer.data() + offset, sizeof event);
-            offset += sizeof event;
-            const std::string_view padded(buffer.data() + offset, event.len);
-            concerns |= (event.mask & concernsAll) != 0 ||
-                        names_.contains(padded.substr(0, padded.find('\0')));
-            offset += event.len;
-        }
+        forEachInotifyRecord({buffer.data(), static_cast<std::size_t>(count)},
+                             [&](const inotify_event& record, std::string_view name) {
+                                 concerns |=
+                                     (record.mask & concernsAll) != 0 || names_.contains(name);
+                             });
     }
     return concerns;
 }

@@ -9,10 +9,11 @@ namespace TestSupport {
 
 class BusService;
 
-/// A desktop portal (org.freedesktop.portal.Desktop) that has one setting, the colour scheme.
+/// A desktop portal (org.freedesktop.portal.Desktop) that has two settings, the colour scheme
+/// and the font of fixed pitch.
 class DesktopPortal {
 public:
-    explicit DesktopPortal(const std::string& busAddress);
+    explicit DesktopPortal(const std::string& busAddress, std::string monospaceFont = {});
     ~DesktopPortal();
     DesktopPortal(const DesktopPortal&) = delete;
     DesktopPortal& operator=(const DesktopPortal&) = delete;
@@ -23,6 +24,7 @@ public:
     void setColorScheme(std::uint32_t scheme);
 
 private:
+    const std::string monospaceFont_;
     std::atomic<std::uint32_t> scheme_ = 0;
     std::unique_ptr<BusService> service_;
 };

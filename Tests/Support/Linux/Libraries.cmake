@@ -6,3 +6,5 @@ target_link_libraries(TestSupport PRIVATE PkgConfig::GIO PkgConfig::XCB Threads:
 
 # Preloaded into the process whose system log is to be read.
 add_library(SystemLogRecorder MODULE Linux/Preloaded/SystemLogRecorder.cpp)
+
+target_sources(TestSupport INTERFACE ${CMAKE_CURRENT_SOURCE_DIR}/Linux/LeakSuppressions.cpp)

@@ -26,6 +26,8 @@ APPKIT_EXPORT const NSAppearanceName NSAppearanceNameDarkAqua;
 
 @interface NSAppearance : NSObject
 - (NSAppearanceName)bestMatchFromAppearancesWithNames:(NSArray<NSAppearanceName>*)appearances;
+- (void)performAsCurrentDrawingAppearance:(void (^)(void))block
+    __attribute__((availability(macos, introduced = 11.0)));
 @end
 
 @interface NSApplication : NSResponder
@@ -38,6 +40,32 @@ APPKIT_EXPORT const NSAppearanceName NSAppearanceNameDarkAqua;
 
 APPKIT_EXPORT __kindof NSApplication* NSApp;
 APPKIT_EXPORT int NSApplicationMain(int argc, const char* argv[]);
+
+@interface NSFont : NSObject <NSCopying>
++ (NSFont*)fontWithName:(NSString*)fontName size:(CGFloat)fontSize;
++ (NSFont*)userFixedPitchFontOfSize:(CGFloat)fontSize;
++ (NSFont*)systemFontOfSize:(CGFloat)fontSize;
+@property(readonly, copy) NSString* fontName;
+@end
+
+@interface NSColorSpace : NSObject
+@property(class, readonly, strong) NSColorSpace* deviceRGBColorSpace;
+@property(class, readonly, strong) NSColorSpace* genericRGBColorSpace;
+@property(class, readonly, strong) NSColorSpace* sRGBColorSpace;
+@property(class, readonly, strong) NSColorSpace* deviceGrayColorSpace;
+@property(class, readonly, strong) NSColorSpace* genericGrayColorSpace;
+@property(class, readonly, strong) NSColorSpace* deviceCMYKColorSpace;
+@property(readonly) NSInteger numberOfColorComponents;
+@end
+
+@interface NSColor : NSObject <NSCopying>
+@property(class, readonly, strong) NSColor* labelColor;
++ (NSColor*)colorWithColorSpace:(NSColorSpace*)space
+                     components:(const CGFloat*)components
+                          count:(NSInteger)numberOfComponents;
+- (NSColor*)colorUsingColorSpace:(NSColorSpace*)space;
+- (void)getComponents:(CGFloat*)components;
+@end
 
 typedef NSInteger NSModalResponse;
 

@@ -20,6 +20,7 @@ typedef double CFTimeInterval;
 typedef long CFIndex;
 typedef const struct __CFAllocator* CFAllocatorRef;
 typedef const struct __CFArray* CFArrayRef;
+typedef double CGFloat;
 typedef const struct __CFString* CFStringRef;
 typedef const struct __CFBoolean* CFBooleanRef;
 typedef const struct __CFDictionary* CFDictionaryRef;

@@ -1,0 +1,99 @@
+#include "Platform/Font.h"
+#include "Platform/Linux/FontDescription.h"
+#include "Tests/Support/EnvironmentVariable.h"
+#include "Tests/Support/Linux/BusDaemon.h"
+#include "Tests/Support/Linux/DesktopPortal.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <iostream>
+#include <thread>
+#include <utility>
+#include <vector>
+
+using Platform::Font;
+
+TEST(Font, IsNamedByItsFaceOrItsFamilyInTheirExactSpelling) {
+    const Font regular{.postScriptName = "DejaVuSansMono", .pointSize = 10};
+    EXPECT_EQ(Font::named("DejaVuSansMono", 10), regular);
+    EXPECT_EQ(Font::named("DejaVu Sans Mono", 10), regular);
+    EXPECT_EQ(Font::named("DejaVuSansMono-Bold", 10)->postScriptName, "DejaVuSansMono-Bold");
+    EXPECT_FALSE(Font::named("dejavusansmono", 10));
+    EXPECT_FALSE(Font::named("DejaVu sans Mono", 10));
+}
+
+namespace {
+
+std::string fixedPitchOnADesktopOf(const std::string& setting) {
+    const TestSupport::BusDaemon bus;
+    const TestSupport::EnvironmentVariable session("DBUS_SESSION_BUS_ADDRESS", bus.address());
+    const TestSupport::DesktopPortal portal(bus.address(), setting);
+    return Font::userFixedPitch(16).value_or(Font{}).postScriptName;
+}
+
+} // namespace
+
+// The setting is read once, so each desktop gets a process of its own.
+TEST(Font, OfFixedPitchIsTheDesktopsChoiceWhereThatIsInstalled) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    const std::vector<std::pair<std::string, std::string>> cases{
+        {"DejaVu Serif Bold Italic 10", "DejaVuSerif-BoldItalic"},
+        {"DejaVu Sans Mono Semi-Bold 10", "DejaVuSansMono-Bold"},
+        {"Nowhere Mono 10", "DejaVuSansMono"},
+        {"", "DejaVuSansMono"},
+    };
+    for (const auto& [setting, expected] : cases) {
+        EXPECT_EXIT(
+            {
+                const auto name = fixedPitchOnADesktopOf(setting);
+                std::cerr << name;
+                std::_Exit(name == expected ? EXIT_SUCCESS : EXIT_FAILURE);
+            },
+            testing::ExitedWithCode(EXIT_SUCCESS), "")
+            << setting;
+    }
+}
+
+TEST(Font, DescriptionsKeepFamiliesWholeAndDropWhatIsNoStyle) {
+    struct Case {
+        std::string text;
+        std::string family;
+        std::vector<std::string> styleWords;
+    };
+
+    const auto isFamily = [](const std::string& name) {
+        return name == "Noto Mono" || name == "Noto" || name == "Iosevka 2";
+    };
+    const std::vector<Case> cases{
+        {"Noto Mono 10", "Noto Mono", {}},
+        {"Noto Mono", "Noto Mono", {}},
+        {"Noto Mono Semi-Bold Italic 10.5 @wght=200 #liga=0", "Noto Mono", {"Semi-Bold", "Italic"}},
+        {"  Noto   Bold 12px", "Noto", {"Bold"}},
+        {"Iosevka 2 11", "Iosevka 2", {}},
+        {"Noto Mono,Monospace 10", "Noto Mono", {}},
+        {"Elsewhere Mono 10", "", {}},
+        {"10", "", {}},
+        {"", "", {}},
+        {std::string(1'000'000, ' ') + "Noto 10", "", {}},
+    };
+    for (const auto& [text, family, styleWords] : cases) {
+        const auto description = Platform::FontDescription::parse(text, isFamily);
+        EXPECT_EQ(description.family, family) << text.substr(0, 60);
+        EXPECT_EQ(description.styleWords, styleWords) << text.substr(0, 60);
+    }
+}
+
+TEST(Font, IsLookedUpOnSeveralThreadsAtOnce) {
+    std::vector<std::thread> threads;
+    for (int i = 0; i < 4; ++i) {
+        threads.emplace_back([] {
+            for (int look = 0; look < 20; ++look) {
+                EXPECT_TRUE(Font::named("DejaVuSansMono", 10));
+                EXPECT_FALSE(Font::system(10).postScriptName.empty());
+            }
+        });
+    }
+    for (auto& thread : threads)
+        thread.join();
+}

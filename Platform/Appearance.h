@@ -18,6 +18,8 @@ public:
     /// The one among `names` that resembles this appearance; absent when none does.
     std::optional<Name> bestMatch(std::initializer_list<Name> names) const;
 
+    bool operator==(const Appearance&) const = default;
+
 private:
     std::optional<Name> name_;
 };

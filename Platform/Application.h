@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/Appearance.h"
+#include "Platform/Observation.h"
 
 #include <functional>
 #include <memory>
@@ -39,6 +40,11 @@ LayoutDirection userInterfaceLayoutDirection();
 /// user's choice while the main loop runs. Callable on any thread; the first call may take a
 /// quarter of a second, and one on another thread than the main one may wait for the main thread.
 Appearance effectiveAppearance();
+
+/// Has the handler called on the main thread when that has become another one, while the main loop
+/// runs and until the observation ends, which the handler itself may do. The present one is not
+/// told; `effectiveAppearance` gives the new one. Main thread, in an application that is running.
+[[nodiscard]] Observation observeEffectiveAppearance(std::function<void()> handler);
 
 } // namespace Application
 } // namespace Platform

@@ -1,9 +1,12 @@
 #include "Platform/Application.h"
 #include "Platform/Linux/DesktopSettings.h"
+#include "Platform/MainThread.h"
 #include "Platform/NeverDestroyed.h"
+#include "Platform/ObserverList.h"
 
 #include <atomic>
 #include <memory>
+#include <utility>
 
 namespace Platform {
 namespace {
@@ -34,17 +37,23 @@ public:
         , changes_(settings_.observe(
               group, key, [this](const GVariantPtr& value) { become(appearanceOf(value)); })) {
         if (const auto value = settings_.read(group, key))
-            become(appearanceOf(value));
+            appearance_ = appearanceOf(value);
     }
 
     /// Callable on any thread.
     Name appearance() const { return appearance_; }
 
+    ObserverList& observers() { return observers_; }
+
 private:
-    // All that is learnt of the scheme comes through here, whoever is to be told of a change.
-    void become(Name appearance) { appearance_ = appearance; }
+    // On the main thread.
+    void become(Name appearance) {
+        if (appearance_.exchange(appearance) != appearance)
+            observers_.tell();
+    }
 
     std::atomic<Name> appearance_ = Name::aqua;
+    ObserverList observers_; // main thread
     DesktopSettings settings_;
     const std::unique_ptr<BusSubscription> changes_;
 };
@@ -53,6 +62,11 @@ private:
 
 Appearance Application::effectiveAppearance() {
     return Appearance(ColorScheme::shared().appearance());
+}
+
+Observation Application::observeEffectiveAppearance(std::function<void()> handler) {
+    MainThread::check();
+    return ColorScheme::shared().observers().add(std::move(handler));
 }
 
 } // namespace Platform

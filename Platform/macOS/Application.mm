@@ -4,7 +4,6 @@
 #include "Platform/NeverDestroyed.h"
 #include "Platform/POSIX/ProcessStart.h"
 #include "Platform/macOS/Boundary.h"
-#include "Platform/macOS/MainThreadCall.h"
 
 #import <AppKit/AppKit.h>
 #include <dispatch/dispatch.h>
@@ -106,22 +105,6 @@ LayoutDirection userInterfaceLayoutDirection() {
             ? LayoutDirection::rightToLeft
             : LayoutDirection::leftToRight;
     return direction;
-}
-
-Appearance effectiveAppearance() {
-    __block std::optional<Appearance::Name> name;
-    callOnMainThread(^{
-        @autoreleasepool {
-            NSString* const match = [NSApp.effectiveAppearance bestMatchFromAppearancesWithNames:@[
-                NSAppearanceNameAqua, NSAppearanceNameDarkAqua
-            ]];
-            if ([match isEqualToString:NSAppearanceNameAqua])
-                name = Appearance::Name::aqua;
-            else if ([match isEqualToString:NSAppearanceNameDarkAqua])
-                name = Appearance::Name::darkAqua;
-        }
-    });
-    return Appearance(name);
 }
 
 } // namespace Platform::Application

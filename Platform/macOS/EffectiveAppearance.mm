@@ -1,0 +1,94 @@
+#include "Platform/Application.h"
+#include "Platform/MainThread.h"
+#include "Platform/NeverDestroyed.h"
+#include "Platform/ObserverList.h"
+#include "Platform/macOS/Boundary.h"
+#include "Platform/macOS/MainThreadCall.h"
+
+#import <AppKit/AppKit.h>
+
+#include <utility>
+
+namespace Platform {
+namespace {
+
+Appearance presentAppearance() {
+    @autoreleasepool {
+        NSString* const match = [NSApp.effectiveAppearance
+            bestMatchFromAppearancesWithNames:@[ NSAppearanceNameAqua, NSAppearanceNameDarkAqua ]];
+        if ([match isEqualToString:NSAppearanceNameAqua])
+            return Appearance(Appearance::Name::aqua);
+        if ([match isEqualToString:NSAppearanceNameDarkAqua])
+            return Appearance(Appearance::Name::darkAqua);
+        return Appearance(std::nullopt);
+    }
+}
+
+/// Who wants to hear of the application's appearance. Main thread.
+class AppearanceObservers {
+public:
+    static AppearanceObservers& shared() {
+        static const NeverDestroyed<AppearanceObservers> observers;
+        return observers.get();
+    }
+
+    AppearanceObservers();
+
+    Observation add(std::function<void()> handler) { return observers_.add(std::move(handler)); }
+
+    // The system reports more than what makes another appearance, such as higher contrast.
+    void look() {
+        const Appearance present = presentAppearance();
+        if (std::exchange(told_, present) != present)
+            observers_.tell();
+    }
+
+private:
+    Appearance told_ = presentAppearance();
+    ObserverList observers_;
+};
+
+} // namespace
+} // namespace Platform
+
+/// Observes the application object. It has no state and is never released.
+@interface AppearanceObserver : NSObject
+@end
+
+@implementation AppearanceObserver
+
+- (void)observeValueForKeyPath:(NSString*)keyPath
+                      ofObject:(id)object
+                        change:(NSDictionary<NSKeyValueChangeKey, id>*)change
+                       context:(void*)context {
+    Platform::runAtBoundary([] { Platform::AppearanceObservers::shared().look(); });
+}
+
+@end
+
+namespace Platform {
+
+AppearanceObservers::AppearanceObservers() {
+    static AppearanceObserver* const observer = [[AppearanceObserver alloc] init];
+    [NSApp addObserver:observer
+            forKeyPath:@"effectiveAppearance"
+               options:NSKeyValueObservingOptionNew
+               context:nullptr];
+}
+
+Appearance Application::effectiveAppearance() {
+    __block Appearance appearance(std::nullopt);
+    callOnMainThread(^{
+        appearance = presentAppearance();
+    });
+    return appearance;
+}
+
+Observation Application::observeEffectiveAppearance(std::function<void()> handler) {
+    MainThread::check();
+    @autoreleasepool {
+        return AppearanceObservers::shared().add(std::move(handler));
+    }
+}
+
+} // namespace Platform

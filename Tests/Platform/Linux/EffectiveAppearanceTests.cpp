@@ -1,0 +1,58 @@
+#include "Platform/Application.h"
+#include "Tests/Support/EnvironmentVariable.h"
+#include "Tests/Support/Linux/BusDaemon.h"
+#include "Tests/Support/Linux/DesktopPortal.h"
+#include "Tests/Support/MainLoop.h"
+#include "Tests/Support/WaitUntil.h"
+
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <vector>
+
+namespace Application = Platform::Application;
+using Name = Platform::Appearance::Name;
+
+namespace {
+
+bool mainLoopBrings(const std::function<bool()>& condition) {
+    return TestSupport::waitUntil([&condition] {
+        TestSupport::drainMainLoop();
+        return condition();
+    });
+}
+
+} // namespace
+
+// In one test: a process listens to one desktop.
+TEST(EffectiveAppearance, TellsEachObserverOfEachChangeOnceUntilItHasEnoughOfIt) {
+    const TestSupport::BusDaemon bus;
+    const TestSupport::EnvironmentVariable session("DBUS_SESSION_BUS_ADDRESS", bus.address());
+    TestSupport::DesktopPortal portal(bus.address());
+    std::vector<std::optional<Name>> seen;
+    const auto all = Application::observeEffectiveAppearance([&seen] {
+        seen.push_back(Application::effectiveAppearance().bestMatch({Name::aqua, Name::darkAqua}));
+    });
+    int calls = 0;
+    std::optional<Platform::Observation> first;
+    first = Application::observeEffectiveAppearance([&first, &calls] {
+        ++calls;
+        first.reset();
+    });
+
+    // Dark and light; then neither of two ways to say light is news, and the next dark is.
+    for (const std::uint32_t scheme : {1U, 1U, 2U, 0U, 1U})
+        portal.setColorScheme(scheme);
+    EXPECT_TRUE(mainLoopBrings([&seen] { return seen.size() >= 3; }));
+    const std::vector<std::optional<Name>> expected{Name::darkAqua, Name::aqua, Name::darkAqua};
+    EXPECT_EQ(seen, expected);
+    EXPECT_EQ(calls, 1);
+
+    // Whose observation ended before the news was delivered is not told of it.
+    int callsOfEnded = 0;
+    auto ended = std::optional(Application::observeEffectiveAppearance([&] { ++callsOfEnded; }));
+    portal.setColorScheme(2);
+    ended.reset();
+    EXPECT_TRUE(mainLoopBrings([&seen] { return seen.size() == 4; }));
+    EXPECT_EQ(callsOfEnded, 0);
+}

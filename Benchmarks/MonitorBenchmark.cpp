@@ -62,9 +62,9 @@ void waitForInotifywait(const std::string& tree) {
     const TestSupport::ChildProcess process(
         {"sh", "-c", "exec inotifywait -m -r " + tree + " 2>&1"});
     std::string line;
-    do
+    do {
         line = process.readLine();
-    while (!line.empty() && !line.starts_with("Watches established"));
+    } while (!line.empty() && !line.starts_with("Watches established"));
 }
 
 bool compareStart(const fs::path& tree) {

@@ -18,6 +18,8 @@ public:
     void setDispatchQueue(const DispatchQueue& queue) { queue_ = queue; }
 
     bool start() {
+        if (!queue_)
+            return false;
         tree_ = TreeWatcher::shared().start(path_, *queue_, latency_, callback_);
         if (!tree_)
             return false;
@@ -26,7 +28,10 @@ public:
         return true;
     }
 
-    void stop() { TreeWatcher::shared().stop(*tree_); }
+    void stop() {
+        if (const auto tree = std::exchange(tree_, std::nullopt))
+            TreeWatcher::shared().stop(*tree);
+    }
 
     void invalidate() { queue_.reset(); }
 

@@ -141,7 +141,8 @@ private:
             other->isGone = other->isGone || isWithin(other->path, path);
     }
 
-    void rename(fs::path from, const fs::path& to) { // a copy: the folder's own path changes
+    void rename(const fs::path& source, const fs::path& to) {
+        const auto from = source; // the path of a folder, which is about to change
 
         fs::rename(from, to);
         change(from.parent_path());

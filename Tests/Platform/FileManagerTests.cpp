@@ -49,3 +49,18 @@ TEST(FileManager, DisplaysAnOrdinaryItemUnderItsOwnName) {
     EXPECT_EQ(FileManager::displayName(here.appending("missing")), "missing");
     EXPECT_EQ(FileManager::displayName(*URL::parse("https://host/a/b")), "b");
 }
+
+TEST(FileManager, ResolvesLinksAsFarAsThePathExists) {
+    const TestSupport::TemporaryFolder folder;
+    const auto real = URL::file(std::filesystem::canonical(folder.path()).string());
+    std::filesystem::create_directory(folder / "folder");
+    std::filesystem::create_directory_symlink("folder", folder / "link");
+    const auto here = URL::file(folder.path().string());
+    for (const auto& [path, resolved] :
+         {std::pair{"link", "folder"}, {"link/", "folder/"}, {"link/missing", "folder/missing"}}) {
+        EXPECT_EQ(FileManager::resolvingSymlinksInPath(here.appending(path)),
+                  real.appending(resolved));
+    }
+    const auto elsewhere = *URL::parse("https://host/link");
+    EXPECT_EQ(FileManager::resolvingSymlinksInPath(elsewhere), elsewhere);
+}

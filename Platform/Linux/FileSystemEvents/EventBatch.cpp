@@ -14,10 +14,10 @@ constexpr std::size_t mostPaths = 200'000;
 
 } // namespace
 
-EventBatch::EventBatch(const DispatchQueue& queue, std::chrono::nanoseconds latency,
-                       std::string whole, FileSystemEventStream::Callback callback,
+EventBatch::EventBatch(DispatchQueue queue, std::chrono::nanoseconds latency, std::string whole,
+                       FileSystemEventStream::Callback callback,
                        std::function<void()> beforeHandingOver)
-    : queue_(queue)
+    : queue_(std::move(queue))
     , latency_(latency)
     , whole_(std::move(whole))
     , callback_(std::move(callback))

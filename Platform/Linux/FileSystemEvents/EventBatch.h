@@ -21,7 +21,7 @@ class EventBatch : public std::enable_shared_from_this<EventBatch> {
 public:
     /// `whole` stands for the whole tree. `beforeHandingOver` runs on a worker thread when the
     /// latency has passed and may still add paths.
-    EventBatch(const DispatchQueue& queue, std::chrono::nanoseconds latency, std::string whole,
+    EventBatch(DispatchQueue queue, std::chrono::nanoseconds latency, std::string whole,
                FileSystemEventStream::Callback callback, std::function<void()> beforeHandingOver);
 
     void add(std::string path);

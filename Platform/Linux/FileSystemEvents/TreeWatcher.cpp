@@ -43,7 +43,7 @@ TreeWatcher::start(const std::string& root, const DispatchQueue& queue,
                                               [this, identifier] { recover(identifier); });
     auto tree = std::make_unique<WatchedTree>(root, *watches_, batch);
     tree->start();
-    entries_.emplace(identifier, Entry{std::move(batch), std::move(tree)});
+    entries_.emplace(identifier, Entry{.batch = std::move(batch), .tree = std::move(tree)});
     return identifier;
 }
 
@@ -62,7 +62,11 @@ void TreeWatcher::stop(Identifier identifier) {
     batch = std::move(found->second.batch);
     batch->end();
     entries_.erase(found);
-    removeUnusedSoon();
+    if (entries_.empty()) {
+        close();
+    } else {
+        removeUnusedSoon();
+    }
 }
 
 bool TreeWatcher::open() {
@@ -76,18 +80,26 @@ bool TreeWatcher::open() {
     if (failure)
         return false;
     watches_ = std::move(watches);
+    ++instance_;
     waitForRecords();
     return true;
 }
 
+// All watches go with the instance.
+void TreeWatcher::close() {
+    descriptor_.release();
+    watches_.reset();
+}
+
 void TreeWatcher::waitForRecords() {
     descriptor_.async_wait(asio::posix::stream_descriptor::wait_read,
-                           [this](asio::error_code failure) {
+                           [this, instance = instance_](asio::error_code failure) {
                                if (failure)
                                    return;
                                receive();
                                const std::lock_guard lock(mutex_);
-                               waitForRecords();
+                               if (watches_ && instance == instance_)
+                                   waitForRecords();
                            });
 }
 
@@ -95,6 +107,8 @@ void TreeWatcher::waitForRecords() {
 void TreeWatcher::receive() {
     for (bool isMoreToDo = true; isMoreToDo;) {
         const std::lock_guard lock(mutex_);
+        if (!watches_)
+            return;
         const auto records = watches_->read();
         forEachInotifyRecord(records, [this](const inotify_event& record, std::string_view name) {
             dispatch(record, name);

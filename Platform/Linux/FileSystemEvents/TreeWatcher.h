@@ -46,6 +46,7 @@ private:
 
     // Under the mutex:
     bool open();
+    void close();
     void waitForRecords();
     void dispatch(const inotify_event& record, std::string_view name);
     void removeUnusedSoon();
@@ -57,7 +58,8 @@ private:
 
     std::mutex mutex_; // guards all that follows
     asio::posix::stream_descriptor descriptor_;
-    std::unique_ptr<Watches> watches_;
+    std::unique_ptr<Watches> watches_; // null while there is no tree
+    std::uint64_t instance_ = 0;       // of inotify, so far
     std::map<Identifier, Entry> entries_;
     Identifier last_ = 0;
 };

@@ -2,8 +2,6 @@
 
 #include "Platform/Linux/FileSystemEvents/FolderAccess.h"
 
-#include <sys/inotify.h>
-
 #include <algorithm>
 #include <cerrno>
 #include <utility>
@@ -27,7 +25,7 @@ WatchedTree::WatchedTree(std::string root, Watches& watches, std::shared_ptr<Eve
     , batch_(std::move(batch)) {}
 
 WatchedTree::~WatchedTree() {
-    giveUp(folders_.remove(root_));
+    giveUp(folders_.removeAllBut(++pass_)); // which came by none
 }
 
 void WatchedTree::start() {
@@ -82,7 +80,8 @@ void WatchedTree::passOver() {
     ++pass_;
     root_ = FolderTable::none;
     isShortOfWatches_ = false;
-    follow({FolderTable::none, 0, rootPath_}, {}, Reason::wholePass);
+    follow({.parent = FolderTable::none, .parentPathLength = 0, .name = rootPath_}, {},
+           Reason::wholePass);
     if (!isShortOfWatches_) {
         giveUp(folders_.removeAllBut(pass_));
         retryDelay_ = {};
@@ -96,7 +95,8 @@ void WatchedTree::passOver() {
 
 void WatchedTree::followSubfolder(int parent, const std::string& path, std::string_view name) {
     const bool wasShort = isShortOfWatches_;
-    follow({parent, path.size(), std::string(name)}, path, Reason::newFolder);
+    follow({.parent = parent, .parentPathLength = path.size(), .name = std::string(name)}, path,
+           Reason::newFolder);
     if (isShortOfWatches_ && !wasShort)
         batch_->addWhole();
 }
@@ -123,7 +123,8 @@ void WatchedTree::follow(Candidate first, std::string path, Reason reason) {
 
 void WatchedTree::list(const std::string& path, int folder, std::vector<Candidate>& found) {
     noteFailure(forEachSubfolder(path, [&](std::string_view name) {
-        found.push_back({folder, path.size(), std::string(name)});
+        found.push_back(
+            {.parent = folder, .parentPathLength = path.size(), .name = std::string(name)});
     }));
 }
 

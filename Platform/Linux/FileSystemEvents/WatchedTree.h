@@ -4,13 +4,13 @@
 #include "Platform/Linux/FileSystemEvents/FolderTable.h"
 #include "Platform/Linux/FileSystemEvents/Watches.h"
 
+#include <sys/inotify.h>
+
 #include <chrono>
 #include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
-
-struct inotify_event;
 
 namespace Platform {
 

@@ -149,6 +149,22 @@ TEST(ThemeColor, IsThatOfLabelsWhereThereIsNoneInRGB) {
               Theme::Color::of(Platform::Color::label()));
 }
 
+// Where no bundle translates, the keys stand for themselves.
+TEST(ThemeLabel, HasOneCapitalInWhatIsShownAsASentence) {
+    using enum Theme::Color::Kind;
+    const std::pair<Theme::Color::Kind, const char*> cases[] = {
+        {lineNumberText, "Line numbers — Text"},
+        {lineNumberBackground, "Line numbers — Background"},
+        {invisible, "Invisible characters (·  ¬  ¶)"},
+        {highlightLine, "Highlight current line — Background"},
+        {string, "\"String\""},
+        {instruction, "[Instruction]"},
+    };
+    for (const auto& [kind, expected] : cases)
+        EXPECT_EQ(label(kind), expected);
+    EXPECT_EQ(label(Theme::Font::Kind::lineNumberFont), "Line numbers");
+}
+
 TEST(ThemeFont, FallsBackFromAStringThatNamesNone) {
     const auto system = Platform::Font::system(12);
     const auto usual = Platform::Font::userFixedPitch(12).value_or(

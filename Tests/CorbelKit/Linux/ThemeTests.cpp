@@ -1,4 +1,4 @@
-// What themes make of the desktop here, and of a disk that takes no more.
+// What themes make of the desktop here, and of a place that takes no file.
 
 #include "CorbelKit/Formats/Themes.h"
 #include "CorbelKit/Services/Defaults.h"
@@ -50,7 +50,7 @@ TEST(CurrentTheme, IsChosenByTheSettingsAndElseTheFirst) {
     }
 }
 
-TEST(ThemesOnAFullDisk, AreKeptInMemoryAndTheUserIsTold) {
+TEST(ThemesThatCannotBeSaved, AreKeptInMemoryAndTheUserIsTold) {
     const TestSupport::TemporaryFolder folder;
     Themes themes(Platform::URL::file((folder / "missing/Themes.plist").string()));
     auto& theme = *themes.items()[0];

@@ -33,7 +33,7 @@ bool measureFileItem(const std::filesystem::path& tree) {
     const auto bytes = static_cast<double>(privateBytes() - before);
     const auto nodes = countNodes(item);
     std::printf("  %.0f nodes, %.0f KB\n", nodes, bytes / 1024);
-    bool holds = report("Private memory of a node", bytes / nodes, 400, "B");
+    const bool holds = report("Private memory of a node", bytes / nodes, 400, "B");
 
     const auto times = timeInTurns(
         {[&] { treeOf(tree); },

@@ -24,11 +24,8 @@ std::optional<std::vector<URL>> contentsOfDirectory(const URL& folder);
 enum class ListingOptions : unsigned {
     skipsSubdirectoryDescendants = 1U << 0U, ///< always so: a listing is of one folder
     skipsHiddenFiles = 1U << 2U,             ///< what the system does not show, by name or by flag
+    skipsDescendantsAndHiddenFiles = skipsSubdirectoryDescendants | skipsHiddenFiles,
 };
-
-constexpr ListingOptions operator|(ListingOptions one, ListingOptions other) {
-    return static_cast<ListingOptions>(static_cast<unsigned>(one) | static_cast<unsigned>(other));
-}
 
 constexpr bool contains(ListingOptions options, ListingOptions option) {
     return (static_cast<unsigned>(options) & static_cast<unsigned>(option)) != 0;

@@ -25,6 +25,7 @@ Theme::Font helvetica(double size) {
     return Theme::Font::of(Font::named("HelveticaNeue", size).value_or(Font::system(size)));
 }
 
+// NOLINTBEGIN(modernize-use-designated-initializers): rows of a table
 Theme stockholm() {
     return {
         .command = {0, 0.24, 1, 1},
@@ -108,6 +109,8 @@ Theme helsinki() {
         .textFont = fixedPitch(16),
     };
 }
+
+// NOLINTEND(modernize-use-designated-initializers)
 
 } // namespace
 

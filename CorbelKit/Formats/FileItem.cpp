@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <limits>
 #include <optional>
+#include <ranges>
 #include <string>
 #include <utility>
 
@@ -22,8 +23,7 @@ ListingOptions listingOptions() {
         const auto& settings = Platform::UserDefaults::standard();
         const bool showsHidden = settings.boolean(Defaults::foldersShowsHidden).value_or(false);
         return showsHidden ? ListingOptions::skipsSubdirectoryDescendants
-                           : ListingOptions::skipsSubdirectoryDescendants |
-                                 ListingOptions::skipsHiddenFiles;
+                           : ListingOptions::skipsDescendantsAndHiddenFiles;
     }();
     return options;
 }
@@ -89,10 +89,10 @@ private:
         for (auto step = node; step != 0; step = nodes_[step].parent)
             way.push_back(step);
         auto path = root_.isFileURL() ? root_.path() : std::string();
-        for (auto step = way.rbegin(); step != way.rend(); ++step) {
+        for (const auto step : std::views::reverse(way)) {
             if (!path.ends_with('/'))
                 path += '/';
-            path += name(*step);
+            path += name(step);
         }
         return path;
     }
@@ -165,6 +165,7 @@ FileItem FileItem::child(std::size_t index) const {
 
 std::vector<FileItem> FileItem::childrenInDisplayOrder() const {
     std::vector<FileItem> children;
+    children.reserve(childCount());
     for (std::size_t index = 0; index < childCount(); ++index)
         children.push_back(child(index));
     std::ranges::sort(children, [](const FileItem& one, const FileItem& other) {

@@ -9,7 +9,7 @@ namespace {
 
 /// The text in the user's language, with a capital at the beginning and nowhere else.
 std::string inSentenceCase(std::string_view key) {
-    const auto text = localizedString(key);
+    auto text = localizedString(key);
     if (text.empty())
         return text;
     const auto first = UTF8::decodeFirst(text).length;

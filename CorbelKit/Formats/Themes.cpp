@@ -122,6 +122,7 @@ void Themes::setFont(Theme& theme, Theme::Font::Kind kind, const Platform::Font&
 
 void Themes::save() const {
     std::vector<Theme> themes;
+    themes.reserve(items_.size());
     for (const auto& item : items_)
         themes.push_back(*item);
     const auto data = PropertyListEncoder::binary().encode(themes);

@@ -39,13 +39,13 @@ forEachEntry(const std::string& folder, ListingOptions options,
                                                       : fdopendir(handle.fileDescriptor()));
     if (!listing)
         return systemError(folder, errno);
-    handle.release(); // the listing closes it
+    const int descriptor = handle.release(); // the listing closes it
     const bool skipsHidden = contains(options, ListingOptions::skipsHiddenFiles);
     errno = 0;
     while (const dirent* entry = readdir(listing.get())) {
         const std::string_view name = entry->d_name;
         if (name != "." && name != ".." && !(skipsHidden && name.starts_with('.')))
-            visit(name, isFolder(*entry, dirfd(listing.get())));
+            visit(name, isFolder(*entry, descriptor));
         errno = 0;
     }
     if (errno != 0)

@@ -123,9 +123,10 @@ TEST_F(ThemesTest, TellAndSaveEachChange) {
     auto& center = NotificationCenter::defaultCenter();
     std::vector<Platform::Observation> observations;
     for (const auto name :
-         {Themes::themeColorChanged, Themes::textFontChanged, Themes::lineNumberFontChanged})
+         {Themes::themeColorChanged, Themes::textFontChanged, Themes::lineNumberFontChanged}) {
         observations.push_back(
             center.addObserver(name, [&told, name] { told.emplace_back(name); }));
+    }
 
     Themes themes(at("Themes.plist"));
     auto& theme = *themes.items()[1];

@@ -1,16 +1,7 @@
 #include "Platform/PropertyList.h"
+#include "Tests/Support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <cstddef>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
-#include <span>
-#include <string>
-#include <string_view>
-#include <vector>
 
 namespace {
 
@@ -20,8 +11,7 @@ namespace fs = std::filesystem;
 const fs::path resources = CORBEL_KIT_RESOURCES;
 
 PropertyList::Dictionary readTable(const fs::path& localization) {
-    std::ifstream file(localization / "Localizable.strings", std::ios::binary);
-    const std::string text{std::istreambuf_iterator<char>(file), {}};
+    const auto text = TestSupport::contentOf(localization / "Localizable.strings");
     const auto list = PropertyList::read(std::as_bytes(std::span(text)));
     const auto* table = list ? list->get<PropertyList::Dictionary>() : nullptr;
     return table != nullptr ? *table : PropertyList::Dictionary{};

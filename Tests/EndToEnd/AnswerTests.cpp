@@ -9,27 +9,15 @@
 #include "Tools/AgentTrial.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <filesystem>
-#include <fstream>
-#include <iterator>
-#include <optional>
-#include <string>
 
 namespace {
 
 using ::testing::HasSubstr;
 using TestSupport::BusDaemon;
 using TestSupport::ChildProcess;
+using TestSupport::contentOf;
 using TestSupport::NotificationService;
-using Tools::AgentTrial;
 namespace fs = std::filesystem;
-
-std::string contentOf(const fs::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator(file), {}};
-}
 
 /// An agent on a bus with a notification service, in a home where the main application is
 /// installed: each of its starts is a line in a file.
@@ -77,7 +65,7 @@ protected:
         EXPECT_EQ(starts(), lines);
     }
 
-    AgentTrial trial{CORBEL_AGENT};
+    Tools::AgentTrial trial{CORBEL_AGENT};
     const fs::path program = trial.home() / "application";
     const fs::path log = trial.home() / "system.log";
 };

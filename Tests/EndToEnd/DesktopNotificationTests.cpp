@@ -6,23 +6,14 @@
 #include "Tools/AgentTrial.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <cstdlib>
-#include <filesystem>
-#include <optional>
-#include <string>
 
 namespace {
 
-using ::testing::ElementsAre;
-using ::testing::EndsWith;
-using ::testing::IsEmpty;
-using ::testing::Pair;
-using ::testing::UnorderedElementsAre;
+using namespace ::testing;
 using TestSupport::BusDaemon;
 using TestSupport::NotificationService;
-using Tools::AgentTrial;
 namespace fs = std::filesystem;
 
 const std::string agents = "~/Library/LaunchAgents/";
@@ -44,17 +35,23 @@ protected:
         EXPECT_THAT(line->text, EndsWith(end));
     }
 
-    // Saves the file and gives what the service is then asked to show.
-    TestSupport::NotifyCall shown(NotificationService& service, const std::string& name) {
-        save(name);
+    // What the service is asked to show next.
+    static TestSupport::NotifyCall next(NotificationService& service) {
         const auto call = service.next();
-        EXPECT_TRUE(call) << "no notification of " << name;
-        EXPECT_TRUE(!call || call->body.ends_with(name)) << call->body;
+        EXPECT_TRUE(call) << "no notification";
         return call.value_or(TestSupport::NotifyCall());
     }
 
+    // Saves the file and gives what the service is then asked to show.
+    TestSupport::NotifyCall shown(NotificationService& service, const std::string& name) {
+        save(name);
+        auto call = next(service);
+        EXPECT_TRUE(call.body.ends_with(name)) << call.body;
+        return call;
+    }
+
     BusDaemon bus;
-    AgentTrial trial{CORBEL_AGENT};
+    Tools::AgentTrial trial{CORBEL_AGENT};
     int saves = 0;
 };
 
@@ -62,18 +59,17 @@ TEST_F(DesktopNotification, TellsTheServiceAllThatItHasToKnowAndRests) {
     NotificationService service(bus.address(), {"actions", "body", "body-markup"});
     start();
     save("a<b>&c");
-    const auto call = service.next();
-    ASSERT_TRUE(call);
-    EXPECT_EQ(call->applicationName, "Vesper Pro Agent");
-    EXPECT_EQ(call->replaces, 0U);
-    EXPECT_EQ(call->icon, "");
-    EXPECT_EQ(call->summary, "Vesper Pro noticed a change");
-    EXPECT_EQ(call->body, "New: " + agents + "a&lt;b&gt;&amp;c");
-    EXPECT_THAT(call->actions, ElementsAre("default", "", "ShowAction", "Show"));
-    EXPECT_THAT(call->hints, UnorderedElementsAre(
-                                 Pair("desktop-entry", "'com.tarnwell.VesperProAgent'"),
-                                 Pair("category", "'x-tarnwell.job'"), Pair("urgency", "0x01")));
-    EXPECT_EQ(call->lifetime, -1);
+    const auto call = next(service);
+    EXPECT_EQ(call.applicationName, "Vesper Pro Agent");
+    EXPECT_EQ(call.replaces, 0U);
+    EXPECT_EQ(call.icon, "");
+    EXPECT_EQ(call.summary, "Vesper Pro noticed a change");
+    EXPECT_EQ(call.body, "New: " + agents + "a&lt;b&gt;&amp;c");
+    EXPECT_THAT(call.actions, ElementsAre("default", "", "ShowAction", "Show"));
+    EXPECT_THAT(call.hints, UnorderedElementsAre(
+                                Pair("desktop-entry", "'com.tarnwell.VesperProAgent'"),
+                                Pair("category", "'x-tarnwell.job'"), Pair("urgency", "0x01")));
+    EXPECT_EQ(call.lifetime, -1);
     EXPECT_TRUE(trial.waitUntilAtRest());
 }
 
@@ -85,20 +81,15 @@ TEST_F(DesktopNotification, ReplacesWhatIsStillShownForTheSameIdentifier) {
     EXPECT_EQ(shown(service, "x.plist").replaces, added.number);
 
     fs::remove(job("x.plist"));
-    const auto deleted = service.next();
-    ASSERT_TRUE(deleted);
-    EXPECT_EQ(deleted->replaces, 0U);
+    const auto deleted = next(service);
+    EXPECT_EQ(deleted.replaces, 0U);
     fs::remove(job("y.plist"));
-    const auto alsoDeleted = service.next();
-    ASSERT_TRUE(alsoDeleted);
-    EXPECT_EQ(alsoDeleted->replaces, deleted->number);
+    EXPECT_EQ(next(service).replaces, deleted.number);
 
-    service.emitNotificationClosed(deleted->number, 2);
+    service.emitNotificationClosed(deleted.number, 2);
     shown(service, "z.plist");
     fs::remove(job("z.plist"));
-    const auto afterClosing = service.next();
-    ASSERT_TRUE(afterClosing);
-    EXPECT_EQ(afterClosing->replaces, 0U);
+    EXPECT_EQ(next(service).replaces, 0U);
 }
 
 TEST_F(DesktopNotification, WaitsForTheNumberOfWhatItReplaces) {
@@ -110,9 +101,7 @@ TEST_F(DesktopNotification, WaitsForTheNumberOfWhatItReplaces) {
     shown(service, "y.plist"); // held up by nothing, though it was saved after
     service.setManner(NotificationService::Manner::answers);
     service.answerHeld();
-    const auto modified = service.next();
-    ASSERT_TRUE(modified);
-    EXPECT_EQ(modified->replaces, 1U);
+    EXPECT_EQ(next(service).replaces, 1U);
 }
 
 TEST_F(DesktopNotification, LeavesTheServiceSixteenUnansweredAndTheRestInOrder) {
@@ -134,17 +123,15 @@ TEST_F(DesktopNotification, LeavesTheServiceSixteenUnansweredAndTheRestInOrder) 
 TEST_F(DesktopNotification, AsksEachOwnerOfTheNameWhatItCanDo) {
     NotificationService service(bus.address(), {"body"});
     start();
-    const auto plain = shown(service, "a&b");
-    EXPECT_THAT(plain.actions, IsEmpty());
+    EXPECT_THAT(shown(service, "a&b").actions, IsEmpty());
 
     service.vanish();
     service.comeBack({"actions", "body", "body-markup"});
     save("a&b");
-    const auto rich = service.next();
-    ASSERT_TRUE(rich);
-    EXPECT_EQ(rich->body, "Modified: " + agents + "a&amp;b");
-    EXPECT_EQ(rich->replaces, 0U) << "a number that the former owner gave";
-    EXPECT_FALSE(rich->actions.empty());
+    const auto rich = next(service);
+    EXPECT_EQ(rich.body, "Modified: " + agents + "a&amp;b");
+    EXPECT_EQ(rich.replaces, 0U) << "a number that the former owner gave";
+    EXPECT_FALSE(rich.actions.empty());
 }
 
 TEST_F(DesktopNotification, HandsToTheNextOwnerWhatTheLastOneDidNotAnswer) {
@@ -154,9 +141,7 @@ TEST_F(DesktopNotification, HandsToTheNextOwnerWhatTheLastOneDidNotAnswer) {
     start();
     shown(service, "x.plist");
     service.vanish();
-    const auto again = successor.next();
-    ASSERT_TRUE(again);
-    EXPECT_EQ(again->body, "New: " + agents + "x.plist");
+    EXPECT_EQ(next(successor).body, "New: " + agents + "x.plist");
 }
 
 TEST_F(DesktopNotification, PrintsARefusalAndGoesOn) {

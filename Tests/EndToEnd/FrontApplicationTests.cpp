@@ -9,13 +9,9 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
-#include <filesystem>
-#include <string>
-#include <vector>
 
 namespace {
 
-using Tools::AgentTrial;
 namespace fs = std::filesystem;
 
 class FrontApplication : public ::testing::Test {
@@ -48,7 +44,7 @@ protected:
     }
 
     TestSupport::DesktopSession session;
-    AgentTrial trial{CORBEL_AGENT};
+    Tools::AgentTrial trial{CORBEL_AGENT};
     int jobs = 0;
 };
 

@@ -4,9 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <optional>
-#include <string>
-#include <string_view>
 #include <utility>
 
 namespace {

@@ -12,16 +12,11 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <csignal>
 #include <cstdlib>
-#include <filesystem>
 #include <fstream>
-#include <string>
-#include <thread>
 
 namespace {
 
-using Tools::AgentTrial;
 using Tools::jobFile;
 namespace fs = std::filesystem;
 
@@ -48,7 +43,7 @@ protected:
             fs::directory_iterator(processFolder() / "fd"), fs::directory_iterator()));
     }
 
-    AgentTrial trial{CORBEL_AGENT};
+    Tools::AgentTrial trial{CORBEL_AGENT};
     int markers = 0;
 };
 
@@ -57,12 +52,6 @@ TEST_F(LongLife, EndsWellHoweverItIsAsked) {
         ASSERT_TRUE(trial.start());
         EXPECT_EQ(trial.end(signal), EXIT_SUCCESS) << "signal " << signal;
     }
-}
-
-TEST_F(LongLife, WakesUpForNothingAtRest) {
-    ASSERT_TRUE(trial.start());
-    expectToBeReporting();
-    EXPECT_TRUE(trial.waitUntilAtRest());
 }
 
 TEST_F(LongLife, HoldsOnToNoDescriptorAndNoDeadProcess) {

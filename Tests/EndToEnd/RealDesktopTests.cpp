@@ -10,17 +10,11 @@
 
 #include <gtest/gtest.h>
 
-#include <csignal>
-#include <filesystem>
-#include <string>
-#include <vector>
-
 namespace {
 
 using TestSupport::ChildProcess;
 using TestSupport::waitUntil;
 using TestSupport::writeFile;
-using Tools::AgentTrial;
 namespace fs = std::filesystem;
 
 class RealDesktop : public ::testing::Test {
@@ -57,7 +51,7 @@ protected:
 
     TestSupport::DesktopSession session;
     TestSupport::BusDaemon bus;
-    AgentTrial trial{CORBEL_AGENT};
+    Tools::AgentTrial trial{CORBEL_AGENT};
     const fs::path menu = trial.home() / "menu";
     const fs::path application = trial.home() / "application";
     const fs::path configuration = trial.home() / "dunstrc";

@@ -5,13 +5,9 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
-#include <filesystem>
-#include <functional>
-#include <string>
 
 namespace {
 
-using Tools::AgentTrial;
 using Tools::jobFile;
 namespace fs = std::filesystem;
 
@@ -35,7 +31,7 @@ protected:
         expectNext("New: " + (trial.library() / "StartupItems" / name).string());
     }
 
-    AgentTrial trial{CORBEL_AGENT};
+    Tools::AgentTrial trial{CORBEL_AGENT};
     int markers = 0;
 };
 

@@ -4,14 +4,8 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <string>
-#include <vector>
-
 namespace {
 
-using Tools::AgentTrial;
-using Tools::jobFile;
 namespace fs = std::filesystem;
 
 class Settings : public ::testing::Test {
@@ -42,14 +36,14 @@ protected:
     // place.
     void expectOnlyTheFirst(const std::vector<std::string>& labels) {
         for (const auto& label : labels)
-            trial.save(job(label + " file"), jobFile(label));
+            trial.save(job(label + " file"), Tools::jobFile(label));
         expectNext("New: ~/Library/LaunchAgents/" + labels.front() + " file");
         for (const auto& label : labels)
             fs::remove(job(label + " file"));
         expectNext("Deleted: ~/Library/LaunchAgents/" + labels.front() + " file");
     }
 
-    AgentTrial trial{CORBEL_AGENT};
+    Tools::AgentTrial trial{CORBEL_AGENT};
 };
 
 TEST_F(Settings, AreFollowedWithoutARestart) {

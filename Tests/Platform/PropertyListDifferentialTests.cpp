@@ -5,8 +5,6 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
-#include <fstream>
-#include <iterator>
 
 namespace {
 
@@ -14,8 +12,7 @@ using namespace PropertyListSamples;
 using Platform::PropertyList;
 
 std::optional<PropertyList> readFile(const std::filesystem::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    return read(std::string{std::istreambuf_iterator<char>(file), {}});
+    return read(TestSupport::contentOf(path));
 }
 
 // The peer is the `plistlib` of Python: it reads what was written here and writes it again, and it

@@ -13,8 +13,6 @@ public:
     ~EnvironmentVariable();
     EnvironmentVariable(const EnvironmentVariable&) = delete;
     EnvironmentVariable& operator=(const EnvironmentVariable&) = delete;
-    EnvironmentVariable(EnvironmentVariable&&) = delete;
-    EnvironmentVariable& operator=(EnvironmentVariable&&) = delete;
 
 private:
     std::string name_;

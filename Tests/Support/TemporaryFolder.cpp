@@ -28,6 +28,11 @@ void writeFile(const std::filesystem::path& path, std::string_view content) {
         throw std::runtime_error("cannot write " + path.string());
 }
 
+std::string contentOf(const std::filesystem::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator(file), {}};
+}
+
 void replaceFile(const std::filesystem::path& path, std::string_view content) {
     auto beside = path.parent_path().parent_path() / (path.filename().string() + ".saving");
     writeFile(beside, content);

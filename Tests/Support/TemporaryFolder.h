@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <string>
 #include <string_view>
 
 namespace TestSupport {
@@ -12,8 +13,6 @@ public:
     ~TemporaryFolder();
     TemporaryFolder(const TemporaryFolder&) = delete;
     TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-    TemporaryFolder(TemporaryFolder&&) = delete;
-    TemporaryFolder& operator=(TemporaryFolder&&) = delete;
 
     const std::filesystem::path& path() const { return path_; }
 
@@ -25,6 +24,9 @@ private:
 
 /// Writes the file in place, making it where it is missing.
 void writeFile(const std::filesystem::path& path, std::string_view content);
+
+/// All bytes of the file; none where it cannot be read.
+std::string contentOf(const std::filesystem::path& path);
 
 /// Writes beside the file and renames, as careful programs save.
 void replaceFile(const std::filesystem::path& path, std::string_view content);

@@ -6,9 +6,7 @@
 #include <sys/wait.h>
 
 #include <csignal>
-#include <fstream>
 #include <functional>
-#include <iterator>
 #include <random>
 #include <span>
 #include <thread>
@@ -17,7 +15,6 @@
 namespace {
 
 using namespace Platform;
-using TestSupport::waitUntil;
 using TestSupport::writeFile;
 namespace fs = std::filesystem;
 
@@ -32,10 +29,7 @@ class WithFile : public Fixture {
 protected:
     void makeFolder() const { fs::create_directories(file.parent_path()); }
 
-    std::string content() const {
-        std::ifstream stream(file, std::ios::binary);
-        return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
-    }
+    std::string content() const { return TestSupport::contentOf(file); }
 
     const fs::path file = this->configuration / "tarnwell" / (this->suiteName + ".plist");
 };
@@ -182,7 +176,7 @@ TEST_F(UserDefaultsFileObservation, TellsNothingOfAFileThatSaysTheSameAndWatches
         open().set("A", std::string("1"));
         expectTold({"A:1"});
     }
-    EXPECT_TRUE(waitUntil(watchesNothing));
+    EXPECT_TRUE(TestSupport::waitUntil(watchesNothing));
 }
 
 } // namespace

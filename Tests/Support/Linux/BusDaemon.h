@@ -5,7 +5,6 @@
 
 #include <map>
 #include <memory>
-#include <string>
 
 namespace TestSupport {
 

@@ -45,8 +45,6 @@ public:
     ~BusService();
     BusService(const BusService&) = delete;
     BusService& operator=(const BusService&) = delete;
-    BusService(BusService&&) = delete;
-    BusService& operator=(BusService&&) = delete;
 
     /// Takes the arguments as g_variant_new returns them.
     void emit(const char* signal, GVariant* arguments);

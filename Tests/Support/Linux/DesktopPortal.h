@@ -17,8 +17,6 @@ public:
     ~DesktopPortal();
     DesktopPortal(const DesktopPortal&) = delete;
     DesktopPortal& operator=(const DesktopPortal&) = delete;
-    DesktopPortal(DesktopPortal&&) = delete;
-    DesktopPortal& operator=(DesktopPortal&&) = delete;
 
     /// Any value, also one that has no meaning; its change is signalled.
     void setColorScheme(std::uint32_t scheme);

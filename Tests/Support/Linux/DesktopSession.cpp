@@ -102,8 +102,6 @@ private:
 
 ForeignWindow::ForeignWindow(const std::string& display, std::string_view instanceName,
                              std::string_view className)
-    : impl_(std::make_unique<Impl>(display, instanceName, className)) {}
-
-ForeignWindow::~ForeignWindow() = default;
+    : impl_(std::make_shared<Impl>(display, instanceName, className)) {}
 
 } // namespace TestSupport

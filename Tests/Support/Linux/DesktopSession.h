@@ -4,8 +4,6 @@
 #include "Tests/Support/TemporaryFolder.h"
 
 #include <memory>
-#include <string>
-#include <string_view>
 
 namespace TestSupport {
 
@@ -36,22 +34,17 @@ private:
     std::unique_ptr<ChildProcess> windowManager_;
 };
 
-/// A window of a foreign application, closed with the object.
+/// A window of a foreign application, closed with the last copy of the object.
 class ForeignWindow {
 public:
     /// Returns when the window is in front; throws when it does not come to that.
     ForeignWindow(const std::string& display, std::string_view instanceName,
                   std::string_view className);
-    ~ForeignWindow();
-    ForeignWindow(const ForeignWindow&) = delete;
-    ForeignWindow& operator=(const ForeignWindow&) = delete;
-    ForeignWindow(ForeignWindow&&) = delete;
-    ForeignWindow& operator=(ForeignWindow&&) = delete;
 
 private:
     class Impl;
 
-    std::unique_ptr<Impl> impl_;
+    std::shared_ptr<Impl> impl_;
 };
 
 } // namespace TestSupport

@@ -1,13 +1,20 @@
 #pragma once
 
 #include <chrono>
+#include <condition_variable>
 #include <cstddef>
 #include <cstdint>
+#include <deque>
+#include <functional>
 #include <memory>
+#include <mutex>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace TestSupport {
+
+class BusService;
 
 /// The arguments of Inhibit.
 struct InhibitCall {
@@ -32,8 +39,6 @@ public:
     ~LoginManager();
     LoginManager(const LoginManager&) = delete;
     LoginManager& operator=(const LoginManager&) = delete;
-    LoginManager(LoginManager&&) = delete;
-    LoginManager& operator=(LoginManager&&) = delete;
 
     /// The next call that was not yet taken from here; absent when none comes in time.
     std::optional<InhibitCall> next(std::chrono::milliseconds deadline = std::chrono::seconds(20));
@@ -47,8 +52,13 @@ public:
     void grantHeld();
 
 private:
-    class Impl;
-    std::unique_ptr<Impl> impl_;
+    std::mutex mutex_;
+    std::condition_variable received_;
+    Manner manner_ = Manner::grants;          // mutex_
+    std::deque<InhibitCall> calls_;           // mutex_
+    std::vector<std::function<void()>> held_; // mutex_: each grants one
+    std::vector<int> granted_;                // mutex_: the ends to read from
+    std::unique_ptr<BusService> service_;     // last: it is serving from its start on
 };
 
 } // namespace TestSupport

@@ -2,16 +2,11 @@
 
 #include "Tests/Support/Linux/BusService.h"
 
-#include <condition_variable>
-#include <deque>
-#include <mutex>
 #include <string_view>
 #include <utility>
 
 namespace TestSupport {
 namespace {
-
-constexpr auto path = "/org/freedesktop/Notifications";
 
 constexpr auto description = R"(<node><interface name="org.freedesktop.Notifications">
   <method name="GetCapabilities"><arg direction="out" type="as"/></method>
@@ -62,105 +57,12 @@ NotifyCall callOf(GVariant* arguments) {
 
 } // namespace
 
-/// What outlives each presence of the service on the bus.
-class NotificationService::Recorder {
-public:
-    void setManner(Manner manner) {
-        const std::lock_guard lock(mutex_);
-        manner_ = manner;
-    }
-
-    void beginAnew() {
-        const std::lock_guard lock(mutex_);
-        lastNumber_ = 0;
-        for (auto* invocation : std::exchange(held_, {}))
-            g_object_unref(invocation);
-    }
-
-    void receive(GDBusMethodInvocation* invocation, NotifyCall call) {
-        const std::lock_guard lock(mutex_);
-        if (manner_ == Manner::answers)
-            call.number = call.replaces != 0 ? call.replaces : ++lastNumber_;
-        switch (manner_) {
-        case Manner::answers:
-            g_dbus_method_invocation_return_value(invocation, g_variant_new("(u)", call.number));
-            break;
-        case Manner::refuses:
-            g_dbus_method_invocation_return_dbus_error(
-                invocation, "org.freedesktop.Notifications.Error.Refused", "no more today");
-            break;
-        case Manner::holds:
-            held_.push_back(invocation);
-            break;
-        }
-        calls_.push_back(std::move(call));
-        received_.notify_all();
-    }
-
-    void answerHeld() {
-        const std::lock_guard lock(mutex_);
-        for (auto* invocation : std::exchange(held_, {})) {
-            g_dbus_method_invocation_return_value(invocation, g_variant_new("(u)", ++lastNumber_));
-        }
-    }
-
-    std::optional<NotifyCall> next(std::chrono::milliseconds deadline) {
-        std::unique_lock lock(mutex_);
-        if (!received_.wait_for(lock, deadline, [this] { return !calls_.empty(); }))
-            return std::nullopt;
-        auto call = std::move(calls_.front());
-        calls_.pop_front();
-        return call;
-    }
-
-private:
-    std::mutex mutex_;
-    std::condition_variable received_;
-    Manner manner_ = Manner::answers;
-    std::deque<NotifyCall> calls_;
-    std::vector<GDBusMethodInvocation*> held_;
-    std::uint32_t lastNumber_ = 0;
-};
-
-/// One stay of the service on the bus.
-class NotificationService::Presence {
-public:
-    Presence(const std::string& address, const std::string& name,
-             std::vector<std::string> capabilities, Recorder& recorder)
-        : capabilities_(std::move(capabilities))
-        , recorder_(recorder)
-        , service_(address, name,
-                   {.path = path,
-                    .interface = NotificationService::standardName,
-                    .description = description},
-                   [this](GDBusMethodInvocation* call) { serve(call); }) {}
-
-    void emit(const char* signal, GVariant* arguments) { service_.emit(signal, arguments); }
-
-private:
-    void serve(GDBusMethodInvocation* call) {
-        if (std::string_view(g_dbus_method_invocation_get_method_name(call)) == "Notify") {
-            recorder_.receive(call, callOf(g_dbus_method_invocation_get_parameters(call)));
-            return;
-        }
-        GVariantBuilder list;
-        g_variant_builder_init(&list, G_VARIANT_TYPE("as"));
-        for (const auto& capability : capabilities_)
-            g_variant_builder_add(&list, "s", capability.c_str());
-        g_dbus_method_invocation_return_value(call, g_variant_new("(as)", &list));
-    }
-
-    const std::vector<std::string> capabilities_;
-    Recorder& recorder_;
-    BusService service_; // last: it is serving from its start on
-};
-
 NotificationService::NotificationService(std::string busAddress,
-                                         std::vector<std::string> capabilities, std::string name)
+                                         const std::vector<std::string>& capabilities,
+                                         std::string name)
     : busAddress_(std::move(busAddress))
-    , name_(std::move(name))
-    , recorder_(std::make_unique<Recorder>()) {
-    comeBack(std::move(capabilities));
+    , name_(std::move(name)) {
+    comeBack(capabilities);
 }
 
 NotificationService::~NotificationService() {
@@ -168,15 +70,23 @@ NotificationService::~NotificationService() {
 }
 
 std::optional<NotifyCall> NotificationService::next(std::chrono::milliseconds deadline) {
-    return recorder_->next(deadline);
+    std::unique_lock lock(mutex_);
+    if (!received_.wait_for(lock, deadline, [this] { return !calls_.empty(); }))
+        return std::nullopt;
+    auto call = std::move(calls_.front());
+    calls_.pop_front();
+    return call;
 }
 
 void NotificationService::setManner(Manner manner) {
-    recorder_->setManner(manner);
+    const std::lock_guard lock(mutex_);
+    manner_ = manner;
 }
 
 void NotificationService::answerHeld() {
-    recorder_->answerHeld();
+    const std::lock_guard lock(mutex_);
+    for (const auto& answerWith : std::exchange(held_, {}))
+        answerWith(++lastNumber_);
 }
 
 void NotificationService::emitActionInvoked(std::uint32_t number, const std::string& actionKey) {
@@ -193,11 +103,45 @@ void NotificationService::emitNotificationClosed(std::uint32_t number, std::uint
 
 void NotificationService::vanish() {
     presence_.reset();
-    recorder_->beginAnew();
+    lastNumber_ = 0;
+    held_.clear();
 }
 
-void NotificationService::comeBack(std::vector<std::string> capabilities) {
-    presence_ = std::make_unique<Presence>(busAddress_, name_, std::move(capabilities), *recorder_);
+void NotificationService::comeBack(const std::vector<std::string>& capabilities) {
+    const auto receive = [this](GDBusMethodInvocation* invocation) {
+        const std::lock_guard lock(mutex_);
+        auto& call =
+            calls_.emplace_back(callOf(g_dbus_method_invocation_get_parameters(invocation)));
+        const std::shared_ptr<GDBusMethodInvocation> shared(invocation, g_object_unref);
+        const auto answerWith = [shared](std::uint32_t number) {
+            g_dbus_method_invocation_return_value(
+                G_DBUS_METHOD_INVOCATION(g_object_ref(shared.get())), g_variant_new("(u)", number));
+        };
+        if (manner_ == Manner::answers)
+            answerWith(call.number = call.replaces != 0 ? call.replaces : ++lastNumber_);
+        if (manner_ == Manner::holds)
+            held_.emplace_back(answerWith);
+        if (manner_ == Manner::refuses) {
+            g_dbus_method_invocation_return_dbus_error(
+                G_DBUS_METHOD_INVOCATION(g_object_ref(invocation)),
+                "org.freedesktop.Notifications.Error.Refused", "no more today");
+        }
+        received_.notify_all();
+    };
+    presence_ = std::make_unique<BusService>(
+        busAddress_, name_,
+        BusService::Object{.path = "/org/freedesktop/Notifications",
+                           .interface = standardName,
+                           .description = description},
+        [receive, capabilities](GDBusMethodInvocation* call) {
+            if (std::string_view(g_dbus_method_invocation_get_method_name(call)) == "Notify")
+                return receive(call);
+            GVariantBuilder list;
+            g_variant_builder_init(&list, G_VARIANT_TYPE("as"));
+            for (const auto& capability : capabilities)
+                g_variant_builder_add(&list, "s", capability.c_str());
+            g_dbus_method_invocation_return_value(call, g_variant_new("(as)", &list));
+        });
 }
 
 } // namespace TestSupport

@@ -1,14 +1,20 @@
 #pragma once
 
 #include <chrono>
+#include <condition_variable>
 #include <cstdint>
+#include <deque>
+#include <functional>
 #include <map>
 #include <memory>
+#include <mutex>
 #include <optional>
 #include <string>
 #include <vector>
 
 namespace TestSupport {
+
+class BusService;
 
 /// What the service was asked to show: the arguments of Notify.
 struct NotifyCall {
@@ -40,13 +46,11 @@ public:
     /// When it returns, it has the name, or stands in line for it behind another that has. A
     /// service of another name is a stranger that sends the same signals.
     explicit NotificationService(std::string busAddress,
-                                 std::vector<std::string> capabilities = {"actions", "body"},
+                                 const std::vector<std::string>& capabilities = {"actions", "body"},
                                  std::string name = standardName);
     ~NotificationService();
     NotificationService(const NotificationService&) = delete;
     NotificationService& operator=(const NotificationService&) = delete;
-    NotificationService(NotificationService&&) = delete;
-    NotificationService& operator=(NotificationService&&) = delete;
 
     /// The next call of Notify that was not yet taken from here; absent when none comes in time.
     std::optional<NotifyCall> next(std::chrono::milliseconds deadline = std::chrono::seconds(20));
@@ -64,16 +68,18 @@ public:
     void vanish();
 
     /// Comes back as a new process of the service would: numbers start anew.
-    void comeBack(std::vector<std::string> capabilities);
+    void comeBack(const std::vector<std::string>& capabilities);
 
 private:
-    class Recorder;
-    class Presence;
-
-    std::string busAddress_;
-    std::string name_;
-    std::unique_ptr<Recorder> recorder_;
-    std::unique_ptr<Presence> presence_;
+    const std::string busAddress_;
+    const std::string name_;
+    std::mutex mutex_;
+    std::condition_variable received_;
+    Manner manner_ = Manner::answers;                      // mutex_
+    std::deque<NotifyCall> calls_;                         // mutex_
+    std::vector<std::function<void(std::uint32_t)>> held_; // mutex_: each answers with a number
+    std::uint32_t lastNumber_ = 0;                         // mutex_
+    std::unique_ptr<BusService> presence_;                 // one stay on the bus
 };
 
 } // namespace TestSupport

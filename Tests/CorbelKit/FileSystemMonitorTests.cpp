@@ -5,16 +5,12 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
-#include <filesystem>
-#include <memory>
-#include <string>
 
 namespace {
 
 namespace fs = std::filesystem;
 using CorbelKit::FileSystemMonitor;
 using Platform::URL;
-using TestSupport::waitUntil;
 using TestSupport::writeFile;
 
 URL folderURL(const fs::path& folder) {
@@ -42,7 +38,7 @@ protected:
     }
 
     TestSupport::TemporaryFolder temporary;
-    const fs::path root = fs::canonical(temporary.path());
+    const fs::path root = temporary.path();
     const std::shared_ptr<TellingDelegate> delegate = std::make_shared<TellingDelegate>();
     std::shared_ptr<FileSystemMonitor> monitor;
     int lastMark = 0;
@@ -85,25 +81,18 @@ TEST_F(FileSystemMonitorTest, TellsOfEachKindOfChangeAnywhereBelow) {
     EXPECT_TRUE(isToldAfter([&] { fs::remove(file.string() + "2"); }));
 }
 
-TEST_F(FileSystemMonitorTest, FollowsFoldersWhereverTheyComeFromAndGo) {
+TEST_F(FileSystemMonitorTest, TellsNoFormerPathOfFoldersThatMoveOrLeave) {
     TestSupport::TemporaryFolder outside;
-    fs::create_directories(outside / "in" / "below");
     fs::create_directories(root / "one" / "moving" / "below");
     fs::create_directories(root / "leaving");
     watch(root);
-    fs::create_directories(root / "made" / "below" / "deep");
-    writeFile(root / "made" / "below" / "deep" / "file", "1"); // maybe before the watch is set
-    fs::rename(outside / "in", root / "in");
     fs::rename(root / "one" / "moving", root / "two" / "moved");
     fs::rename(root / "leaving", outside / "left");
-    EXPECT_TRUE(delegate->isToldOf(root / "made" / "below" / "deep"));
     waitForAllSoFar();
     delegate->takeCalls();
     writeFile(outside / "left" / "file", "1");
-    for (const auto* path : {"made/below/deep", "in/below", "two/moved/below"}) {
-        writeFile(root / path / "new", "1");
-        EXPECT_TRUE(delegate->isToldOf(root / path)) << path;
-    }
+    writeFile(root / "two/moved/below" / "new", "1");
+    EXPECT_TRUE(delegate->isToldOf(root / "two/moved/below"));
     waitForAllSoFar();
     for (const auto* path : {"leaving", "one/moving", "one/moving/below"})
         EXPECT_EQ(delegate->calls(root / path), 0) << path;
@@ -142,24 +131,8 @@ TEST_F(FileSystemMonitorTest, DropsEventsOfADelegateThatIsGone) {
     waitForAllSoFar();
 }
 
-struct EndingDelegate : CorbelKit::MonitorDelegate {
-    void monitorDidChange(const URL&) override {
-        monitor.reset(); // the last owner but the running call itself
-        hasEnded = true;
-    }
-
-    std::shared_ptr<FileSystemMonitor> monitor;
-    std::atomic<bool> hasEnded = false;
-};
-
 TEST_F(FileSystemMonitorTest, MayBeReleasedFromItsOwnCall) {
-    const auto ending = std::make_shared<EndingDelegate>();
-    ending->monitor = FileSystemMonitor::make(folderURL(root));
-    const std::weak_ptr<FileSystemMonitor> weak = ending->monitor;
-    ending->monitor->setDelegate(ending);
-    writeFile(root / "one" / "file", "1");
-    ASSERT_TRUE(waitUntil([&] { return ending->hasEnded.load(); }));
-    EXPECT_TRUE(waitUntil([&] { return weak.expired(); }));
+    EXPECT_TRUE(isReleasedFromItsCall<FileSystemMonitor>(folderURL(root), root / "one" / "file"));
 }
 
 } // namespace

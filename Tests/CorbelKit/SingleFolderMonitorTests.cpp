@@ -1,13 +1,11 @@
 #include "CorbelKit/Monitors/SingleFolderMonitor.h"
-#include "Tests/Support/TemporaryFolder.h"
-#include "Tests/Support/WaitUntil.h"
+#include "Tests/CorbelKit/TellingDelegate.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <unistd.h>
 
 #include <atomic>
-#include <filesystem>
 
 namespace {
 
@@ -16,31 +14,17 @@ using Platform::URL;
 using TestSupport::waitUntil;
 using TestSupport::writeFile;
 
-struct CountingDelegate : CorbelKit::MonitorDelegate {
-    void monitorDidChange(const URL& url) override {
-        isRightURL = isRightURL && url == expectedURL;
-        ++calls;
-    }
-
-    explicit CountingDelegate(URL url)
-        : expectedURL(std::move(url)) {}
-
-    const URL expectedURL;
-    std::atomic<bool> isRightURL = true;
-    std::atomic<int> calls = 0;
-};
-
 class SingleFolderMonitorTest : public ::testing::Test {
 protected:
     void expectCallAfter(const auto& change) {
-        const int before = delegate->calls;
+        delegate->takeCalls();
         change();
-        EXPECT_TRUE(waitUntil([&] { return delegate->calls > before; }));
+        EXPECT_TRUE(delegate->isToldOf(folder.path()));
     }
 
     TestSupport::TemporaryFolder folder;
     URL url = URL::file(folder.path().string(), URL::DirectoryHint::isDirectory);
-    std::shared_ptr<CountingDelegate> delegate = std::make_shared<CountingDelegate>(url);
+    std::shared_ptr<TellingDelegate> delegate = std::make_shared<TellingDelegate>();
 };
 
 TEST_F(SingleFolderMonitorTest, TellsOfEachKindOfEntryChangeWithItsFolder) {
@@ -50,7 +34,7 @@ TEST_F(SingleFolderMonitorTest, TellsOfEachKindOfEntryChangeWithItsFolder) {
     expectCallAfter([&] { rename((folder / "a").c_str(), (folder / "b").c_str()); });
     expectCallAfter([&] { std::filesystem::create_hard_link(folder / "b", folder / "c"); });
     expectCallAfter([&] { std::filesystem::remove(folder / "b"); });
-    EXPECT_TRUE(delegate->isRightURL);
+    EXPECT_TRUE(delegate->hasFolderURLsOnly());
 }
 
 TEST_F(SingleFolderMonitorTest, WritingIntoAFileIsNoEvent) {
@@ -63,12 +47,12 @@ TEST_F(SingleFolderMonitorTest, WritingIntoAFileIsNoEvent) {
     // A second monitor sees, after the same writes, an entry change through the same queue.
     TestSupport::TemporaryFolder other;
     const auto otherURL = URL::file(other.path().string(), URL::DirectoryHint::isDirectory);
-    auto otherDelegate = std::make_shared<CountingDelegate>(otherURL);
+    auto otherDelegate = std::make_shared<TellingDelegate>();
     auto otherMonitor = SingleFolderMonitor::make(otherURL);
     otherMonitor->setDelegate(otherDelegate);
     writeFile(other / "a", "1");
-    ASSERT_TRUE(waitUntil([&] { return otherDelegate->calls > 0; }));
-    EXPECT_EQ(delegate->calls, 0);
+    ASSERT_TRUE(otherDelegate->isToldOf(other.path()));
+    EXPECT_TRUE(delegate->takeCalls().empty());
 }
 
 TEST_F(SingleFolderMonitorTest, StaysIdleForAMissingFolder) {
@@ -113,30 +97,13 @@ TEST_F(SingleFolderMonitorTest, DropsEventsWithoutADelegateAndDoesNotKeepItAlive
     delegate.reset();
     EXPECT_EQ(monitor->delegate(), nullptr);
     writeFile(folder / "a", "1");
-    delegate = std::make_shared<CountingDelegate>(url);
+    delegate = std::make_shared<TellingDelegate>();
     monitor->setDelegate(delegate);
     expectCallAfter([&] { writeFile(folder / "b", "1"); });
 }
 
-struct StoppingDelegate : CorbelKit::MonitorDelegate {
-    void monitorDidChange(const URL&) override {
-        monitor->stopMonitoring();
-        monitor.reset(); // the last owner but the running call itself
-        called = true;
-    }
-
-    std::shared_ptr<SingleFolderMonitor> monitor;
-    std::atomic<bool> called = false;
-};
-
 TEST_F(SingleFolderMonitorTest, MayBeStoppedAndReleasedFromItsOwnEvent) {
-    auto stopping = std::make_shared<StoppingDelegate>();
-    stopping->monitor = SingleFolderMonitor::make(url);
-    const std::weak_ptr<SingleFolderMonitor> monitor = stopping->monitor;
-    stopping->monitor->setDelegate(stopping);
-    writeFile(folder / "a", "1");
-    ASSERT_TRUE(waitUntil([&] { return stopping->called.load(); }));
-    EXPECT_TRUE(waitUntil([&] { return monitor.expired(); }));
+    EXPECT_TRUE(isReleasedFromItsCall<SingleFolderMonitor>(url, folder / "a"));
 }
 
 } // namespace

@@ -1,10 +1,12 @@
 #pragma once
 
 #include "CorbelKit/Monitors/MonitorType.h"
+#include "Tests/Support/TemporaryFolder.h"
 #include "Tests/Support/WaitUntil.h"
 
-#include <filesystem>
+#include <atomic>
 #include <map>
+#include <memory>
 #include <mutex>
 #include <string>
 #include <utility>
@@ -43,3 +45,28 @@ private:
     std::map<std::string, int> calls_;
     bool isFolderURL_ = true;
 };
+
+/// Owns its monitor, and lets go of it during the first call.
+template <class Monitor>
+struct EndingDelegate : CorbelKit::MonitorDelegate {
+    void monitorDidChange(const Platform::URL& /*url*/) override {
+        monitor->stopMonitoring();
+        monitor.reset(); // the last owner but the running call itself
+        hasEnded = true;
+    }
+
+    std::shared_ptr<Monitor> monitor;
+    std::atomic<bool> hasEnded = false;
+};
+
+/// Whether a monitor of the folder may be stopped and released from its own call.
+template <class Monitor>
+bool isReleasedFromItsCall(const Platform::URL& folder, const std::filesystem::path& file) {
+    const auto ending = std::make_shared<EndingDelegate<Monitor>>();
+    ending->monitor = Monitor::make(folder);
+    const std::weak_ptr<Monitor> monitor = ending->monitor;
+    ending->monitor->setDelegate(ending);
+    TestSupport::writeFile(file, "1");
+    return TestSupport::waitUntil([&] { return ending->hasEnded.load(); }) &&
+           TestSupport::waitUntil([&] { return monitor.expired(); });
+}

@@ -8,10 +8,7 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
-#include <filesystem>
 #include <mutex>
-#include <string>
-#include <vector>
 
 /// A suite of settings that no other process uses.
 class UserDefaultsTest : public ::testing::Test {
@@ -38,41 +35,33 @@ private:
 
 class UserDefaultsObservation : public UserDefaultsTest {
 protected:
-    // What the handler was told, "-" for no value.
-    struct Told {
-        std::mutex mutex;
-        std::vector<std::string> values; // mutex
-    };
-
     UserDefaults::Observation observe(const std::string& key) {
         return open().observe(key, [this](const auto& keyPath, const auto& value) {
             const auto* text = value ? value->template get<std::string>() : nullptr;
-            const std::lock_guard lock(told.mutex);
-            told.values.push_back(keyPath + ":" + (text != nullptr ? *text : "-"));
+            const std::lock_guard lock(toldMutex);
+            told.push_back(keyPath + ":" + (text != nullptr ? *text : "-"));
         });
     }
 
     void expectTold(const std::vector<std::string>& expected) {
-        std::vector<std::string> values;
         EXPECT_TRUE(TestSupport::waitUntil([&] {
-            const std::lock_guard lock(told.mutex);
-            values = told.values;
-            return values.size() >= expected.size();
+            const std::lock_guard lock(toldMutex);
+            return told.size() >= expected.size();
         }));
-        EXPECT_EQ(values, expected);
-        const std::lock_guard lock(told.mutex);
-        told.values.clear();
+        const std::lock_guard lock(toldMutex);
+        EXPECT_EQ(std::exchange(told, {}), expected);
     }
 
     // A file written in place may be seen while it is empty, so other values may come first.
     void expectToldInTheEnd(const std::string& expected) {
         std::string last;
         EXPECT_TRUE(TestSupport::waitUntil([&] {
-            const std::lock_guard lock(told.mutex);
-            last = told.values.empty() ? std::string() : told.values.back();
+            const std::lock_guard lock(toldMutex);
+            last = told.empty() ? std::string() : told.back();
             return last == expected;
         })) << last;
     }
 
-    Told told;
+    std::mutex toldMutex;
+    std::vector<std::string> told; // toldMutex; "-" for no value
 };

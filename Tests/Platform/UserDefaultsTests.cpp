@@ -4,10 +4,7 @@
 #include <memory>
 #include <optional>
 
-namespace {
-
 using namespace Platform;
-using TestSupport::waitUntil;
 
 TEST_F(UserDefaultsTest, ReadsEachKindAsItselfAndAsNoOther) {
     const PropertyList::Data bytes = {std::byte{0}, std::byte{255}};
@@ -88,7 +85,7 @@ TEST_F(UserDefaultsObservation, EndsWithItsObjectAndDisturbsNoOther) {
         }
         dropped.reset();
         open().set("A", std::string("1"));
-        EXPECT_TRUE(waitUntil([&] { return calls > 0; }));
+        EXPECT_TRUE(TestSupport::waitUntil([&] { return calls > 0; }));
         open().set("A", std::string("2"));
         open().set("Marker", std::string("1"));
         expectTold({"Marker:1"});
@@ -96,5 +93,3 @@ TEST_F(UserDefaultsObservation, EndsWithItsObjectAndDisturbsNoOther) {
     }
     removeAll({"A", "Marker"});
 }
-
-} // namespace

@@ -2,30 +2,19 @@
 
 #include <gtest/gtest.h>
 
-#include <string>
-
-namespace {
-
 using namespace Vesper_Pro_Agent;
+using enum Vesper_Pro_Agent::ChangeKind;
 using Platform::LayoutDirection;
 
 TEST(ChangePosting, ReportsOnlyWhatTheUserWantsToHearOf) {
     const ChangeFilter filter{.exceptions = {"org.example.Known", "known.plist", "org.former"},
                               .excludePrefixes = {"COM.Example", "\u00C9diteur."}};
 
-    struct Case {
-        const char* claim;
-        JobChange change;
-        bool isReported;
-    };
-
-    const auto added = ChangeKind::added;
-    const auto deleted = ChangeKind::deleted;
-    const Case cases[] = {
+    const std::tuple<const char*, JobChange, bool> cases[] = {
         {"a stranger's job", {"/f/x.plist", added, "org.stranger"}, true},
         {"the maker's own", {"/f/x.plist", added, "com.tarnwell.updater"}, false},
         {"the maker's prefix in another case", {"/f/x.plist", added, "Com.tarnwell.x"}, true},
-        {"an exception", {"/f/x.plist", ChangeKind::modified, "org.example.Known"}, false},
+        {"an exception", {"/f/x.plist", modified, "org.example.Known"}, false},
         {"an exception in another case", {"/f/x.plist", added, "org.example.known"}, true},
         {"a prefix, whatever the case", {"/f/x.plist", added, "com.example.agent"}, false},
         {"a prefix beyond ASCII", {"/f/x.plist", added, "\u00E9diteur.agent"}, false},
@@ -50,32 +39,16 @@ TEST(ChangePosting, SaysWhatChangedAndWhere) {
     const ChangeWording leftToRight{"/home/ann", LayoutDirection::leftToRight, english};
     const ChangeWording rightToLeft{"/home/ann", LayoutDirection::rightToLeft, english};
     const ChangeWording rootless{"/", LayoutDirection::leftToRight, english};
-    const std::string path = "/home/ann/Library/LaunchAgents/x.plist";
+    const std::string path = "/home/ann/Agents/x";
 
-    struct Case {
-        const ChangeWording& wording;
-        JobChange change;
-        const char* body;
-        std::string identifier;
-    };
-
-    const Case cases[] = {
-        {leftToRight, {path, ChangeKind::added, {}}, "New: ~/Library/LaunchAgents/x.plist", path},
-        {leftToRight,
-         {path, ChangeKind::modified, {}},
-         "Modified: ~/Library/LaunchAgents/x.plist",
-         path},
-        {leftToRight,
-         {path, ChangeKind::deleted, {}},
-         "Deleted: ~/Library/LaunchAgents/x.plist",
-         ""},
-        {rightToLeft, {path, ChangeKind::added, {}}, "~/Library/LaunchAgents/x.plist :New", path},
-        {leftToRight, {"/Library/x", ChangeKind::added, {}}, "New: /Library/x", "/Library/x"},
-        {leftToRight,
-         {"/a/home/ann/home/ann", ChangeKind::added, {}},
-         "New: /a~~",
-         "/a/home/ann/home/ann"},
-        {rootless, {"/Library/x", ChangeKind::added, {}}, "New: /Library/x", "/Library/x"},
+    const std::tuple<const ChangeWording&, JobChange, const char*, std::string> cases[] = {
+        {leftToRight, {path, added, {}}, "New: ~/Agents/x", path},
+        {leftToRight, {path, modified, {}}, "Modified: ~/Agents/x", path},
+        {leftToRight, {path, deleted, {}}, "Deleted: ~/Agents/x", ""},
+        {rightToLeft, {path, added, {}}, "~/Agents/x :New", path},
+        {leftToRight, {"/Library/x", added, {}}, "New: /Library/x", "/Library/x"},
+        {leftToRight, {"/a/home/ann/home/ann", added, {}}, "New: /a~~", "/a/home/ann/home/ann"},
+        {rootless, {"/Library/x", added, {}}, "New: /Library/x", "/Library/x"},
     };
     for (const auto& [wording, change, body, identifier] : cases) {
         const auto notification = describe(change, wording);
@@ -84,5 +57,3 @@ TEST(ChangePosting, SaysWhatChangedAndWhere) {
         EXPECT_EQ(notification.identifier, identifier);
     }
 }
-
-} // namespace

@@ -2,18 +2,18 @@
 
 #include <gtest/gtest.h>
 
-#include <string>
 #include <utility>
-#include <vector>
 
 namespace {
 
 using namespace Vesper_Pro_Agent;
 
-JobSnapshot snapshot(const std::vector<std::pair<std::string, char>>& files) {
+/// Of files whose name and content are one character each.
+JobSnapshot snapshot(std::string_view files) {
     JobSnapshot jobs;
-    for (const auto& [path, content] : files)
-        jobs[path] = {.checksum = {std::byte(content)}, .label = "label of " + path};
+    for (; files.size() >= 2; files.remove_prefix(2))
+        jobs[std::string(1, files[0])] = {.checksum = {std::byte(files[1])},
+                                          .label = std::string("label of ") + files[0]};
     return jobs;
 }
 
@@ -25,38 +25,25 @@ std::string describe(const std::vector<JobChange>& changes) {
 }
 
 TEST(JobComparison, TellsChangesFromMoves) {
-    struct Case {
-        const char* claim;
-        std::vector<std::pair<std::string, char>> before;
-        std::vector<std::pair<std::string, char>> after;
-        const char* changes;
-    };
-
-    const Case cases[] = {
-        {"nothing changed", {{"a", '1'}}, {{"a", '1'}}, ""},
-        {"one of each", {{"a", '1'}, {"b", '2'}}, {{"b", '3'}, {"c", '4'}}, "+c ~b -a "},
-        {"a rename is silent", {{"a", '1'}}, {{"b", '1'}}, ""},
-        {"a copy is silent", {{"a", '1'}}, {{"a", '1'}, {"b", '1'}}, ""},
-        {"moved, and the old path has new content", {{"a", '1'}}, {{"a", '2'}, {"b", '1'}}, "~a "},
-        {"two jobs that swap contents",
-         {{"a", '1'}, {"b", '2'}},
-         {{"a", '2'}, {"b", '1'}},
-         "~a ~b "},
-        {"both of two equal jobs move", {{"a", '1'}, {"b", '1'}}, {{"c", '1'}, {"d", '1'}}, ""},
-        {"moved and copied at once", {{"a", '1'}}, {{"b", '1'}, {"c", '1'}}, ""},
-        {"a move is told from a copy of what stays",
-         {{"a", '1'}, {"b", '1'}},
-         {{"a", '1'}, {"c", '1'}},
-         ""},
-        {"new content twice", {}, {{"a", '1'}, {"b", '1'}}, "+a +b "},
-        {"all gone", {{"a", '1'}, {"b", '1'}}, {}, "-a -b "},
+    const std::tuple<const char*, const char*, const char*, const char*> cases[] = {
+        {"nothing changed", "a1", "a1", ""},
+        {"one of each", "a1b2", "b3c4", "+c ~b -a "},
+        {"a rename is silent", "a1", "b1", ""},
+        {"a copy is silent", "a1", "a1b1", ""},
+        {"moved, and the old path has new content", "a1", "a2b1", "~a "},
+        {"two jobs that swap contents", "a1b2", "a2b1", "~a ~b "},
+        {"both of two equal jobs move", "a1b1", "c1d1", ""},
+        {"moved and copied at once", "a1", "b1c1", ""},
+        {"a move is told from a copy of what stays", "a1b1", "a1c1", ""},
+        {"new content twice", "", "a1b1", "+a +b "},
+        {"all gone", "a1b1", "", "-a -b "},
     };
     for (const auto& [claim, before, after, changes] : cases)
         EXPECT_EQ(describe(compareJobs(snapshot(before), snapshot(after))), changes) << claim;
 }
 
 TEST(JobComparison, KeepsTheLabelThatADeletedJobHad) {
-    const auto changes = compareJobs(snapshot({{"a", '1'}}), {});
+    const auto changes = compareJobs(snapshot("a1"), {});
     ASSERT_EQ(changes.size(), 1U);
     EXPECT_EQ(changes[0].label, "label of a");
 }

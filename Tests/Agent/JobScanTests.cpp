@@ -5,10 +5,8 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
-#include <filesystem>
 #include <fstream>
 #include <string>
-#include <vector>
 
 namespace {
 

@@ -6,23 +6,13 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
-#include <iterator>
-#include <string>
-#include <string_view>
 #include <utility>
-
-namespace {
 
 using namespace Vesper_Pro_Agent;
 using TestSupport::EnvironmentVariable;
 
 TEST(NotificationDelegate, LinksCarryThePathInTheStandardAlphabetUnescaped) {
-    struct Case {
-        const char* path;
-        const char* link;
-    };
-
-    const Case cases[] = {
+    const std::pair<const char*, const char*> cases[] = {
         {"/x/~~~???", "vesperpro10joburl://L3gvfn5+Pz8/"},
         {"/\u00FF", "vesperpro10joburl://L8O/"},
         {"/a", "vesperpro10joburl://L2E="},
@@ -62,5 +52,3 @@ TEST(NotificationDelegate, CompletesEachAnswerOnceWhateverItLeadsTo) {
     TestSupport::waitUntil([&] { return completions >= std::ssize(answers); });
     EXPECT_EQ(completions, std::ssize(answers));
 }
-
-} // namespace

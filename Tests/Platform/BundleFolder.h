@@ -4,9 +4,6 @@
 #include "Tests/Support/EnvironmentVariable.h"
 #include "Tests/Support/TemporaryFolder.h"
 
-#include <filesystem>
-#include <string>
-
 inline std::string propertyList(const std::string& content) {
     return R"(<?xml version="1.0" encoding="UTF-8"?><plist version="1.0"><dict>)" + content +
            "</dict></plist>";

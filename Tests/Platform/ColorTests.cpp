@@ -2,7 +2,6 @@
 
 #include <gmock/gmock.h>
 
-#include <array>
 #include <cmath>
 #include <limits>
 #include <vector>

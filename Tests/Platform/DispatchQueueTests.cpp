@@ -5,13 +5,9 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
-#include <chrono>
-#include <memory>
 #include <numeric>
 #include <thread>
 #include <vector>
-
-namespace {
 
 using Platform::DispatchQueue;
 using TestSupport::waitUntil;
@@ -88,5 +84,3 @@ TEST(MainThreadDeathTest, NamesTheFileAndLineThatRanOnAnotherThread) {
     const auto line = std::to_string(__LINE__ - 1);
     EXPECT_DEATH(std::thread(offend).join(), "Tests/Platform/DispatchQueueTests.cpp, line " + line);
 }
-
-} // namespace

@@ -6,11 +6,7 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
-#include <csignal>
-#include <string>
-
 using Platform::FileHandle;
-using Platform::Pipe;
 using Platform::URL;
 
 namespace {
@@ -38,7 +34,7 @@ TEST(FileHandle, IsAbsentWhereNothingCanBeOpened) {
 }
 
 TEST(FileHandle, GivesTheDescriptorUpOnceAndOnlyOnce) {
-    auto pipe = Pipe::make();
+    auto pipe = Platform::Pipe::make();
     ASSERT_TRUE(pipe);
     auto& end = pipe->fileHandleForReading;
     const int descriptor = end.fileDescriptor();

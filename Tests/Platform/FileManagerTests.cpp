@@ -9,7 +9,6 @@
 
 using Platform::URL;
 using testing::Optional;
-using testing::UnorderedElementsAre;
 namespace FileManager = Platform::FileManager;
 
 TEST(FileManager, ListsEveryEntryOnceAndFoldersAloneAsFolders) {
@@ -24,9 +23,9 @@ TEST(FileManager, ListsEveryEntryOnceAndFoldersAloneAsFolders) {
     const auto here = URL::file(folder.path().string(), URL::DirectoryHint::isDirectory);
     EXPECT_THAT(
         FileManager::contentsOfDirectory(here),
-        Optional(UnorderedElementsAre(here.appending(".hidden"), here.appending("caf\u00E9 %41"),
-                                      here.appending("folder/"), here.appending("link to folder"),
-                                      here.appending("dangling"), here.appending("pipe"))));
+        Optional(testing::UnorderedElementsAre(
+            here.appending(".hidden"), here.appending("caf\u00E9 %41"), here.appending("folder/"),
+            here.appending("link to folder"), here.appending("dangling"), here.appending("pipe"))));
 }
 
 TEST(FileManager, TellsAnEmptyFolderFromOneThatCannotBeListed) {

@@ -6,11 +6,7 @@
 #include <unistd.h>
 
 #include <atomic>
-#include <filesystem>
 #include <fstream>
-#include <memory>
-#include <string>
-#include <thread>
 
 namespace {
 

@@ -4,8 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-
 namespace {
 
 using namespace PropertyListSamples;
@@ -45,14 +43,8 @@ TEST(PropertyListLookup, FindsExactlyWhatReadingFindsHoweverTheBytesCome) {
 
 TEST(PropertyListLookup, CutsTheTextAtACharacter) {
     const std::string list = "<dict><key>Label</key><string>a\u00E4\u20AC&amp;bc</string></dict>";
-    const std::vector<std::pair<std::size_t, std::string>> cases = {{0, ""},
-                                                                    {1, "a"},
-                                                                    {2, "a"},
-                                                                    {3, "a\u00E4"},
-                                                                    {5, "a\u00E4"},
-                                                                    {6, "a\u00E4\u20AC"},
-                                                                    {7, "a\u00E4\u20AC&"},
-                                                                    {9, "a\u00E4\u20AC&bc"}};
+    const std::pair<std::size_t, std::string> cases[] = {
+        {0, ""}, {2, "a"}, {3, "aä"}, {5, "aä"}, {6, "aä€"}, {7, "aä€&"}, {9, "aä€&bc"}};
     for (const auto& [limit, expected] : cases) {
         for (const std::size_t chunk : {std::size_t{1}, list.size()})
             EXPECT_EQ(lookUp(list, chunk, {.maximumText = limit}), expected) << limit;

@@ -2,13 +2,7 @@
 
 #include "Platform/PropertyList.h"
 
-#include <cstdint>
-#include <optional>
 #include <random>
-#include <span>
-#include <string>
-#include <string_view>
-#include <vector>
 
 namespace PropertyListSamples {
 

@@ -14,10 +14,8 @@ using Platform::PropertyList;
 using Array = PropertyList::Array;
 using Dictionary = PropertyList::Dictionary;
 
-/// What is read from the bytes; absent where they are no property list.
-using Case = std::pair<std::string, std::optional<PropertyList>>;
-
-const auto none = std::nullopt;
+/// What is read from the bytes.
+using Case = std::pair<std::string, PropertyList>;
 
 PropertyList string(std::string content) {
     return content;
@@ -36,30 +34,31 @@ void check(const std::vector<Case>& cases) {
         EXPECT_EQ(read(content), value) << content;
 }
 
+void checkRefused(const std::vector<std::string>& cases) {
+    for (const auto& content : cases)
+        EXPECT_FALSE(read(content)) << content;
+}
+
 TEST(PropertyListXML, ReadsEachKindOfValueAndRefusesWhatItsElementDoesNotAllow) {
     check({
         {"<string>a&lt;&#228;<!-- x --><![CDATA[<b>]]><?p?>c</string>", string("a<\u00E4<b>c")},
-        {"<string>&nbsp;</string>", none},
-        {"<!DOCTYPE plist SYSTEM 'x.dtd'><string>&nbsp;</string>", none},
         {"<integer> 12\n</integer>", 12},
         {"<integer>-9223372036854775808</integer>", std::numeric_limits<std::int64_t>::min()},
-        {"<integer>-9223372036854775809</integer>", none},
         {"<integer>18446744073709551615</integer>", std::numeric_limits<std::uint64_t>::max()},
-        {"<integer>18446744073709551616</integer>", none},
         {"<integer>-0x1F</integer>", -31},
-        {"<integer>" + repeated("0", 600) + "</integer>", none},
         {"<real>-1.5e3</real>", -1500.0},
         {"<real>-Infinity</real>", -std::numeric_limits<double>::infinity()},
         {"<real>1e999</real>", std::numeric_limits<double>::infinity()},
-        {"<real>0x1p3</real>", none},
         {"<true/>", true},
         {"<date>1970-01-02T00:00:01Z</date>", date(86401)},
-        {"<date>2023-02-29T00:00:00Z</date>", none},
-        {"<date>2023-02-28T24:00:00Z</date>", none},
         {"<data> YW\nJj </data>", data("abc")},
-        {"<data>YQ</data>", none},
-        {"<data>YQ==YQ==</data>", none},
     });
+    checkRefused(
+        {"<string>&nbsp;</string>", "<!DOCTYPE plist SYSTEM 'x.dtd'><string>&nbsp;</string>",
+         "<integer>-9223372036854775809</integer>", "<integer>18446744073709551616</integer>",
+         "<integer>" + repeated("0", 600) + "</integer>", "<real>0x1p3</real>",
+         "<date>2023-02-29T00:00:00Z</date>", "<date>2023-02-28T24:00:00Z</date>",
+         "<data>YQ</data>", "<data>YQ==YQ==</data>"});
     const auto notANumber = read("<real>NaN</real>").value_or(PropertyList());
     EXPECT_TRUE(std::isnan(std::get<double>(notANumber.value())));
 }
@@ -69,15 +68,11 @@ TEST(PropertyListXML, HoldsTheOrderOfKeysAndValuesAndOneRoot) {
         {" <dict> <key>a</key> <array> <true/> <false/> </array> </dict> ",
          Dictionary{{"a", Array{true, false}}}},
         {"<dict><key>a</key><true/><key>a</key><false/></dict>", Dictionary{{"a", false}}},
-        {"<dict><key>a</key></dict>", none},
-        {"<dict><key>a</key><key>b</key><true/></dict>", none},
-        {"<dict><key>a</key><true/><true/></dict>", none},
-        {"<array><key>a</key></array>", none},
-        {"<array><plist><true/></plist></array>", none},
-        {"<plist><plist><true/></plist></plist>", none},
-        {"<plist><true/><true/></plist>", none},
-        {"<true/><true/>", none},
     });
+    checkRefused({"<dict><key>a</key></dict>", "<dict><key>a</key><key>b</key><true/></dict>",
+                  "<dict><key>a</key><true/><true/></dict>", "<array><key>a</key></array>",
+                  "<array><plist><true/></plist></array>", "<plist><plist><true/></plist></plist>",
+                  "<plist><true/><true/></plist>", "<true/><true/>"});
 }
 
 TEST(PropertyListXML, ReadsEveryEncodingOfExpatAndWhiteSpaceBeforeTheDeclaration) {
@@ -89,67 +84,59 @@ TEST(PropertyListXML, ReadsEveryEncodingOfExpatAndWhiteSpaceBeforeTheDeclaration
         {utf16(utf16Document, false), string("a")},
         {utf16(utf16Document, true), string("a")},
         {"<?xml version='1.0' encoding='ISO-8859-1'?><string>\xE4</string>", string("\u00E4")},
-        {"<?xml version='1.0' encoding='US-ASCII'?><string>\xE4</string>", none},
-        {"<?xml version='1.0' encoding='KOI8-R'?><string>a</string>", none},
-        {"<string>\xE4</string>", none},
         {"\n <?xml version='1.0'?><string>a</string>", string("a")},
         {"\xEF\xBB\xBF\n<?xml version='1.0'?><string>a</string>", string("a")},
     });
+    checkRefused({"<?xml version='1.0' encoding='US-ASCII'?><string>\xE4</string>",
+                  "<?xml version='1.0' encoding='KOI8-R'?><string>a</string>",
+                  "<string>\xE4</string>"});
 }
 
 TEST(PropertyListXML, DeclaresNothing) {
     check({
         {"<!DOCTYPE plist PUBLIC '-//X//Y' 'http://example.com/x.dtd'><true/>", true},
         {"<!DOCTYPE plist [<!-- nothing -->]><true/>", true},
-        {"<!DOCTYPE plist [<!ENTITY a 'b'>]><true/>", none},
-        {"<!DOCTYPE plist [<!ENTITY a SYSTEM '/etc/passwd'>]><string>&a;</string>", none},
-        {"<!DOCTYPE plist [<!ATTLIST true a CDATA 'b'>]><true/>", none},
-        {"<!DOCTYPE plist [%a; <!ENTITY b 'c'>]><string>&b;</string>", none},
     });
+    checkRefused({"<!DOCTYPE plist [<!ENTITY a 'b'>]><true/>",
+                  "<!DOCTYPE plist [<!ENTITY a SYSTEM '/etc/passwd'>]><string>&a;</string>",
+                  "<!DOCTYPE plist [<!ATTLIST true a CDATA 'b'>]><true/>",
+                  "<!DOCTYPE plist [%a; <!ENTITY b 'c'>]><string>&b;</string>"});
 }
 
 TEST(PropertyListText, ReadsTheOldForm) {
     check({
         {"{ a = b; \"c d\" = ( 1, '2', ); }",
          Dictionary{{"a", string("b")}, {"c d", Array{string("1"), string("2")}}}},
-        {"(a b)", none},
-        {"{ a = b }", none},
-        {"{} {}", none},
         {"<0fbd 77>", data("\x0F\xBD\x77")},
-        {"<0fb>", none},
         {"bplist", string("bplist")},
-        {"/* no end", none},
         {"/**/a //\n", string("a")},
         {"\"http://x\" = http://y;\n/* c */ key;", // a table of localised texts
          Dictionary{{"http://x", string("http://y")}, {"key", string("key")}}},
-        {"a = b; (", none},
-        {"(\xC3\xA4)", none},
         {"\"\xC3\xA4\"", string("\u00E4")},
         {"\xEF\xBB\xBF\"\xC3\xA4\"", string("\u00E4")},
         {"\xFF\xFE" + utf16("{a=b;}", false), Dictionary{{"a", string("b")}}},
-        {"\xFE\xFF" + utf16("{a=b;}", true) + "x", none},
         // A pair of surrogates on the boundary of a block of conversion.
         {"\xFF\xFE" + utf16("'" + std::string(510, 'x'), false) + "\x3D\xD8\x00\xDE'\0"s,
          string(std::string(510, 'x') + "\U0001F600")},
     });
+    checkRefused({"(a b)", "{ a = b }", "{} {}", "<0fb>", "/* no end", "a = b; (", "(\xC3\xA4)",
+                  "\xFE\xFF" + utf16("{a=b;}", true) + "x"});
 }
 
 TEST(PropertyListText, ResolvesEscapes) {
     check({
         {R"("\n\t\"\\\'\q")", string("\n\t\"\\'q")},
         {R"("\344\53x\0")", string("\u00EE+x\0"s)}, // NeXTSTEP, not Latin-1
-        {R"("\400")", none},
         {R"("\U00e4\ue4;\Ud83d\Ude00")", string("\u00E4\u00E4;\U0001F600")},
         {R"("\Ud83d\U0041\Ude00")", string("\uFFFDA\uFFFD")},
-        {R"("no end\")", none},
     });
+    checkRefused({R"("\400")", R"("no end\")"});
 }
 
 TEST(PropertyListBinary, ReadsEachKindOfObject) {
     const auto one = [](const std::string& object) { return binary({object}); };
     check({
         {one("\x00"s), PropertyList()},
-        {one("\x07"s), none},
         {one("\x10\xFF"s), 255},
         {one("\x12\xFF\xFF\xFF\xFF"s), std::int64_t{4294967295}},
         {one("\x13\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF"s), -1},
@@ -157,8 +144,6 @@ TEST(PropertyListBinary, ReadsEachKindOfObject) {
          std::numeric_limits<std::uint64_t>::max()},
         {one("\x14" + std::string(16, '\xFF')), -1},
         {one("\x14" + std::string(15, '\0') + "\x05"), 5},
-        {one("\x14\x01" + std::string(15, '\0')), none},
-        {one("\x15" + std::string(32, '\0')), none},
         {one("\x22\x3F\xC0\0\0"s), 1.5},
         {one("\x23\x3F\xF8\0\0\0\0\0\0"s), 1.5},
         {one("\x33\0\0\0\0\0\0\0\0"s), date(978307200)},
@@ -166,22 +151,20 @@ TEST(PropertyListBinary, ReadsEachKindOfObject) {
         {one("\x5F\x10\x03"
              "abc"),
          string("abc")},
-        {one("\x5F\x0Fxyz"), none},
-        {one("\x52k\xE4"), none},
         {one("\x63\0a\xD8\x3D\xDE\0"s), string("a\U0001F600")},
         {one("\x62\xD8\x3D\0a"s), string("\uFFFDa")},
         {one("\x81\x01\x02"s), PropertyList::UID{258}},
         {one("\x8F" + std::string(15, '\0') + "\x05"), PropertyList::UID{5}},
-        {one("\x88" + std::string(9, '\x01')), none},
         {binary({"\xA2\x01\x01", "\x09"}), Array{true, true}},
         {binary({"\xC1\x01", "\x09"}), Array{true}},
         {binary({"\xD2\x01\x02\x03\x03", ascii("a"), "\x61\0b"s, "\x09"}),
          Dictionary{{"a", true}, {"b", true}}},
         {binary({"\xD2\x01\x01\x02\x03", ascii("a"), "\x08", "\x09"}), Dictionary{{"a", true}}},
-        {binary({"\xD1\x01\x01", "\x09"}), none},
-        {binary({"\xA1\x02", "\x09"}), none},
-        {binary({}), none},
     });
+    checkRefused({one("\x07"s), one("\x14\x01" + std::string(15, '\0')),
+                  one("\x15" + std::string(32, '\0')), one("\x5F\x0Fxyz"), one("\x52k\xE4"),
+                  one("\x88" + std::string(9, '\x01')), binary({"\xD1\x01\x01", "\x09"}),
+                  binary({"\xA1\x02", "\x09"}), binary({})});
 }
 
 TEST(PropertyListBinary, RefusesTrailersThatPointOutside) {

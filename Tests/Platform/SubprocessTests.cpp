@@ -8,25 +8,19 @@
 #include <gmock/gmock.h>
 #include <unistd.h>
 
-#include <array>
 #include <cerrno>
 #include <csignal>
-#include <filesystem>
 
 using Platform::FileHandle;
 using Platform::Pipe;
 using Platform::Subprocess;
 using Platform::URL;
-using testing::HasSubstr;
 using TestSupport::waitUntil;
 
 namespace {
 
 Pipe makePipe() {
-    auto pipe = Pipe::make();
-    if (!pipe)
-        throw std::runtime_error("no pipe");
-    return std::move(*pipe);
+    return std::move(Pipe::make().value());
 }
 
 Subprocess shell(const std::string& script) {
@@ -80,7 +74,7 @@ TEST(Subprocess, SaysWhyItCannotStart) {
     for (const auto& path : {folder / "missing", folder / "not executable", folder.path()}) {
         const auto error = Subprocess{URL::file(path.string()), {}, {}}.launch();
         ASSERT_TRUE(error) << path;
-        EXPECT_THAT(error->description, HasSubstr(path.string() + ": "));
+        EXPECT_THAT(error->description, testing::HasSubstr(path.string() + ": "));
     }
     auto unusable = shell("exit");
     unusable.standardInput = -1;

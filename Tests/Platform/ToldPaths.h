@@ -3,13 +3,8 @@
 #include "Platform/FileSystemEventStream.h"
 #include "Tests/Support/WaitUntil.h"
 
-#include <chrono>
-#include <memory>
 #include <mutex>
-#include <optional>
 #include <set>
-#include <string>
-#include <vector>
 
 /// The paths that a stream told, and the steps that every test begins with.
 class ToldPaths {

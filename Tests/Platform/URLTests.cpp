@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <numeric>
 #include <vector>
 
 using Platform::URL;
@@ -18,14 +16,7 @@ URL parsed(std::string_view text) {
 } // namespace
 
 TEST(URL, WritesAPathAsTheURLSyntaxAllowsAndReadsItBack) {
-    struct Case {
-        std::string path;
-        Hint hint;
-        std::string text;
-        std::string pathBack;
-    };
-
-    const std::vector<Case> cases{
+    const std::tuple<std::string, Hint, std::string, std::string> cases[] = {
         {"/Users/x/Library/LaunchAgents", Hint::isDirectory,
          "file:///Users/x/Library/LaunchAgents/", "/Users/x/Library/LaunchAgents"},
         {"/", Hint::inferFromPath, "file:///", "/"},

@@ -8,8 +8,6 @@
 #include <atomic>
 #include <thread>
 
-namespace {
-
 using namespace Platform;
 
 TEST(UserNotificationCenter, AnswersEachCallOnceAndAwayFromTheCallersThread) {
@@ -33,5 +31,3 @@ TEST(UserNotificationCenter, AnswersEachCallOnceAndAwayFromTheCallersThread) {
     }));
     EXPECT_EQ(answers, 4);
 }
-
-} // namespace

@@ -16,13 +16,7 @@ std::string printed(const Platform::Alert& alert) {
 } // namespace
 
 TEST(Alert, IsOneLineOnStandardErrorWhateverItsTexts) {
-    struct Case {
-        std::string message;
-        std::string information;
-        std::string line;
-    };
-
-    const std::vector<Case> cases{
+    const std::tuple<std::string, std::string, std::string> cases[] = {
         {"Not saved", "The disk is full.", "Not saved: The disk is full.\n"},
         {"Not saved", "", "Not saved\n"},
         {"", "Full", "Full\n"},

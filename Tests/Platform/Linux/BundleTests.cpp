@@ -6,13 +6,7 @@
 #include <vector>
 
 TEST(Bundle, ChoosesTheLocalisationThatSuitsTheUserBest) {
-    struct Case {
-        std::vector<std::string> available;
-        std::string languages;
-        std::string chosen;
-    };
-
-    const std::vector<Case> cases{
+    const std::tuple<std::vector<std::string>, std::string, std::string> cases[] = {
         {{"en", "pt", "pt-BR"}, "pt_BR", "pt-BR"},
         {{"en", "pt", "pt_BR"}, "pt_BR", "pt_BR"},
         {{"en", "pt"}, "pt_BR.UTF-8", "pt"},

@@ -13,12 +13,7 @@ using Space = Color::Space;
 // The crayons of the macOS colour panel, as generic and as sRGB colours: there in 8 bits, and
 // nothing beyond them.
 TEST(Color, ConvertsGenericColorsAsMacOSShowsThem) {
-    struct Crayon {
-        Color color;
-        std::vector<double> shown;
-    };
-
-    const std::vector<Crayon> crayons{
+    const std::pair<Color, std::vector<double>> crayons[] = {
         {Color::genericRGB(1, 0, 0), {255, 38, 0}},
         {Color::genericRGB(1, 0.5, 0), {255, 147, 0}},
         {Color::genericRGB(0.5, 1, 0), {142, 250, 0}},

@@ -10,7 +10,6 @@
 #include <iostream>
 #include <thread>
 #include <utility>
-#include <vector>
 
 using Platform::Font;
 
@@ -56,16 +55,10 @@ TEST(Font, OfFixedPitchIsTheDesktopsChoiceWhereThatIsInstalled) {
 }
 
 TEST(Font, DescriptionsKeepFamiliesWholeAndDropWhatIsNoStyle) {
-    struct Case {
-        std::string text;
-        std::string family;
-        std::vector<std::string> styleWords;
-    };
-
     const auto isFamily = [](const std::string& name) {
         return name == "Noto Mono" || name == "Noto" || name == "Iosevka 2";
     };
-    const std::vector<Case> cases{
+    const std::tuple<std::string, std::string, std::vector<std::string>> cases[] = {
         {"Noto Mono 10", "Noto Mono", {}},
         {"Noto Mono", "Noto Mono", {}},
         {"Noto Mono Semi-Bold Italic 10.5 @wght=200 #liga=0", "Noto Mono", {"Semi-Bold", "Italic"}},

@@ -3,17 +3,13 @@
 #include "Tests/Support/WaitUntil.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <atomic>
-#include <filesystem>
 #include <string>
-#include <vector>
 
 using CorbelKit::Cancellation;
 using CorbelKit::FileItem;
 using Platform::URL;
-using testing::UnorderedElementsAre;
 
 namespace {
 
@@ -56,8 +52,8 @@ TEST_F(FileItemTest, HoldsAllThatIsShownAndFollowsNoLink) {
     EXPECT_TRUE(item->isRoot());
     EXPECT_EQ(item->url(), root);
     EXPECT_EQ(item->name(), folder.path().filename());
-    EXPECT_THAT(pathsIn(*item), UnorderedElementsAre(at("a/"), at("a/b/"), at("a/b/file"),
-                                                     at("a/cycle"), at("empty/")));
+    EXPECT_THAT(pathsIn(*item), testing::UnorderedElementsAre(at("a/"), at("a/b/"), at("a/b/file"),
+                                                              at("a/cycle"), at("empty/")));
 }
 
 TEST_F(FileItemTest, OfAFileOrACancelledTaskHasNoChildren) {

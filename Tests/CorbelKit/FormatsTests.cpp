@@ -6,12 +6,10 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdint>
-#include <string>
-#include <string_view>
 #include <utility>
 
 using namespace CorbelKit;
+using namespace std::string_view_literals;
 
 namespace {
 
@@ -27,43 +25,28 @@ std::string jsonOf(const T& value) {
 }
 
 TEST(Octal, ReadsIntegersOfDigitsAndOneSignAlone) {
-    const std::pair<std::string_view, std::optional<std::int64_t>> cases[] = {
+    const std::pair<std::string_view, std::int64_t> cases[] = {
         {"755", 493},
         {"-17", -15},
         {"+17", 15},
         {"0", 0},
         {"-0", 0},
-        {"19", {}},
-        {"+", {}},
-        {"-", {}},
-        {"", {}},
-        {"+-1", {}},
-        {"--1", {}},
-        {" 7", {}},
-        {"7 ", {}},
-        {"0x7", {}},
-        {{"7\0", 2}, {}},
         {"777777777777777777777", INT64_MAX},
-        {"-1000000000000000000000", INT64_MIN},
-        {"1000000000000000000000", {}},
-        {"-1000000000000000000001", {}}};
+        {"-1000000000000000000000", INT64_MIN}};
     for (const auto& [text, value] : cases) {
         EXPECT_EQ(Octal::integer(text), value) << text;
-        if (value) {
-            EXPECT_EQ(Octal::integer(Octal::string(*value)), value);
-        }
+        EXPECT_EQ(Octal::integer(Octal::string(value)), value);
     }
     EXPECT_EQ(Octal::string(-15), "-17");
+    for (const auto text : {"19"sv, "+"sv, "-"sv, ""sv, "+-1"sv, "--1"sv, " 7"sv, "7 "sv, "0x7"sv,
+                            "7\0"sv, "1000000000000000000000"sv, "-1000000000000000000001"sv})
+        EXPECT_FALSE(Octal::integer(text)) << text;
 }
 
 TEST(Octal, SaysWhatAValueGrants) {
     using enum Octal::Mode;
 
-    const struct {
-        std::string_view octal;
-        Octal::Mode mode;
-        std::string_view symbolic;
-    } cases[] = {
+    const std::tuple<std::string_view, Octal::Mode, std::string_view> cases[] = {
         {"755", permission, "u=rwx,g=r-x,o=r-x 755"},  {"022", mask, "u=rwx,g=r-x,o=r-x 022"},
         {"1246", permission, "u=-w-,g=r--,o=rw- 246"}, {"3", mask, "u=rwx,g=rwx,o=r-- 003"},
         {"8", permission, "u=---,g=---,o=--- 008"},    {"9é7", mask, "u=rwx,g=rwx,o=--- 9é7"},
@@ -98,23 +81,17 @@ TEST(RangeIntegerStyle, ClampsWhatItShowsAndParsesAnything) {
         {INT64_MIN, "-1"}, {-1, "-1"}, {42, "42"}, {100, "100"}, {INT64_MAX, "100"}};
     for (const auto& [value, text] : shown)
         EXPECT_EQ(style.locale("ar").format(value), text);
-    const std::pair<std::string_view, std::int64_t> parsed[] = {{"abc", 0},
-                                                                {"", 0},
-                                                                {" 5", 0},
-                                                                {"5 ", 0},
-                                                                {"+7", 7},
-                                                                {"-12", -12},
-                                                                {"+", 0},
-                                                                {"+-5", 0},
-                                                                {"1,000", 0},
-                                                                {"٣", 0},
-                                                                {{"5\0", 2}, 0},
-                                                                {"9223372036854775807", INT64_MAX},
-                                                                {"-9223372036854775808", INT64_MIN},
-                                                                {"9223372036854775808", 0},
-                                                                {"007", 7}};
+    const std::pair<std::string_view, std::int64_t> parsed[] = {
+        {"+7", 7},
+        {"-12", -12},
+        {"007", 7},
+        {"9223372036854775807", INT64_MAX},
+        {"-9223372036854775808", INT64_MIN}};
     for (const auto& [text, value] : parsed)
         EXPECT_EQ(RangeIntegerStrategy::parse(text), value) << text;
+    for (const auto text : {"abc"sv, ""sv, " 5"sv, "5 "sv, "+"sv, "+-5"sv, "1,000"sv, "٣"sv,
+                            "5\0"sv, "9223372036854775808"sv})
+        EXPECT_EQ(RangeIntegerStrategy::parse(text), 0) << text;
 }
 
 TEST(RangeIntegerStyle, KeepsItsRangeAndStrategyInItsCodedForm) {
@@ -170,9 +147,8 @@ TEST(DropItem, SaysWhatIsWrongWithItsCodedForm) {
             JSONDecoder().decode<Items>(bytesOf(R"({"items":[)" + std::string(json) + "]}"));
         ASSERT_FALSE(items) << json;
         EXPECT_EQ(items.error().description(), description);
-        if (description == wrongNumber) {
-            EXPECT_EQ(items.error().kind, CodingError::Kind::typeMismatch);
-        }
+        EXPECT_TRUE(description != wrongNumber ||
+                    items.error().kind == CodingError::Kind::typeMismatch);
     }
 }
 

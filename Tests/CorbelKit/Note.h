@@ -2,10 +2,6 @@
 
 #include "CorbelKit/Coding/Coding.h"
 
-#include <string>
-#include <utility>
-#include <vector>
-
 /// Some user data.
 struct Note {
     explicit Note(std::string content, Platform::UUID identifier = Platform::UUID::random())

@@ -5,8 +5,6 @@
 
 #include <utility>
 
-namespace {
-
 using CorbelKit::printableText;
 
 TEST(PrintableText, ShowsWhatWouldActOnTheDisplay) {
@@ -40,5 +38,3 @@ TEST(PrintableText, ReplacesWhatIsNotUTF8AndLosesNothingBehindIt) {
         EXPECT_FALSE(CorbelKit::UTF8::isWellFormed(bytes));
     }
 }
-
-} // namespace

@@ -4,9 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <csignal>
-#include <filesystem>
-
-namespace {
 
 using CorbelKit::runTool;
 using CorbelKit::SendNewline;
@@ -48,5 +45,3 @@ TEST(RunTool, DoesNotWaitForAToolThatCannotBeStarted) {
     EXPECT_EQ(runTool(std::monostate(), (folder / "tool").string(), SendNewline::yes), "");
     EXPECT_EQ(runTool("x", folder.path().string(), SendNewline::yes), "");
 }
-
-} // namespace

@@ -4,8 +4,6 @@
 using namespace CorbelKit;
 using Platform::PropertyList;
 
-namespace {
-
 TEST(SharedSettings, ReadOnlyAListOfTexts) {
     const TestSupport::TemporaryFolder folder;
     const TestSupport::EnvironmentVariable variable("XDG_CONFIG_HOME", folder.path().string());
@@ -36,5 +34,3 @@ TEST(ToggledSetting, CountsAsOffBeforeItIsFirstSet) {
     EXPECT_EQ(settings.boolean(key), true);
     settings.remove(key);
 }
-
-} // namespace

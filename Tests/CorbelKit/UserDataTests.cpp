@@ -6,10 +6,6 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
-#include <filesystem>
-#include <string>
-#include <utility>
-#include <vector>
 
 using namespace CorbelKit;
 using Platform::UndoManager;

@@ -5,7 +5,6 @@
 #include "CorbelKit/Coding/PropertyListCoder.h"
 #include "CorbelKit/Formats/DropItem.h"
 
-#include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 

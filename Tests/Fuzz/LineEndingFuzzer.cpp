@@ -1,10 +1,8 @@
 #include "CorbelKit/Formats/LineEnding.h"
 
 #include <cstddef>
-#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
-#include <string>
 #include <string_view>
 
 namespace {

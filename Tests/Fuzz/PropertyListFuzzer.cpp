@@ -1,17 +1,12 @@
 #include "Platform/PropertyList.h"
 #include "Platform/PropertyListLookup.h"
 
-#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
-#include <optional>
-#include <span>
-#include <string>
 
 namespace {
 
 using Platform::PropertyList;
-using Platform::PropertyListLookup;
 using Bytes = std::span<const std::byte>;
 
 void require(bool condition, const char* claim) {
@@ -29,7 +24,7 @@ std::optional<std::string> textUnder(const std::optional<PropertyList>& list,
 }
 
 std::optional<std::string> lookUp(Bytes bytes, std::string_view key, std::size_t chunk) {
-    PropertyListLookup lookup(key, {.maximumText = bytes.size() * 4 + 1024});
+    Platform::PropertyListLookup lookup(key, {.maximumText = bytes.size() * 4 + 1024});
     for (; bytes.size() > chunk; bytes = bytes.subspan(chunk))
         lookup.append(bytes.first(chunk));
     lookup.append(bytes);

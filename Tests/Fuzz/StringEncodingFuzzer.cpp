@@ -1,12 +1,8 @@
 #include "CorbelKit/Formats/StringEncoding.h"
 #include "Platform/TextServices.h"
 
-#include <cstddef>
-#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
-#include <optional>
-#include <string>
 
 namespace {
 

@@ -4,10 +4,7 @@
 #include "CorbelKit/Coding/PropertyListCoder.h"
 #include "CorbelKit/Formats/Theme.h"
 
-#include <cstddef>
-#include <cstdint>
 #include <cstdlib>
-#include <vector>
 
 using CorbelKit::PropertyListDecoder;
 using CorbelKit::PropertyListEncoder;

@@ -9,12 +9,8 @@
 #include <unistd.h>
 
 #include <cstdlib>
-#include <string>
 
-using CorbelKit::FileItem;
 using Platform::URL;
-
-namespace {
 
 TEST(DeepFileItem, HoldsEveryLevelOfATreeDeeperThanAnyPath) {
     constexpr int levels = 5000;
@@ -27,8 +23,8 @@ TEST(DeepFileItem, HoldsEveryLevelOfATreeDeeperThanAnyPath) {
         level = below;
     }
     close(level);
-    const auto root =
-        FileItem::make(URL::file(folder.path().string(), URL::DirectoryHint::isDirectory), true);
+    const auto root = CorbelKit::FileItem::make(
+        URL::file(folder.path().string(), URL::DirectoryHint::isDirectory), true);
     ASSERT_TRUE(root) << root.error().description;
     auto deepest = *root;
     int depth = 0;
@@ -40,5 +36,3 @@ TEST(DeepFileItem, HoldsEveryLevelOfATreeDeeperThanAnyPath) {
     // Whoever removes the folder at the end holds a descriptor for each level.
     EXPECT_EQ(std::system(("rm -rf " + folder.path().string() + "/*").c_str()), 0);
 }
-
-} // namespace

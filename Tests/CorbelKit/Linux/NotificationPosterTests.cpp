@@ -6,11 +6,7 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
-#include <optional>
-#include <string>
 #include <utility>
-#include <vector>
 
 using namespace Platform;
 

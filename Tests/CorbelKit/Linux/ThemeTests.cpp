@@ -9,12 +9,7 @@
 
 #include <gtest/gtest.h>
 
-#include <optional>
-#include <string>
-
 using namespace CorbelKit;
-
-namespace {
 
 // Without a bus the desktop is light.
 TEST(CurrentTheme, IsChosenByTheSettingsAndElseTheFirst) {
@@ -63,5 +58,3 @@ TEST(ThemesThatCannotBeSaved, AreKeptInMemoryAndTheUserIsTold) {
     EXPECT_TRUE(told.starts_with("An error occurred while saving: ")) << told;
     EXPECT_EQ(theme.textFont.string, "Some-Font@@@@7.00");
 }
-
-} // namespace

@@ -14,12 +14,8 @@
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 
-#include <algorithm>
 #include <csignal>
-#include <filesystem>
 #include <iterator>
-#include <string>
-#include <vector>
 
 using namespace CorbelKit;
 using Platform::URL;
@@ -46,8 +42,6 @@ public:
 
     FileSizeLimit(const FileSizeLimit&) = delete;
     FileSizeLimit& operator=(const FileSizeLimit&) = delete;
-    FileSizeLimit(FileSizeLimit&&) = delete;
-    FileSizeLimit& operator=(FileSizeLimit&&) = delete;
 
 private:
     rlimit before_{};

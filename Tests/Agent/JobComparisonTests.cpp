@@ -11,9 +11,10 @@ using namespace Vesper_Pro_Agent;
 /// Of files whose name and content are one character each.
 JobSnapshot snapshot(std::string_view files) {
     JobSnapshot jobs;
-    for (; files.size() >= 2; files.remove_prefix(2))
+    for (; files.size() >= 2; files.remove_prefix(2)) {
         jobs[std::string(1, files[0])] = {.checksum = {std::byte(files[1])},
                                           .label = std::string("label of ") + files[0]};
+    }
     return jobs;
 }
 

@@ -1,10 +1,12 @@
 #include "CorbelKit/Monitors/FileSystemMonitor.h"
 #include "Tests/CorbelKit/TellingDelegate.h"
 #include "Tests/Support/TemporaryFolder.h"
+#include "Tests/Support/WaitUntil.h"
 
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <vector>
 
 namespace {
 
@@ -129,6 +131,26 @@ TEST_F(FileSystemMonitorTest, DropsEventsOfADelegateThatIsGone) {
     writeFile(root / "one" / "file", "1");
     monitor->setDelegate(delegate);
     waitForAllSoFar();
+}
+
+// More than the system has event queues for, were each to take one; and half of them on one tree.
+TEST_F(FileSystemMonitorTest, OfAnyNumberTellTheirOwn) {
+    constexpr int pairs = 100;
+    std::vector<std::shared_ptr<FileSystemMonitor>> monitors;
+    for (int number = 0; number < pairs; ++number) {
+        const auto own = root / "one" / std::to_string(number);
+        fs::create_directory(own);
+        for (const auto& folder : {own, root / "two"}) {
+            monitors.push_back(FileSystemMonitor::make(folderURL(folder)));
+            monitors.back()->setDelegate(delegate);
+        }
+    }
+    for (int number = 0; number < pairs; ++number)
+        writeFile(root / "one" / std::to_string(number) / "file", "1");
+    writeFile(root / "two" / "file", "1");
+    for (int number = 0; number < pairs; ++number)
+        EXPECT_TRUE(delegate->isToldOf(root / "one" / std::to_string(number))) << number;
+    EXPECT_TRUE(TestSupport::waitUntil([&] { return delegate->calls(root / "two") >= pairs; }));
 }
 
 TEST_F(FileSystemMonitorTest, MayBeReleasedFromItsOwnCall) {

@@ -28,6 +28,10 @@ public:
     /// The bundle's Info.plist; empty when it has none that can be read.
     const PropertyList::Dictionary& infoDictionary() const;
 
+    /// The file of the name (with its suffix) among the bundle's resources; absent when there is
+    /// none.
+    std::optional<URL> urlForResource(std::string_view name) const;
+
     /// The text for `key` in the named table of the localisation that suits the user's languages
     /// best; the key itself where there is none. Tables are read once, on first use.
     std::string localizedString(std::string_view key, std::string_view table = "Localizable") const;

@@ -42,10 +42,9 @@ void setAlertPresenter(AlertPresenter presenter) {
 }
 
 void runModal(const Alert& alert) {
-    if (const auto present = PresenterInUse::shared().get()) {
-        present(alert);
+    const auto present = PresenterInUse::shared().get();
+    if (present && present(alert))
         return;
-    }
     std::cerr << terminalLine({alert.messageText, alert.informativeText}, ": ");
     std::cerr.clear(); // a terminal that is gone today is no reason to be silent tomorrow
 }

@@ -92,11 +92,13 @@ public:
     }
 
     const URL bundleURL;
+    const URL resources;
     const PropertyList::Dictionary infoDictionary;
 
 private:
     Impl(URL url, const BundleLayout& layout)
         : bundleURL(std::move(url))
+        , resources(layout.resources)
         , infoDictionary(dictionaryOf(layout.information))
         , localization_(localizationURL(layout.resources, infoDictionary)) {}
 
@@ -136,6 +138,11 @@ const URL& Bundle::bundleURL() const {
 
 const PropertyList::Dictionary& Bundle::infoDictionary() const {
     return impl_->infoDictionary;
+}
+
+std::optional<URL> Bundle::urlForResource(std::string_view name) const {
+    const auto url = impl_->resources.appending(name);
+    return FileManager::fileExists(url) ? std::optional(url) : std::nullopt;
 }
 
 std::string Bundle::localizedString(std::string_view key, std::string_view table) const {

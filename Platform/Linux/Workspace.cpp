@@ -4,6 +4,7 @@
 #include "Platform/Linux/DesktopEntries.h"
 #include "Platform/Linux/FrontWindow.h"
 #include "Platform/Linux/MainContext.h"
+#include "Platform/Linux/SettingsEntries.h"
 #include "Platform/MainThread.h"
 #include "Platform/POSIX/FileSystemPath.h"
 
@@ -131,7 +132,11 @@ void open(const URL& url) {
 }
 
 std::optional<URL> urlForApplication(std::string_view bundleIdentifier) {
-    const auto path = DesktopEntries::pathForIdentifier(bundleIdentifier);
+    // The one identifier that stands for a part of the system, whose name differs by desktop.
+    constexpr std::string_view settings = "com.apple.systempreferences";
+    const auto path = bundleIdentifier == settings
+                          ? SettingsEntries::application()
+                          : DesktopEntries::pathForIdentifier(bundleIdentifier);
     return path ? std::optional(URL::file(*path)) : std::nullopt;
 }
 

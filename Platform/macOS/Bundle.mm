@@ -70,6 +70,14 @@ const PropertyList::Dictionary& Bundle::infoDictionary() const {
     return impl_->infoDictionary;
 }
 
+std::optional<URL> Bundle::urlForResource(std::string_view name) const {
+    @autoreleasepool {
+        NSString* const text = foundationText(name);
+        return text == nil ? std::nullopt
+                           : portableURL([impl_->bundle URLForResource:text withExtension:nil]);
+    }
+}
+
 std::string Bundle::localizedString(std::string_view key, std::string_view table) const {
     @autoreleasepool {
         NSString* const text = foundationText(key);

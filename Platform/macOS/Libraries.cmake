@@ -3,6 +3,7 @@ find_package(EXPAT REQUIRED)
 target_compile_options(Platform PRIVATE $<$<COMPILE_LANGUAGE:OBJCXX>:-fobjc-arc -fblocks>)
 target_link_libraries(Platform PRIVATE "-framework AppKit" "-framework Foundation"
                                        "-framework CoreFoundation" "-framework CoreServices"
+                                       "-framework ServiceManagement"
                                        "-framework UserNotifications"
                                        objc EXPAT::EXPAT)
 # Classes that are only found by their names are in the program all the same.

@@ -34,9 +34,15 @@ TEST(Alert, IsOneLineOnStandardErrorWhateverItsTexts) {
 
 TEST(Alert, GoesToTheWindowsWhereThereAreSome) {
     std::vector<std::string> shown;
-    Platform::setAlertPresenter(
-        [&shown](const Platform::Alert& alert) { shown.push_back(alert.messageText); });
+    bool hasWindows = true;
+    Platform::setAlertPresenter([&](const Platform::Alert& alert) {
+        shown.push_back(alert.messageText);
+        return hasWindows;
+    });
     EXPECT_EQ(printed({.messageText = "Not saved", .informativeText = {}, .buttonTitle = {}}), "");
+    hasWindows = false;
+    EXPECT_EQ(printed({.messageText = "Not saved", .informativeText = {}, .buttonTitle = {}}),
+              "Not saved\n");
     Platform::setAlertPresenter({});
-    EXPECT_EQ(shown, std::vector<std::string>{"Not saved"});
+    EXPECT_EQ(shown, std::vector<std::string>(2, "Not saved"));
 }

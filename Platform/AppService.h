@@ -1,0 +1,11 @@
+#pragma once
+
+/// Programs that the system starts for the user: login items, agents, daemons.
+namespace Platform::AppService {
+
+/// Opens the settings in which the user allows such programs, as the desktop has them; nothing
+/// where it has none. Returns at once; whether it came to anything is not told. Needs the
+/// application's main loop. Any thread.
+void openSystemSettingsLoginItems();
+
+} // namespace Platform::AppService

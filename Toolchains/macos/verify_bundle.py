@@ -18,6 +18,8 @@ import toolchain
 TREE = pathlib.Path(__file__).resolve().parents[2]
 PROGRAM = "Contents/MacOS/Vesper Pro Agent"
 KIT = "Contents/Frameworks/CorbelKit.framework"
+# What a build on a Mac compiles first, and what another system has in its place.
+FOREIGN_RESOURCES = {".css", ".storyboard", ".svg", ".ui"}
 MINIMUM = "13.0"
 SYSTEM_FOLDERS = ("/usr/lib/", "/System/Library/Frameworks/")
 
@@ -125,7 +127,8 @@ def resource_faults(kit):
         if not (kit / link).is_symlink() or str((kit / link).readlink()) != target:
             yield f"{link} does not lead to {target}"
     source = TREE / "CorbelKit/Resources"
-    for original in sorted(path for path in source.rglob("*") if path.is_file()):
+    for original in sorted(path for path in source.rglob("*")
+                           if path.is_file() and path.suffix not in FOREIGN_RESOURCES):
         name = original.relative_to(source)
         copy = kit / "Resources" / name
         if not copy.is_file() or copy.read_bytes() != original.read_bytes():

@@ -20,6 +20,9 @@ typedef NS_ENUM(NSInteger, NSUserInterfaceLayoutDirection) {
 @interface NSResponder : NSObject
 @end
 
+typedef NSString* NSAccessibilityRole;
+APPKIT_EXPORT const NSAccessibilityRole NSAccessibilityImageRole;
+
 typedef NSString* NSAppearanceName;
 APPKIT_EXPORT const NSAppearanceName NSAppearanceNameAqua;
 APPKIT_EXPORT const NSAppearanceName NSAppearanceNameDarkAqua;
@@ -75,7 +78,68 @@ typedef NS_ENUM(NSUInteger, NSAlertStyle) {
     NSAlertStyleCritical = 2
 };
 
-@class NSButton;
+@protocol NSAccessibility <NSObject>
+@property(copy) NSAccessibilityRole accessibilityRole;
+@end
+
+@interface NSView : NSResponder <NSAccessibility>
+@end
+
+@interface NSControl : NSView
+@property(copy) NSString* stringValue;
+@end
+
+@interface NSTextField : NSControl
+@end
+
+@interface NSButton : NSControl
+@property(copy) NSString* title;
+@end
+
+@interface NSBox : NSView
+@end
+
+@interface NSImage : NSObject <NSCopying>
++ (instancetype)imageWithSystemSymbolName:(NSString*)name
+                 accessibilityDescription:(NSString*)description
+    __attribute__((availability(macos, introduced = 11.0)));
+@end
+
+@class NSSymbolEffect, NSSymbolEffectOptions;
+
+@interface NSImageView : NSControl
+@property(strong) NSImage* image;
+- (void)addSymbolEffect:(NSSymbolEffect*)symbolEffect
+                options:(NSSymbolEffectOptions*)options
+    __attribute__((availability(macos, introduced = 14.0)));
+@end
+
+@protocol NSWindowDelegate <NSObject>
+@optional
+- (void)windowDidResignKey:(NSNotification*)notification;
+@end
+
+@interface NSWindow : NSResponder
+@property(weak) id<NSWindowDelegate> delegate;
+@end
+
+@interface NSViewController : NSResponder
+- (instancetype)initWithCoder:(NSCoder*)coder;
+@property(strong) NSView* view;
+@end
+
+@interface NSWindowController : NSResponder
+- (void)showWindow:(id)sender;
+- (void)close;
+- (void)windowDidLoad;
+@property(strong) NSWindow* window;
+@property(strong) NSViewController* contentViewController;
+@end
+
+@interface NSStoryboard : NSObject
++ (instancetype)storyboardWithName:(NSString*)name bundle:(NSBundle*)storyboardBundleOrNil;
+- (id)instantiateInitialController;
+@end
 
 @interface NSAlert : NSObject
 - (NSButton*)addButtonWithTitle:(NSString*)title;
@@ -93,5 +157,6 @@ typedef NS_ENUM(NSUInteger, NSAlertStyle) {
 @property(class, readonly, strong) NSWorkspace* sharedWorkspace;
 @property(readonly, strong) NSRunningApplication* menuBarOwningApplication;
 - (BOOL)openURL:(NSURL*)url;
+- (NSImage*)iconForFile:(NSString*)fullPath;
 - (NSURL*)URLForApplicationWithBundleIdentifier:(NSString*)bundleIdentifier;
 @end

@@ -12,7 +12,7 @@
 #define NS_RETURNS_INNER_POINTER __attribute__((objc_returns_inner_pointer))
 
 @class NSArray<__covariant T>, NSData, NSDictionary<__covariant K, __covariant V>, NSError,
-    NSLocale;
+    NSCoder, NSLocale;
 
 typedef double NSTimeInterval;
 typedef NSUInteger NSStringEncoding;
@@ -85,6 +85,7 @@ typedef NS_OPTIONS(NSUInteger, NSDataBase64EncodingOptions) {
 @interface NSMutableDictionary<K, V> : NSDictionary <K, V>
 + (instancetype)dictionary;
 - (void)setObject:(V)object forKeyedSubscript:(id<NSCopying>)key;
+- (void)removeAllObjects;
 @end
 
 @interface NSNull : NSObject <NSCopying>
@@ -159,6 +160,7 @@ typedef NS_OPTIONS(NSUInteger, NSURLBookmarkResolutionOptions) {
 @interface NSBundle : NSObject
 @property(class, readonly, strong) NSBundle* mainBundle;
 + (instancetype)bundleWithURL:(NSURL*)url;
+- (NSURL*)URLForResource:(NSString*)name withExtension:(NSString*)ext;
 - (NSString*)localizedStringForKey:(NSString*)key value:(NSString*)value table:(NSString*)table;
 @property(readonly, copy) NSURL* bundleURL;
 @property(readonly, copy) NSDictionary<NSString*, id>* infoDictionary;
@@ -319,4 +321,11 @@ typedef NS_OPTIONS(NSUInteger, NSKeyValueObservingOptions) { NSKeyValueObserving
 @interface NSNotification : NSObject <NSCopying>
 @end
 
+@interface NSObject (NSKeyValueCoding)
+- (id)valueForKey:(NSString*)key;
+@end
+
+FOUNDATION_EXPORT Class NSClassFromString(NSString* aClassName);
+FOUNDATION_EXPORT SEL NSSelectorFromString(NSString* aSelectorName);
+FOUNDATION_EXPORT NSString* NSStringFromSelector(SEL aSelector);
 FOUNDATION_EXPORT void NSLog(NSString* format, ...) __attribute__((format(__NSString__, 1, 2)));

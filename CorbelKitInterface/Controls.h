@@ -1,0 +1,81 @@
+#pragma once
+
+#include "CorbelKitInterface/SymbolEffect.h"
+#include "Platform/URL.h"
+
+#include <memory>
+#include <string>
+
+/// What the kit's windows are made of. Handles: copies mean the same view, which stays alive with
+/// them. Main thread.
+namespace CorbelKit {
+
+/// The system's own view.
+struct NativeView;
+
+enum class ViewKind { textField, button, imageView, box };
+
+class View {
+public:
+    explicit View(std::shared_ptr<const NativeView> native);
+
+protected:
+    const NativeView& native() const;
+
+private:
+    std::shared_ptr<const NativeView> native_;
+};
+
+/// Text that is only shown.
+class TextField : public View {
+public:
+    static constexpr auto kind = ViewKind::textField;
+
+    using View::View;
+
+    void setStringValue(const std::string& text) const;
+};
+
+class Button : public View {
+public:
+    static constexpr auto kind = ViewKind::button;
+
+    using View::View;
+
+    void setTitle(const std::string& title) const;
+};
+
+/// A frame with a background around other views.
+class Box : public View {
+public:
+    static constexpr auto kind = ViewKind::box;
+
+    using View::View;
+};
+
+/// What a view is for those who do not see it.
+enum class AccessibilityRole { image };
+
+class ImageView : public View {
+public:
+    static constexpr auto kind = ViewKind::imageView;
+
+    using View::View;
+
+    /// The icon with which the system shows the application at the URL (of a file). False, and no
+    /// change, where there is none to be had.
+    bool showApplicationIcon(const Platform::URL& application) const;
+
+    /// A symbol of the system, in the colour of text. An empty description leaves the system's
+    /// own, if any. A name that is not known shows nothing.
+    void showSymbol(const std::string& name, const std::string& accessibilityDescription) const;
+
+    /// Has the symbol that is shown bounce upwards, layer by layer, from now on whenever the window
+    /// shows; nothing where the user or the system has no such effects (macOS has them from 14.0
+    /// on).
+    void addBounceUpByLayer(const EffectRepeat& repeat) const;
+
+    void setAccessibilityRole(AccessibilityRole role) const;
+};
+
+} // namespace CorbelKit

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <gtkmm/icontheme.h>
+
+/// GTK, for the windows of this process.
+namespace CorbelKit::Toolkit {
+
+/// Has GTK started, once; from then on windows follow the user's language and appearance. False
+/// where the session has no display. Main thread.
+bool start();
+
+/// The icons of the desktop, and the kit's own. Once it has started.
+Glib::RefPtr<Gtk::IconTheme> iconTheme();
+
+} // namespace CorbelKit::Toolkit

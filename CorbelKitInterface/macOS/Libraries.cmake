@@ -1,0 +1,2 @@
+target_compile_options(CorbelKitInterface PRIVATE $<$<COMPILE_LANGUAGE:OBJCXX>:-fobjc-arc -fblocks>)
+target_link_libraries(CorbelKitInterface PRIVATE "-framework AppKit" "-weak_framework Symbols")

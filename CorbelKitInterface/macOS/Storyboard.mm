@@ -1,0 +1,134 @@
+#include "CorbelKitInterface/Storyboard.h"
+
+#include "CorbelKitInterface/macOS/NativeView.h"
+#include "CorbelKitInterface/macOS/StoryboardControllers.h"
+#include "Platform/macOS/FoundationURL.h"
+#include "Platform/macOS/Text.h"
+
+#include <utility>
+
+namespace CorbelKit {
+namespace {
+
+using Platform::foundationText;
+
+Class classOf(ViewKind kind) {
+    switch (kind) {
+    case ViewKind::textField:
+        return NSTextField.class;
+    case ViewKind::button:
+        return NSButton.class;
+    case ViewKind::imageView:
+        return NSImageView.class;
+    case ViewKind::box:
+        return NSBox.class;
+    }
+    return nil;
+}
+
+// AppKit raises an exception for a storyboard that is not there.
+NSStoryboard* storyboardNamed(NSString* name, const Platform::Bundle& bundle) {
+    NSURL* const url = Platform::foundationURL(bundle.bundleURL());
+    NSBundle* const own = url == nil ? nil : [NSBundle bundleWithURL:url];
+    if (name == nil || [own URLForResource:name withExtension:@"storyboardc"] == nil)
+        return nil;
+    return [NSStoryboard storyboardWithName:name bundle:own];
+}
+
+} // namespace
+
+class WindowScene::Impl {
+public:
+    explicit Impl(StoryboardWindowController* controller)
+        : controller_(controller) {
+        static_cast<void>(viewController().view); // which connects the outlets
+    }
+
+    ~Impl() {
+        controller_.resignKeyHandler = nil;
+        [viewController().actions removeAllObjects];
+        [controller_ close];
+    }
+
+    Impl(const Impl&) = delete;
+    Impl& operator=(const Impl&) = delete;
+    Impl(Impl&&) = delete;
+    Impl& operator=(Impl&&) = delete;
+
+    StoryboardWindowController* controller() const { return controller_; }
+
+    /// nil where the storyboard has another.
+    StoryboardViewController* viewController() const {
+        NSViewController* const content = controller_.contentViewController;
+        return [content isKindOfClass:StoryboardViewController.class]
+                   ? static_cast<StoryboardViewController*>(content)
+                   : nil;
+    }
+
+private:
+    StoryboardWindowController* const controller_;
+};
+
+WindowScene::WindowScene(std::unique_ptr<Impl> impl)
+    : impl_(std::move(impl)) {}
+
+WindowScene::WindowScene(WindowScene&& other) noexcept = default;
+WindowScene& WindowScene::operator=(WindowScene&& other) noexcept = default;
+WindowScene::~WindowScene() = default;
+
+void WindowScene::setDelegate(std::weak_ptr<WindowDelegate> delegate) {
+    impl_->controller().resignKeyHandler = ^{
+        if (const auto told = delegate.lock())
+            told->windowDidResignKey();
+    };
+}
+
+void WindowScene::showWindow() {
+    @autoreleasepool {
+        [impl_->controller() showWindow:nil];
+    }
+}
+
+void WindowScene::close() {
+    @autoreleasepool {
+        [impl_->controller() close];
+    }
+}
+
+std::shared_ptr<const NativeView> WindowScene::nativeOutlet(ViewKind kind,
+                                                            std::string_view name) const {
+    @autoreleasepool {
+        NSString* const key = foundationText(name);
+        StoryboardViewController* const controller = impl_->viewController();
+        if (key == nil || ![controller respondsToSelector:NSSelectorFromString(key)])
+            return nullptr;
+        id const view = [controller valueForKey:key];
+        if (![view isKindOfClass:classOf(kind)])
+            return nullptr;
+        return std::make_shared<NativeView>(NativeView{.view = view});
+    }
+}
+
+void WindowScene::setAction(std::string_view selector, std::function<void()> task) {
+    @autoreleasepool {
+        impl_->viewController().actions[foundationText(selector)] = ^{
+            task();
+        };
+    }
+}
+
+std::optional<WindowScene> Storyboard::instantiateInitialController(const std::string& name,
+                                                                    const Platform::Bundle& bundle,
+                                                                    const std::string& className) {
+    @autoreleasepool {
+        id const controller =
+            [storyboardNamed(foundationText(name), bundle) instantiateInitialController];
+        const Class expected = NSClassFromString(foundationText(className));
+        if (expected == nil || ![controller isKindOfClass:expected] ||
+            ![controller isKindOfClass:StoryboardWindowController.class])
+            return std::nullopt;
+        return WindowScene(std::make_unique<WindowScene::Impl>(controller));
+    }
+}
+
+} // namespace CorbelKit

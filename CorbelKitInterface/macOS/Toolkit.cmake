@@ -1,0 +1,2 @@
+# AppKit is part of the system.
+set(CORBEL_INTERFACE_TOOLKIT_FOUND TRUE)

@@ -1,0 +1,233 @@
+// The kit's windows as a user has them: an application of its own on a desktop, with a mouse and a
+// keyboard.
+
+#include "Tests/Support/Linux/BusDaemon.h"
+#include "Tests/Support/Linux/DesktopPortal.h"
+#include "Tests/Support/Linux/DesktopSession.h"
+#include "Tests/Support/WaitUntil.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <fstream>
+
+namespace {
+
+using TestSupport::ChildProcess;
+using TestSupport::contentOf;
+using TestSupport::waitUntil;
+using TestSupport::writeFile;
+namespace fs = std::filesystem;
+
+const fs::path kitResources = CORBEL_KIT_RESOURCES;
+
+class Windows : public ::testing::Test {
+protected:
+    Windows() {
+        const auto contents = folder / "Trial.app/Contents";
+        fs::create_directories(program.parent_path());
+        fs::create_directories(resources.parent_path());
+        fs::copy_file(CORBEL_INTERFACE_TRIAL, program);
+        fs::create_directory_symlink(kitResources, resources);
+        writeFile(contents / "Info.plist", "{CFBundleName = \"Window Trial\";}");
+        fs::create_directories(data / "applications");
+        fs::create_directories(folder / ".config");
+        mkfifo((folder / "commands").c_str(), S_IRUSR | S_IWUSR);
+        environment = {"DISPLAY=" + session.display(),
+                       "DBUS_SESSION_BUS_ADDRESS=" + bus.address(),
+                       "HOME=" + folder.path().string(),
+                       "XDG_DATA_HOME=" + data.string(),
+                       "LANGUAGE=de",
+                       "LC_ALL=de_DE.UTF-8",
+                       "GSK_RENDERER=cairo",
+                       "GDK_DEBUG=gl-disable",
+                       "GTK_A11Y=none"};
+    }
+
+    void start() {
+        trial = std::make_unique<ChildProcess>(
+            std::vector<std::string>{program.string(), (folder / "commands").string()},
+            environment);
+        commands.open(folder / "commands");
+    }
+
+    void tell(const std::string& command) { commands << command << std::endl; }
+
+    std::string ask(const std::string& command) {
+        tell(command);
+        return trial->readLine();
+    }
+
+    std::string run(std::vector<std::string> command) const {
+        return ChildProcess(std::move(command), environment).readAll();
+    }
+
+    /// The application's window that is to be seen; empty where there is none.
+    std::string window() const {
+        auto found = run({"xdotool", "search", "--onlyvisible", "--class", program.filename()});
+        return found.substr(0, found.find('\n'));
+    }
+
+    // A key that is pressed before the window has heard that it is in front is lost.
+    bool opens() {
+        return waitUntil([this] { return ask("front") == "yes"; });
+    }
+
+    bool closes() const {
+        return waitUntil([this] { return window().empty(); });
+    }
+
+    bool show() { return ask("show") == "shown" && opens(); }
+
+    void click(const std::string& identifier) {
+        std::istringstream place(ask("where " + identifier));
+        std::string x;
+        std::string y;
+        place >> x >> y;
+        run({"xdotool", "mousemove", "--window", window(), x, y, "click", "1"});
+    }
+
+    void press(const std::string& key) { run({"xdotool", "key", key}); }
+
+    /// An application that writes down what it is opened with, and whether the trial still has a
+    /// window then.
+    void install(const std::string& identifier, const std::string& lines) {
+        const auto record = folder / (identifier + ".opened");
+        const auto script = folder / identifier;
+        writeFile(script, "#!/bin/sh\nwindow=$(xdotool search --onlyvisible --class " +
+                              program.filename().string() +
+                              ")\necho \"$1 ${window:-no window}\" >'" + record.string() +
+                              ".new'\nmv '" + record.string() + ".new' '" + record.string() +
+                              "'\n");
+        fs::permissions(script, fs::perms::owner_all);
+        writeFile(data / "applications" / (identifier + ".desktop"),
+                  "[Desktop Entry]\nType=Application\nExec=" + script.string() + " %u\n" + lines);
+    }
+
+    bool isOpened(const std::string& identifier) const {
+        return waitUntil([&] { return fs::exists(folder / (identifier + ".opened")); });
+    }
+
+    std::string opened(const std::string& identifier) const {
+        return isOpened(identifier) ? contentOf(folder / (identifier + ".opened")) : "nothing";
+    }
+
+    TestSupport::DesktopSession session;
+    TestSupport::BusDaemon bus;
+    TestSupport::TemporaryFolder folder;
+    const fs::path program = folder / "Trial.app/Contents/Linux/window-trial";
+    const fs::path resources =
+        folder / "Trial.app/Contents/Frameworks/CorbelKit.framework/Resources";
+    const fs::path data = folder / "data";
+    std::vector<std::string> environment;
+    std::unique_ptr<ChildProcess> trial;
+    std::ofstream commands;
+};
+
+using AllowBackgroundItem = Windows;
+
+TEST_F(AllowBackgroundItem, IsOneWindowThatClosesWhenItIsDoneWithOrTheUserTurnsElsewhere) {
+    start();
+    for (const auto* const ending : {"okButton", "Return", "Escape", "elsewhere"}) {
+        SCOPED_TRACE(ending);
+        ASSERT_TRUE(show());
+        EXPECT_EQ(ask("show"), "shown"); // a second time, in front already
+        EXPECT_EQ(ask("windows"), "1 of 1");
+        std::optional<TestSupport::ForeignWindow> other;
+        if (std::string_view(ending) == "okButton")
+            click(ending);
+        else if (std::string_view(ending) == "elsewhere")
+            other.emplace(session.display(), "other", "Other");
+        else
+            press(ending);
+        EXPECT_TRUE(closes());
+        EXPECT_EQ(ask("windows"), "0 of 1");
+    }
+}
+
+TEST_F(AllowBackgroundItem, IsClosedBeforeTheFirstSettingsThatAreInstalledOpen) {
+    install("org.gnome.Settings", "Name=Settings\nName[de]=Einstellungen\n");
+    install("kcm_autostart", "Name=Autostart\n");
+    install("xfce-session-settings", "Name=Session\n");
+    start();
+    ASSERT_TRUE(show());
+    EXPECT_EQ(ask("text systemSettingsButton"), "Einstellungen");
+    click("systemSettingsButton");
+    EXPECT_EQ(opened("kcm_autostart"), " no window\n");
+    EXPECT_TRUE(closes());
+    EXPECT_FALSE(fs::exists(folder / "xfce-session-settings.opened"));
+}
+
+TEST_F(AllowBackgroundItem, OpensItsPageOfTheOnlineHelpInPlaceOfItself) {
+    install("browser", "Name=Browser\nMimeType=x-scheme-handler/https;\n");
+    writeFile(folder / ".config/mimeapps.list",
+              "[Default Applications]\nx-scheme-handler/https=browser.desktop\n");
+    start();
+    ASSERT_TRUE(show());
+    click("helpButton");
+    EXPECT_EQ(opened("browser"),
+              "https://tarnwell.example/help/window%20trial/allowbackgrounditem no window\n");
+    EXPECT_TRUE(closes());
+}
+
+TEST_F(AllowBackgroundItem, SpeaksTheUsersLanguageAndFollowsDarkAndLight) {
+    TestSupport::DesktopPortal portal(bus.address());
+    start();
+    ASSERT_TRUE(show());
+    EXPECT_EQ(ask("text titleTextField"),
+              "Sie werden gefragt, ob das Hintergrundobjekt ausgeführt werden darf.");
+    EXPECT_EQ(ask("text subtitleTextField").substr(0, 17), "Erlauben Sie dies");
+    EXPECT_EQ(ask("text systemSettingsButton"), "System Settings");
+    EXPECT_EQ(ask("role iconImageView"), "image");
+    EXPECT_EQ(ask("background"), "light");
+    portal.setColorScheme(1);
+    EXPECT_TRUE(waitUntil([this] { return ask("background") == "dark"; }));
+    portal.setColorScheme(0);
+    EXPECT_TRUE(waitUntil([this] { return ask("background") == "light"; }));
+}
+
+TEST_F(AllowBackgroundItem, ShowsNothingOfALayoutThatIsMissingOrAnothers) {
+    start();
+    fs::remove(resources);
+    fs::create_directory(resources);
+    const auto layout = resources / "AllowBackgroundItem.ui";
+    const std::string window = "<object class=\"GtkWindow\" id=\"Another\"/>";
+    for (const auto& text : {std::string(), "<interface>" + window + "</interface>",
+                             "<interface>" + window + "<object class=\"Unknown\"/></interface>",
+                             std::string("<interface>"), std::string("\xFF")}) {
+        SCOPED_TRACE(text);
+        if (!text.empty())
+            writeFile(layout, text);
+        EXPECT_EQ(ask("show"), "shown");
+        EXPECT_EQ(ask("windows"), "0 of 0");
+    }
+}
+
+TEST_F(Windows, ShowAnAlertFromAnyThreadUntilItIsDismissed) {
+    start();
+    for (const auto* const command : {"alert", "alert elsewhere"}) {
+        for (const auto* const key : {"Return", "Escape"}) {
+            SCOPED_TRACE(std::string(command) + ", " + key);
+            tell(command);
+            ASSERT_TRUE(opens());
+            press(key);
+            EXPECT_EQ(trial->readLine(), "dismissed");
+            EXPECT_TRUE(closes());
+        }
+    }
+    tell("alert");
+    ASSERT_TRUE(opens());
+    EXPECT_EQ(ask("windows"), "1 of 1"); // the application goes on meanwhile
+    press("Return");
+    EXPECT_EQ(trial->readLine(), "dismissed");
+}
+
+TEST_F(Windows, LeaveAlertsToTheTerminalWhereThereIsNoDisplay) {
+    environment.front() = "DISPLAY=";
+    start();
+    EXPECT_EQ(ask("alert"), "dismissed");
+    EXPECT_EQ(ask("alert elsewhere"), "dismissed");
+    EXPECT_EQ(ask("show"), "shown");
+}
+
+} // namespace

@@ -1,0 +1,169 @@
+// An application with the kit's windows, for the tests to use as a user would. It does what the
+// lines of the file (a FIFO) tell it that its one argument names, and says what came of it.
+#include "CorbelKitInterface/AllowBackgroundItem.h"
+#include "Platform/Alert.h"
+#include "Platform/Application.h"
+#include "Platform/DispatchQueue.h"
+#include "Platform/MainThread.h"
+
+#include <gtkmm/button.h>
+#include <gtkmm/label.h>
+#include <gtkmm/stylecontext.h>
+#include <gtkmm/window.h>
+
+#include <algorithm>
+#include <cmath>
+#include <fstream>
+#include <iostream>
+#include <span>
+#include <sstream>
+#include <string>
+
+namespace {
+
+void say(const std::string& line) {
+    std::cout << line + "\n" << std::flush;
+}
+
+Gtk::Widget* find(Gtk::Widget& widget, const std::string& identifier) {
+    const char* const own = gtk_buildable_get_buildable_id(GTK_BUILDABLE(widget.gobj()));
+    if (own != nullptr && own == identifier)
+        return &widget;
+    for (auto* child = widget.get_first_child(); child != nullptr;
+         child = child->get_next_sibling()) {
+        if (auto* const found = find(*child, identifier))
+            return found;
+    }
+    return nullptr;
+}
+
+Gtk::Widget* find(const std::string& identifier) {
+    for (auto* const window : Gtk::Window::list_toplevels()) {
+        if (auto* const found = find(*window, identifier))
+            return found;
+    }
+    return nullptr;
+}
+
+std::string textOf(const std::string& identifier) {
+    auto* const widget = find(identifier);
+    if (const auto* const label = dynamic_cast<Gtk::Label*>(widget))
+        return label->get_text();
+    const auto* const button = dynamic_cast<Gtk::Button*>(widget);
+    return button != nullptr ? button->get_label() : "nothing";
+}
+
+std::string roleOf(const std::string& identifier) {
+    auto* const widget = find(identifier);
+    const bool isImage =
+        widget != nullptr && widget->property_accessible_role() == Gtk::Accessible::Role::IMG;
+    return isImage ? "image" : "another";
+}
+
+/// How the window in front looks, by the colour of its background.
+std::string background() {
+    constexpr double half = 0.5;
+    Gdk::RGBA color;
+    for (auto* const window : Gtk::Window::list_toplevels())
+        window->get_style_context()->lookup_color("theme_bg_color", color);
+    return color.get_green() < half ? "dark" : "light";
+}
+
+/// The middle of the widget, from the corner of its window on the screen.
+std::string middleOf(const std::string& identifier) {
+    auto* const widget = find(identifier);
+    auto* const window =
+        widget != nullptr ? dynamic_cast<Gtk::Window*>(widget->get_root()) : nullptr;
+    if (window == nullptr)
+        return "nowhere";
+    double x = 0;
+    double y = 0;
+    double left = 0;
+    double top = 0;
+    widget->translate_coordinates(*window, widget->get_width() / 2.0, widget->get_height() / 2.0, x,
+                                  y);
+    window->get_surface_transform(left, top);
+    return std::to_string(std::lround(x + left)) + " " + std::to_string(std::lround(y + top));
+}
+
+bool isInFront() {
+    return std::ranges::any_of(Gtk::Window::list_toplevels(), [](const Gtk::Window* window) {
+        const bool isLaidOut = window->get_width() > 0;
+        return isLaidOut && window->is_active();
+    });
+}
+
+void windows() {
+    std::size_t visible = 0;
+    const auto all = Gtk::Window::list_toplevels();
+    for (const auto* const window : all)
+        visible += window->is_visible() ? 1 : 0;
+    say(std::to_string(visible) + " of " + std::to_string(all.size()));
+}
+
+void alert() {
+    Platform::runModal({.messageText = "Message",
+                        .informativeText = "Information",
+                        .buttonTitle = "Understood",
+                        .style = Platform::Alert::Style::critical});
+    say("dismissed");
+}
+
+void obey(const std::string& line) {
+    std::istringstream words(line);
+    std::string command;
+    std::string argument;
+    words >> command >> argument;
+    if (command == "show") {
+        CorbelKit::AllowBackgroundItem::show();
+        say("shown");
+    } else if (command == "where") {
+        say(middleOf(argument));
+    } else if (command == "text") {
+        say(textOf(argument));
+    } else if (command == "role") {
+        say(roleOf(argument));
+    } else if (command == "background") {
+        say(background());
+    } else if (command == "windows") {
+        windows();
+    } else if (command == "front") {
+        say(isInFront() ? "yes" : "no");
+    } else if (command == "alert" && argument == "elsewhere") {
+        Platform::DispatchQueue::serial("elsewhere").async(alert);
+    } else if (command == "alert") {
+        alert();
+    }
+}
+
+class Delegate : public Platform::ApplicationDelegate {
+public:
+    explicit Delegate(std::string commands)
+        : commands_(std::move(commands)) {}
+
+    void applicationDidFinishLaunching() override {
+        reading_.async([path = commands_] {
+            std::ifstream file(path);
+            for (std::string line; std::getline(file, line);) {
+                Platform::MainThread::run([line] { obey(line); });
+            }
+        });
+    }
+
+    void applicationWillTerminate() override {}
+
+private:
+    const std::string commands_;
+    const Platform::DispatchQueue reading_ = Platform::DispatchQueue::serial("commands");
+};
+
+} // namespace
+
+int main(int argumentCount, char** arguments) {
+    const std::span values(arguments, static_cast<std::size_t>(argumentCount));
+    if (values.size() != 2)
+        return EXIT_FAILURE;
+    const std::string commands = values[1];
+    return Platform::Application::run(argumentCount, arguments,
+                                      [&commands] { return std::make_unique<Delegate>(commands); });
+}

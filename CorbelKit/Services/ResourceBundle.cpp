@@ -1,13 +1,34 @@
 #include "CorbelKit/Services/ResourceBundle.h"
 
+#include "Platform/FileManager.h"
 #include "Platform/NeverDestroyed.h"
 
 namespace CorbelKit {
+namespace {
+
+using Platform::URL;
+
+/// From the main bundle, which is the program's own folder where it has none.
+constexpr auto places = {
+    "Contents/Frameworks/CorbelKit.framework",
+    "CorbelKit.framework",
+    "../share/CorbelKit/CorbelKit.framework", // installed together, wherever that is now
+};
+
+URL bundleURL() {
+    const auto& main = Platform::Bundle::main().bundleURL();
+    for (const auto* place : places) {
+        auto url = main.appending(place, URL::DirectoryHint::isDirectory);
+        if (Platform::FileManager::fileExists(url))
+            return url;
+    }
+    return URL::file(CORBEL_KIT_BUNDLE, URL::DirectoryHint::isDirectory);
+}
+
+} // namespace
 
 const Platform::Bundle& resourceBundle() {
-    static const Platform::NeverDestroyed<Platform::Bundle> bundle(
-        Platform::Bundle::main().bundleURL().appending("Contents/Frameworks/CorbelKit.framework",
-                                                       Platform::URL::DirectoryHint::isDirectory));
+    static const Platform::NeverDestroyed<Platform::Bundle> bundle(bundleURL());
     return bundle.get();
 }
 

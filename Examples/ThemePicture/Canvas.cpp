@@ -1,4 +1,4 @@
-#include "Examples/ThemePicture/Canvas.h"
+#include "ThemePicture/Canvas.h"
 
 #include <fontconfig/fontconfig.h>
 #include <pango/pangofc-fontmap.h>

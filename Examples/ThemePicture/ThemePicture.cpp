@@ -1,5 +1,5 @@
 // Draws the built-in themes as an editor shows them: theme-picture <file.png>
-#include "Examples/ThemePicture/Canvas.h"
+#include "ThemePicture/Canvas.h"
 
 #include <array>
 #include <cstdlib>

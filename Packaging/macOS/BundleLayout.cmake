@@ -1,8 +1,7 @@
-# Where the things in the bundle stand on macOS: the kit's folder is a versioned framework bundle.
+# Where the things in the bundles stand on macOS: the kit's folder is a versioned framework bundle.
 set(bundle_executables Contents/MacOS)
-set(bundle_kit Contents/Frameworks/CorbelKit.framework)
-set(bundle_kit_resources ${bundle_kit}/Versions/A/Resources)
-set(bundle_foreign_resources "\\.(css|storyboard|svg|ui)$")
+set(kit_bundle_resources Versions/A/Resources)
+set(kit_bundle_foreign_resources "\\.(css|storyboard|svg|ui)$")
 
 function(corbel_describe_bundle bundle)
     file(GLOB languages RELATIVE ${PROJECT_SOURCE_DIR}/CorbelKit/Resources
@@ -10,11 +9,14 @@ function(corbel_describe_bundle bundle)
     list(TRANSFORM languages REPLACE "(.+)\\.lproj" "\t\t<string>\\1</string>")
     list(JOIN languages "\n" localizations)
     configure_file(${PROJECT_SOURCE_DIR}/Packaging/macOS/Info.plist.in "${bundle}/Contents/Info.plist" @ONLY)
+endfunction()
+
+function(corbel_describe_kit_bundle bundle)
     configure_file(${PROJECT_SOURCE_DIR}/Packaging/macOS/CorbelKit-Info.plist.in
-                   "${bundle}/${bundle_kit_resources}/Info.plist" @ONLY)
-    corbel_compile_storyboards("${bundle}/${bundle_kit_resources}")
-    file(CREATE_LINK A "${bundle}/${bundle_kit}/Versions/Current" SYMBOLIC)
-    file(CREATE_LINK Versions/Current/Resources "${bundle}/${bundle_kit}/Resources" SYMBOLIC)
+                   "${bundle}/${kit_bundle_resources}/Info.plist" @ONLY)
+    corbel_compile_storyboards("${bundle}/${kit_bundle_resources}")
+    file(CREATE_LINK A "${bundle}/Versions/Current" SYMBOLIC)
+    file(CREATE_LINK Versions/Current/Resources "${bundle}/Resources" SYMBOLIC)
 endfunction()
 
 # Which only Xcode can; a bundle that was made without it has none of the kit's windows.

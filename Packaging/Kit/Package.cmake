@@ -1,0 +1,85 @@
+# The kit as a package that other projects build with. Each of its libraries is put into it by one call.
+include(GNUInstallDirs)
+include(CMakePackageConfigHelpers)
+include(${CMAKE_CURRENT_LIST_DIR}/Resources.cmake)
+
+set(kit_headers ${CMAKE_INSTALL_INCLUDEDIR}/CorbelKit-${PROJECT_VERSION_MAJOR})
+set(kit_package ${CMAKE_INSTALL_LIBDIR}/cmake/CorbelKit)
+set(kit_data ${CMAKE_INSTALL_DATADIR}/CorbelKit)
+add_custom_target(kit) # all that is installed
+
+# corbel_package_library(<target> AS <name> DESCRIPTION <text> HEADERS <file>...
+#                        [REQUIRES <library>...] [PACKAGES <package>...] [MODULES <module>...] [FLAGS <flag>...])
+# Others know the library as CorbelKit::<name>, here and where it is installed, and by pkg-config under
+# the name of its file. Since it is static, what it links is told for those who link it: REQUIRES,
+# the package's other libraries, by their files; PACKAGES, what CMake finds; MODULES, what pkg-config
+# finds, linked here as PkgConfig::<name of the file>; FLAGS, for pkg-config, what neither names.
+# A library whose file is named CorbelKit<name> is the component <name> of the package.
+function(corbel_package_library target)
+    cmake_parse_arguments(PARSE_ARGV 1 ARG "" "AS;DESCRIPTION" "HEADERS;REQUIRES;PACKAGES;MODULES;FLAGS")
+    add_library(CorbelKit::${ARG_AS} ALIAS ${target})
+    target_compile_features(${target} PUBLIC cxx_std_20)
+    target_sources(${target} PUBLIC FILE_SET HEADERS BASE_DIRS ${PROJECT_SOURCE_DIR} FILES ${ARG_HEADERS})
+    if(NOT PROJECT_IS_TOP_LEVEL)
+        return()
+    endif()
+
+    get_target_property(name ${target} OUTPUT_NAME)
+    if(NOT name)
+        set(name ${target})
+    endif()
+    add_dependencies(kit ${target})
+    set_target_properties(${target} PROPERTIES EXPORT_NAME ${ARG_AS})
+    install(TARGETS ${target} EXPORT ${name} COMPONENT ${name} INCLUDES DESTINATION ${kit_headers}
+            FILE_SET HEADERS DESTINATION ${kit_headers} COMPONENT ${name})
+    install(EXPORT ${name} NAMESPACE CorbelKit:: FILE ${name}Targets.cmake
+            DESTINATION ${kit_package} COMPONENT ${name})
+
+    list(TRANSFORM ARG_PACKAGES REPLACE "(.+)" "find_dependency(\\1)" OUTPUT_VARIABLE find_packages)
+    list(JOIN find_packages "\n" find_packages)
+    list(JOIN ARG_MODULES " " modules)
+    configure_file(${PROJECT_SOURCE_DIR}/Packaging/Kit/Dependencies.cmake.in
+                   ${PROJECT_BINARY_DIR}/Package/${name}Dependencies.cmake @ONLY)
+    install(FILES ${PROJECT_BINARY_DIR}/Package/${name}Dependencies.cmake
+            DESTINATION ${kit_package} COMPONENT ${name})
+
+    set(description ${ARG_DESCRIPTION})
+    list(JOIN ARG_FLAGS " " flags)
+    list(TRANSFORM ARG_REQUIRES APPEND " = ${PROJECT_VERSION}")
+    list(JOIN ARG_REQUIRES ", " requires)
+    string(JOIN ", " requires ${ARG_REQUIRES} ${ARG_MODULES})
+    string(REGEX REPLACE "[^/]+" ".." prefix ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+    configure_file(${PROJECT_SOURCE_DIR}/Packaging/Kit/Library.pc.in
+                   ${PROJECT_BINARY_DIR}/Package/${name}.pc @ONLY)
+    install(FILES ${PROJECT_BINARY_DIR}/Package/${name}.pc
+            DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT ${name})
+endfunction()
+
+# corbel_package_kit_bundle(<target>): programs with the library find the kit's bundle in this tree when
+# it is part of theirs, else where the kit was meant to be installed.
+function(corbel_package_kit_bundle target)
+    set(bundle ${PROJECT_BINARY_DIR}/CorbelKit.framework)
+    corbel_make_kit_bundle(${bundle})
+    set_target_properties(${target} PROPERTIES CORBEL_KIT_BUNDLE ${bundle})
+    set(place ${bundle})
+    if(PROJECT_IS_TOP_LEVEL)
+        set(place ${CMAKE_INSTALL_FULL_DATADIR}/CorbelKit/CorbelKit.framework)
+        install(DIRECTORY ${bundle} DESTINATION ${kit_data} COMPONENT CorbelKit)
+    endif()
+    set_source_files_properties(Services/ResourceBundle.cpp PROPERTIES
+                                COMPILE_DEFINITIONS "CORBEL_KIT_BUNDLE=\"${place}\"")
+endfunction()
+
+if(PROJECT_IS_TOP_LEVEL)
+    set(KIT_BUNDLE ${kit_data}/CorbelKit.framework)
+    configure_package_config_file(${CMAKE_CURRENT_LIST_DIR}/CorbelKitConfig.cmake.in
+        ${PROJECT_BINARY_DIR}/Package/CorbelKitConfig.cmake
+        INSTALL_DESTINATION ${kit_package} PATH_VARS KIT_BUNDLE)
+    write_basic_package_version_file(${PROJECT_BINARY_DIR}/Package/CorbelKitConfigVersion.cmake
+        COMPATIBILITY SameMajorVersion)
+    install(FILES ${PROJECT_BINARY_DIR}/Package/CorbelKitConfig.cmake
+                  ${PROJECT_BINARY_DIR}/Package/CorbelKitConfigVersion.cmake
+            DESTINATION ${kit_package} COMPONENT CorbelKit)
+    install(FILES ${CMAKE_CURRENT_LIST_DIR}/Resources.cmake RENAME CorbelKitResources.cmake
+            DESTINATION ${kit_package} COMPONENT CorbelKit)
+endif()

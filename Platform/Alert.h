@@ -7,13 +7,15 @@ namespace Platform {
 
 /// A message that the user has to dismiss, with one button. All texts are the caller's, in the
 /// user's language; empty ones are left out.
+/// A plain value.
 struct Alert {
+    /// How grave it is.
     enum class Style : std::uint8_t { warning, informational, critical };
 
-    std::string messageText;     ///< what happened
-    std::string informativeText; ///< why, or what to do about it
-    std::string buttonTitle;     ///< empty: the system's own ("OK")
-    Style style = Style::warning;
+    std::string messageText;      ///< what happened
+    std::string informativeText;  ///< why, or what to do about it
+    std::string buttonTitle;      ///< empty: the system's own ("OK")
+    Style style = Style::warning; ///< how grave it is
 };
 
 /// Shows the alert and returns when the user has dismissed it. Callable on any thread; on another

@@ -10,8 +10,10 @@ namespace Platform {
 /// them. A plain value.
 class Appearance {
 public:
+    /// The standard appearances.
     enum class Name : std::uint8_t { aqua, darkAqua }; ///< light and dark
 
+    /// Absent: it resembles none of them.
     constexpr explicit Appearance(std::optional<Name> name)
         : name_(name) {}
 

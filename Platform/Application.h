@@ -8,11 +8,13 @@
 
 namespace Platform {
 
-/// What the application tells of its life. Called on the main thread.
+/// What the application tells of its life. Called on the main thread, and owned by `run`.
 class ApplicationDelegate {
 public:
     virtual ~ApplicationDelegate() = default;
+    /// Once, before the main loop runs.
     virtual void applicationDidFinishLaunching() = 0;
+    /// Once, after it; the delegate is destroyed next, if at all.
     virtual void applicationWillTerminate() = 0;
 
 protected:
@@ -21,6 +23,7 @@ protected:
     ApplicationDelegate& operator=(const ApplicationDelegate&) = default;
 };
 
+/// Where lines of the user interface begin.
 enum class LayoutDirection { leftToRight, rightToLeft };
 
 /// The process as an application without windows of its own.

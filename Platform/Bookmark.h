@@ -32,6 +32,7 @@ public:
     /// Ends the access that was started.
     ~SecurityScopedResource();
 
+    /// Where the file lay when it was found.
     const URL& url() const;
 
     /// Whether the bookmark still led to the file, but should be replaced by a fresh one.

@@ -21,8 +21,11 @@ public:
     /// no bundle, or none with an Info.plist that can be read and says anything.
     static std::optional<PropertyList::Dictionary> informationDictionary(const URL& bundleURL);
 
+    /// Of a folder that need not be a bundle, nor exist: it then says nothing, and its texts are
+    /// their keys.
     explicit Bundle(const URL& bundleURL);
 
+    /// The folder, as it was given.
     const URL& bundleURL() const;
 
     /// The bundle's Info.plist; empty when it has none that can be read.

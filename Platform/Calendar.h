@@ -8,14 +8,14 @@
 
 namespace Platform {
 
-/// A moment as a calendar and a clock show it.
+/// A moment as a calendar and a clock show it. A plain value.
 struct DateComponents {
-    int year = 0;  ///< 0 is the year before 1, which history calls 1 BC
-    int month = 1; ///< 1 to 12
-    int day = 1;   ///< 1 to 31
-    int hour = 0;
-    int minute = 0;
-    int second = 0;
+    int year = 0;    ///< 0 is the year before 1, which history calls 1 BC
+    int month = 1;   ///< 1 to 12
+    int day = 1;     ///< 1 to 31
+    int hour = 0;    ///< 0 to 23
+    int minute = 0;  ///< 0 to 59
+    int second = 0;  ///< 0 to 59
     int weekday = 0; ///< 1, Sunday, to 7; not read where components make a date
 
     friend bool operator==(const DateComponents&, const DateComponents&) = default;
@@ -25,6 +25,7 @@ struct DateComponents {
 /// the clock of the time zone that the user has when a question is asked. Callable on any thread.
 class Calendar {
 public:
+    /// A moment, wherever one is.
     using Date = PropertyList::Date;
 
     /// The one that all share.

@@ -10,6 +10,7 @@ namespace Platform {
 /// The SHA-256 digest of a stream of bytes (FIPS 180-4). For one thread at a time.
 class SHA256 {
 public:
+    /// The digest itself.
     using Value = std::array<std::byte, 32>;
 
     SHA256();
@@ -19,6 +20,7 @@ public:
     SHA256(const SHA256&) = delete;
     SHA256& operator=(const SHA256&) = delete;
 
+    /// Appends to the stream.
     void update(std::span<const std::byte> bytes);
 
     /// The digest of all bytes since the start or the last `finalize`; starts anew.

@@ -17,16 +17,22 @@ namespace Platform {
 /// A task must not throw: that ends the process.
 class DispatchQueue {
 public:
+    /// Owned by the queue until it has run.
     using Task = std::function<void()>;
 
+    /// @{
+    /// A new queue, which lasts until its last handle is gone and its last task has run.
     static DispatchQueue concurrent(std::string label);
     static DispatchQueue serial(std::string label);
+    /// @}
 
     /// The queue of the main thread, run by the application's main loop.
     static DispatchQueue main();
 
+    /// For whoever looks at the process from outside: nothing depends on it.
     const std::string& label() const;
 
+    /// Sends the task and returns at once, before or after it has run.
     void async(Task task) const;
 
     /// Sends the task when the delay has passed. A delay of zero or less means at once.

@@ -6,25 +6,34 @@
 
 namespace Platform {
 
-/// Why an operation of the platform failed, in the platform's own words (English, one line).
+/// Why an operation of the platform failed, in the platform's own words (English, one line). A
+/// plain value.
 struct Error {
-    std::string description;
+    std::string description; ///< for the log, or for the user as it is
 };
 
-/// A value, or the reason why there is none. (`std::expected` is wanting in one of the two standard
-/// libraries that this code is built with.)
+/// A value, or the reason why there is none. For one thread at a time, as what it holds.
+/// (`std::expected` is wanting in one of the two standard libraries that this code is built with.)
 template <class T, class E = Error>
 class [[nodiscard]] Expected {
 public:
     // Both conversions are implicit, so that a function returns either kind by its plain value.
+
+    /// @{
+    /// Holds the value, or the reason.
     Expected(T value)
         : state_(std::in_place_index<0>, std::move(value)) {}
 
     Expected(E error)
         : state_(std::in_place_index<1>, std::move(error)) {}
 
+    /// @}
+
+    /// Whether there is a value.
     explicit operator bool() const { return state_.index() == 0; }
 
+    /// @{
+    /// The value, which must be there.
     T& operator*() { return std::get<0>(state_); }
 
     const T& operator*() const { return std::get<0>(state_); }
@@ -33,6 +42,9 @@ public:
 
     const T* operator->() const { return &std::get<0>(state_); }
 
+    /// @}
+
+    /// The reason; there must be no value.
     const E& error() const { return std::get<1>(state_); }
 
 private:

@@ -15,6 +15,7 @@ namespace Platform {
 /// For one thread at a time.
 class FileHandle {
 public:
+    /// What was opened.
     enum class Kind { regular, directory, other };
 
     /// Opens for reading without ever waiting, whatever lies at the path: a pipe without a writer
@@ -26,6 +27,7 @@ public:
     /// anything but a regular file is left alone, and a failure.
     static Expected<FileHandle> openForWriting(const URL& url);
 
+    /// Takes the descriptor over; -1 for none.
     explicit FileHandle(int fileDescriptor)
         : fileDescriptor_(fileDescriptor) {}
 
@@ -61,13 +63,13 @@ private:
     int fileDescriptor_;
 };
 
-/// The two ends of an anonymous pipe.
+/// The two ends of an anonymous pipe, each for one thread at a time.
 struct Pipe {
     /// Absent when the system has no descriptor left.
     static std::optional<Pipe> make();
 
-    FileHandle fileHandleForReading;
-    FileHandle fileHandleForWriting;
+    FileHandle fileHandleForReading; ///< ends when the other end is closed everywhere
+    FileHandle fileHandleForWriting; ///< what is written here comes out there
 };
 
 } // namespace Platform

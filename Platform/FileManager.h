@@ -27,6 +27,7 @@ enum class ListingOptions : unsigned {
     skipsDescendantsAndHiddenFiles = skipsSubdirectoryDescendants | skipsHiddenFiles,
 };
 
+/// Whether the option is in the set.
 constexpr bool contains(ListingOptions options, ListingOptions option) {
     return (static_cast<unsigned>(options) & static_cast<unsigned>(option)) != 0;
 }

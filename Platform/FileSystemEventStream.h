@@ -28,6 +28,7 @@ namespace Platform {
 /// A missing root is no failure: the stream is silent. A root that is a file tells of that file.
 class FileSystemEventStream {
 public:
+    /// Owned by the stream; may outlive its handles while it runs.
     using Callback = std::function<void(const std::vector<std::string>& paths)>;
 
     /// Events from the start on, collected for `latency` from the first of a batch. The path is
@@ -35,6 +36,7 @@ public:
     static std::optional<FileSystemEventStream>
     create(std::string_view path, std::chrono::nanoseconds latency, Callback callback);
 
+    /// Where the call-back runs. Once, before the start.
     void setDispatchQueue(const DispatchQueue& queue) const;
 
     /// Returns when no later change will be missed. What changed while the stream was stopped is
@@ -47,6 +49,7 @@ public:
     /// Gives up the queue.
     void invalidate() const;
 
+    /// The last step, by which the stream is given up.
     void release() const;
 
 private:

@@ -17,6 +17,7 @@ namespace Platform {
 /// called on any thread, also from a handler.
 class FileSystemObjectSource {
 public:
+    /// Owned by the source.
     using Handler = std::function<void()>;
 
     /// Opens the item at the URL for events alone: the descriptor reads nothing and does not keep
@@ -35,9 +36,11 @@ public:
     FileSystemObjectSource(FileSystemObjectSource&&) = delete;
     FileSystemObjectSource& operator=(FileSystemObjectSource&&) = delete;
 
-    // Both before `resume`.
+    /// @{
+    /// Before `resume`.
     void setEventHandler(Handler handler);
     void setCancelHandler(Handler handler);
+    /// @}
 
     /// Starts delivery; events since the source was made are not lost.
     void resume();

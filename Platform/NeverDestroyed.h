@@ -12,6 +12,7 @@ namespace Platform {
 template <class T>
 class NeverDestroyed {
 public:
+    /// Makes the object of the arguments.
     template <class... Arguments>
     explicit NeverDestroyed(Arguments&&... arguments)
         : object_(std::construct_at(reinterpret_cast<T*>(storage_.data()),
@@ -23,6 +24,7 @@ public:
     NeverDestroyed(NeverDestroyed&&) = delete;
     NeverDestroyed& operator=(NeverDestroyed&&) = delete;
 
+    /// The object, for all threads that it is itself made for.
     T& get() const { return *object_; }
 
 private:

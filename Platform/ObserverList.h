@@ -15,9 +15,12 @@ namespace Platform {
 /// ended is not told any more. An observation may outlive the list.
 class ObserverList {
 public:
+    /// Owned by the observation.
     using Handler = std::function<void()>;
 
+    /// Has the handler called each time, until the observation ends.
     [[nodiscard]] Observation add(Handler handler);
+    /// Calls the handlers, and returns when all have returned.
     void tell() const;
 
 private:

@@ -22,25 +22,31 @@ namespace Platform {
 /// they build is bounded by `Limits`. Text is UTF-8.
 class PropertyList {
 public:
+    /// No value. The binary form and JSON have one.
     struct Null {
         friend bool operator==(Null, Null) = default;
     };
 
     /// An object identifier of a keyed archive (binary form only).
     struct UID {
-        std::uint64_t value = 0;
+        std::uint64_t value = 0; ///< a place in the archive's list of objects
         friend bool operator==(UID, UID) = default;
     };
 
+    /// @{
+    /// The containers, and bytes that mean nothing here.
     using Array = std::vector<PropertyList>;
     using Dictionary = std::map<std::string, PropertyList, std::less<>>;
     using Data = std::vector<std::byte>;
+    /// @}
+
     /// Seconds since the Unix epoch, UTC.
     using Date = std::chrono::sys_time<std::chrono::duration<double>>;
     /// Integers are signed where they fit; `std::uint64_t` holds only values from 2^63 on.
     using Value = std::variant<Null, bool, std::int64_t, std::uint64_t, double, Date, Data,
                                std::string, UID, Array, Dictionary>;
 
+    /// The serialised forms.
     enum class Format : std::uint8_t {
         xml,
         binary, ///< "bplist00"
@@ -58,15 +64,20 @@ public:
 
     PropertyList() = default;
 
+    /// Of any of the kinds that `Value` has.
     template <class T>
         requires(!std::same_as<std::remove_cvref_t<T>, PropertyList> &&
                  std::constructible_from<Value, T>)
     PropertyList(T&& value) // implicit: a value stands for itself
         : value_(std::forward<T>(value)) {}
 
+    /// @{
+    /// What it is; null unless it was made of something.
     const Value& value() const { return value_; }
 
     Value& value() { return value_; }
+
+    /// @}
 
     /// The value when it is of the kind asked for; null otherwise.
     template <class T>
@@ -79,6 +90,7 @@ public:
 
     friend bool operator==(const PropertyList&, const PropertyList&) = default;
 
+    /// @{
     /// Reads any of the three forms, told apart by their content. Absent when the bytes are no
     /// property list. Of equal keys the last one counts.
     /// - XML: UTF-8, UTF-16, ISO-8859-1 or US-ASCII, with or without a byte-order mark; the `plist`
@@ -88,6 +100,7 @@ public:
     ///   tables of localised texts; a lone string. Octal escapes are NeXTSTEP's.
     static std::optional<PropertyList> read(std::span<const std::byte> bytes);
     static std::optional<PropertyList> read(std::span<const std::byte> bytes, Limits limits);
+    /// @}
 
     /// Absent when the form cannot hold the value: null and UID in XML, anything in `text`, text
     /// that is not UTF-8 or that XML has no character for, in XML a date beyond the years 0 to 9999

@@ -20,14 +20,18 @@ namespace Platform {
 /// time.
 class PropertyListLookup {
 public:
+    /// What the reader keeps, and how deep it goes. Beyond the last two there is no answer.
     struct Limits {
         std::size_t maximumText = 1024;        ///< bytes kept of the text found; more is cut off
         std::size_t maximumBuffered = 8 << 20; ///< bytes of a binary or old-style list
-        std::size_t depth = 512;
+        std::size_t depth = 512;               ///< containers within containers
     };
 
+    /// @{
+    /// The key is copied.
     explicit PropertyListLookup(std::string_view key);
     PropertyListLookup(std::string_view key, Limits limits);
+    /// @}
     ~PropertyListLookup();
     PropertyListLookup(const PropertyListLookup&) = delete;
     PropertyListLookup& operator=(const PropertyListLookup&) = delete;

@@ -15,6 +15,7 @@ namespace Platform {
 /// asked.
 class URL {
 public:
+    /// Whether a path means a folder.
     enum class DirectoryHint {
         isDirectory,
         notDirectory,
@@ -30,7 +31,9 @@ public:
     /// The text of the whole URL, with its escapes.
     const std::string& absoluteString() const { return text_; }
 
+    /// Whether the scheme is "file".
     bool isFileURL() const;
+    /// Whether it means a folder: whether its path ends in a slash.
     bool hasDirectoryPath() const;
 
     /// The path with its escapes decoded and without a trailing slash (the root stays "/").
@@ -39,6 +42,8 @@ public:
     /// The decoded last component of the path; "/" for the root, empty where there is no path.
     std::string lastPathComponent() const;
 
+    /// The URL with a slash, where one is wanting, and the component, or several with slashes
+    /// between them, after its path.
     URL appending(std::string_view component,
                   DirectoryHint hint = DirectoryHint::inferFromPath) const;
 

@@ -13,8 +13,10 @@ namespace Platform {
 /// A universally unique identifier as RFC 9562 defines it. A plain value.
 class UUID {
 public:
+    /// In the order of the text.
     using Bytes = std::array<std::byte, 16>;
 
+    /// Any 16 bytes.
     explicit UUID(const Bytes& bytes)
         : bytes_(bytes) {}
 

@@ -24,17 +24,29 @@ public:
 
     /// Takes the last step back, or does nothing where there is none.
     void undo();
+    /// Takes back what was undone last; does nothing where nothing was, or something else was done
+    /// since.
     void redo();
 
+    /// @{
+    /// Whether there is a step that `undo`, or `redo`, takes back.
     bool canUndo() const;
     bool canRedo() const;
+    /// @}
+
+    /// @{
+    /// Whether the call is made within `undo`, or `redo`.
     bool isUndoing() const;
     bool isRedoing() const;
+    /// @}
 
+    /// @{
     /// Empty where there is nothing to undo or redo.
     std::string undoActionName() const;
     std::string redoActionName() const;
+    /// @}
 
+    /// Forgets all steps: nothing can be undone or redone.
     void removeAllActions();
 
 private:

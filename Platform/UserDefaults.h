@@ -19,6 +19,7 @@ namespace Platform {
 /// default counts. Settings that cannot be read count as none.
 class UserDefaults {
 public:
+    /// Gets the value as it is by then.
     using Handler = std::function<void(const std::string& keyPath,
                                        const std::optional<PropertyList>& newValue)>;
 
@@ -51,10 +52,13 @@ public:
     /// The value under the key, whatever it is. The accessors below it take a value of another kind
     /// for absent; nothing is converted.
     std::optional<PropertyList> object(std::string_view key) const;
+    /// @{
+    /// The value under the key; absent where there is none of this kind.
     std::optional<std::string> string(std::string_view key) const;
     std::optional<std::int64_t> integer(std::string_view key) const;
     std::optional<bool> boolean(std::string_view key) const;
     std::optional<PropertyList::Data> data(std::string_view key) const;
+    /// @}
 
     /// Absent also when one element is no text.
     std::optional<std::vector<std::string>> stringArray(std::string_view key) const;
@@ -62,6 +66,7 @@ public:
     /// Stored when the call returns, or, where the system refuses, not at all. Waits for other
     /// processes that are storing in the same domain.
     void set(std::string_view key, PropertyList value);
+    /// As `set`; the registered default counts again.
     void remove(std::string_view key);
 
     /// Adds to the defaults that count, in this process only, in every domain that has no value.

@@ -18,13 +18,18 @@ class KeyedDecodingContainer;
 class UnkeyedDecodingContainer;
 
 /// How a type is coded. A type of its own takes part with the members
+///
 ///     static T decode(const Decoder& decoder);
 ///     void encode(Encoder& encoder) const;
-/// and a type that has no room for them with a specialisation.
+///
+/// and a type that has no room for them with a specialisation: so do truth values, numbers, texts,
+/// data, dates, URLs, UUIDs, and optional values, lists and dictionaries of what is coded.
 template <class T>
 struct Coding {
+    /// The value from its coded form. A failure is noted with the decoder, and gives a placeholder.
     static T decode(const Decoder& decoder) { return T::decode(decoder); }
 
+    /// Puts the coded form in the encoder's place; a failure is noted there.
     static void encode(const T& value, auto& encoder) { value.encode(encoder); }
 
     /// What a failed decoding gives; nobody gets to see it.
@@ -35,22 +40,26 @@ struct Coding {
 /// is a placeholder, so that a type reads its fields straight down and asks nothing; who started
 /// the decoding gets the failure in place of the value.
 struct Decoding {
-    CodingFormat format = CodingFormat::propertyList;
-    std::optional<CodingError> error;
+    CodingFormat format = CodingFormat::propertyList; ///< in which the whole is coded
+    std::optional<CodingError> error;                 ///< the first
 };
 
 /// A value that is being decoded, and where it stands. It and its containers are used within the
 /// decoding that made them, on one thread.
 class Decoder {
 public:
+    /// Both the value and the decoding outlive it.
     Decoder(const Platform::PropertyList& value, CodingPath codingPath, Decoding& decoding)
         : value_(&value)
         , codingPath_(std::move(codingPath))
         , decoding_(&decoding) {}
 
+    /// @{
     /// A value of another type is a failure, and leaves the container empty.
     KeyedDecodingContainer container() const;
     UnkeyedDecodingContainer unkeyedContainer() const;
+
+    /// @}
 
     /// The value as a whole.
     template <class T>
@@ -60,6 +69,7 @@ public:
         return Coding<T>::decode(*this);
     }
 
+    /// Whether it is null, or what stands for null in a property list.
     bool isNull() const;
 
     /// The decoder of what lies at the key.
@@ -68,14 +78,18 @@ public:
     /// The value itself, whatever it is.
     const Platform::PropertyList& value() const { return *value_; }
 
+    /// The way from the root to the value.
     const CodingPath& codingPath() const { return codingPath_; }
 
+    /// For a type that is coded differently in each.
     CodingFormat format() const { return decoding_->format; }
 
+    /// Whether anything in the same decoding has failed.
     bool hasFailed() const { return decoding_->error.has_value(); }
 
     /// The first failure counts.
     void fail(CodingError::Kind kind, std::string debugDescription) const;
+    /// Fails because the value is null, or not of the type.
     void failToExpect(std::string_view typeName) const;
 
     /// The value as a number within the bounds, in two's complement; 0 after a failure. A real
@@ -91,11 +105,14 @@ private:
 /// The entries of a dictionary. Entries that nobody asks for do not matter.
 class KeyedDecodingContainer {
 public:
+    /// As `Decoder::container` makes it.
     explicit KeyedDecodingContainer(Decoder decoder)
         : decoder_(std::move(decoder)) {}
 
+    /// In the order of their bytes; valid as long as the value that is decoded.
     std::vector<std::string_view> allKeys() const;
 
+    /// Whether there is an entry, which may hold null.
     bool contains(std::string_view key) const { return find(key) != nullptr; }
 
     /// A missing key is a failure, and so is null.
@@ -112,11 +129,17 @@ public:
         return decoder ? std::optional<T>(decoder->decode<T>()) : std::nullopt;
     }
 
+    /// @{
+    /// What the key holds as a container; what cannot be one is a failure and gives an empty one.
     KeyedDecodingContainer nestedContainer(std::string_view key) const;
     UnkeyedDecodingContainer nestedUnkeyedContainer(std::string_view key) const;
 
+    /// @}
+
+    /// The way from the root to the dictionary.
     const CodingPath& codingPath() const { return decoder_.codingPath(); }
 
+    /// Fails where the entries do not go together. The first failure of a decoding counts.
     void fail(CodingError::Kind kind, std::string debugDescription) const {
         decoder_.fail(kind, std::move(debugDescription));
     }
@@ -133,11 +156,14 @@ private:
 /// The elements of a list, in order.
 class UnkeyedDecodingContainer {
 public:
+    /// As `Decoder::unkeyedContainer` makes it.
     explicit UnkeyedDecodingContainer(Decoder decoder)
         : decoder_(std::move(decoder)) {}
 
+    /// The number of elements in all; 0 after a failure.
     std::size_t count() const;
 
+    /// Whether there is no next element.
     bool isAtEnd() const { return index_ >= count(); }
 
     /// The next element; beyond the end is a failure.

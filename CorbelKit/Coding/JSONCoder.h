@@ -11,6 +11,7 @@ namespace CorbelKit {
 /// Values to JSON (RFC 8259). Callable on any thread.
 class JSONEncoder {
 public:
+    /// UTF-8.
     using Bytes = std::vector<std::byte>;
 
     /// Fails where the value cannot be in JSON.
@@ -29,6 +30,7 @@ private:
 /// Values from JSON. Callable on any thread.
 class JSONDecoder {
 public:
+    /// Fails where the bytes are no JSON, or hold no such value.
     template <class T>
     Platform::Expected<T, CodingError> decode(std::span<const std::byte> bytes) const {
         const auto root = read(bytes);

@@ -11,11 +11,15 @@ namespace CorbelKit {
 /// Values to property lists. Callable on any thread.
 class PropertyListEncoder {
 public:
+    /// A whole property list.
     using Bytes = std::vector<std::byte>;
 
+    /// @{
     /// The two that the maker's applications share.
     static const PropertyListEncoder& binary();
     static const PropertyListEncoder& xml();
+
+    /// @}
 
     /// `outputFormat` is one that can be written.
     constexpr explicit PropertyListEncoder(Platform::PropertyList::Format outputFormat)
@@ -43,6 +47,7 @@ public:
     /// The one that the maker's applications share.
     static const PropertyListDecoder& shared();
 
+    /// Fails where the bytes are no property list, or hold no such value.
     template <class T>
     Platform::Expected<T, CodingError> decode(std::span<const std::byte> bytes) const {
         const auto root = read(bytes);

@@ -2,11 +2,11 @@
 
 namespace CorbelKit {
 
-/// One of a pair of brackets whose partner is looked for.
+/// One of a pair of brackets whose partner is looked for. A plain value.
 struct Bracket {
-    char32_t start;
-    char32_t stop;
-    bool forward; ///< the partner stands behind it in the text
+    char32_t start; ///< what opens the pair
+    char32_t stop;  ///< what closes it
+    bool forward;   ///< the partner stands behind it in the text
 
     friend bool operator==(const Bracket&, const Bracket&) = default;
 };

@@ -10,13 +10,15 @@
 
 namespace CorbelKit {
 
-/// What is offered by a drag or a paste.
+/// What is offered by a drag or a paste: implemented by whoever receives it, and asked on that
+/// thread while it is imported.
 class Transfer {
 public:
     virtual ~Transfer() = default;
 
     /// Absent where the offer has no such form.
     virtual std::optional<std::string> plainText() const = 0;
+    /// Absent where the offer has no such form.
     virtual std::optional<Platform::URL> url() const = 0;
 
 protected:
@@ -30,10 +32,12 @@ protected:
 ///
 /// Coded as one entry, under the name of the case, whose value holds the payload under "_0".
 struct DropItem {
+    /// Nothing usable.
     struct None {
         friend bool operator==(None, None) = default;
     };
 
+    /// What it is.
     std::variant<None, std::string, Platform::URL> content;
 
     /// Text where there is text, else a URL.

@@ -21,6 +21,7 @@ namespace CorbelKit {
 /// "FoldersShowsHidden" was on when the process listed its first folder.
 class FileItem {
 public:
+    /// Gets the tree, or the reason why there is none.
     using Completion = std::function<void(Platform::Expected<FileItem> item)>;
 
     /// Lists the folder and all below it, if the URL is that of a folder, and returns when that is
@@ -33,6 +34,7 @@ public:
     static void make(const Platform::URL& url, bool isRoot, const Cancellation& cancellation,
                      const Platform::DispatchQueue& queue, Completion completion);
 
+    /// Where the item was found.
     Platform::URL url() const;
 
     /// The last component of the URL's path, as bytes. Valid as long as a node of the tree lives.
@@ -41,6 +43,7 @@ public:
     /// Whether it was made as the root that the user added.
     bool isRoot() const;
 
+    /// Of the folder itself, not of those below; 0 for a file.
     std::size_t childCount() const;
 
     /// In the order in which the file system lists them.

@@ -8,6 +8,7 @@
 /// grow, and comes back as it was, unread by more than a search, where nothing is to be done.
 namespace CorbelKit {
 
+/// How the lines of a text end.
 enum class LineEnding : std::uint8_t {
     unix,    ///< line feed
     windows, ///< carriage return, line feed
@@ -22,6 +23,7 @@ std::string converted(std::string text, LineEnding target);
 /// show as two.
 std::string showingPilcrows(std::string text);
 
+/// Without carriage returns and line feeds; nothing takes their place.
 std::string withoutLineBreaks(std::string text);
 
 } // namespace CorbelKit

@@ -13,18 +13,18 @@ namespace CorbelKit::Octal {
 
 /// What one class of users may do.
 struct Attribute {
-    bool read = false;
-    bool write = false;
-    bool execute = false;
+    bool read = false;    ///< of a folder: list it
+    bool write = false;   ///< of a folder: add and remove entries
+    bool execute = false; ///< of a folder: reach what is in it
 
     friend constexpr bool operator==(const Attribute&, const Attribute&) = default;
 };
 
 /// The digits of a value, left to right.
 struct Mask {
-    Attribute user;
-    Attribute group;
-    Attribute other;
+    Attribute user;  ///< the owner
+    Attribute group; ///< the owning group's members
+    Attribute other; ///< everybody else
 
     friend constexpr bool operator==(const Mask&, const Mask&) = default;
 };
@@ -32,8 +32,10 @@ struct Mask {
 /// What a set bit means: in a mask it withholds the right, in a permission it grants it.
 enum class Mode : std::uint8_t { mask, permission };
 
+/// Whose rights a digit holds.
 enum class UserClass : std::uint8_t { user, group, other };
 
+/// In English, as the tools of the system write it.
 constexpr std::string_view displayName(UserClass userClass) {
     constexpr std::array<std::string_view, 3> names{"user", "group", "other"};
     return names.at(static_cast<std::size_t>(userClass));
@@ -68,6 +70,7 @@ constexpr Attribute attribute(char32_t maskDigit) {
             .execute = (withheld & 1U) == 0};
 }
 
+/// The digit of a mask that leaves these rights: what `attribute` reads.
 constexpr char maskDigit(Attribute attribute) {
     const int granted =
         (attribute.read ? 4 : 0) + (attribute.write ? 2 : 0) + (attribute.execute ? 1 : 0);

@@ -11,10 +11,10 @@
 
 namespace CorbelKit {
 
-/// Both bounds belong to the range, and the upper one is not below the lower one.
+/// Both bounds belong to the range, and the upper one is not below the lower one. A plain value.
 struct ClosedRange {
-    std::int64_t lowerBound = 0;
-    std::int64_t upperBound = 0;
+    std::int64_t lowerBound = 0; ///< the least
+    std::int64_t upperBound = 0; ///< the greatest
 
     static ClosedRange decode(const Decoder& decoder);
     void encode(Encoder& encoder) const;
@@ -36,8 +36,8 @@ struct RangeIntegerStrategy {
 /// Shows an integer as the nearest one of a range. What is parsed is not clamped: it is when it is
 /// shown again. A plain value.
 struct RangeIntegerStyle {
-    RangeIntegerStrategy parseStrategy;
-    ClosedRange range;
+    RangeIntegerStrategy parseStrategy; ///< how a text that was typed is read
+    ClosedRange range;                  ///< what is shown
 
     /// Plain decimal digits, alike in every locale.
     std::string format(std::int64_t value) const;

@@ -8,7 +8,7 @@
 
 namespace CorbelKit {
 
-/// A text encoding as the user chooses it from a list.
+/// A text encoding as the user chooses it from a list. A plain value.
 struct StringEncoding {
     std::string name; ///< in the user's language
     std::int64_t tag; ///< the platform's number, as in `Platform::TextServices`

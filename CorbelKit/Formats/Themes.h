@@ -17,9 +17,10 @@ namespace CorbelKit {
 /// in memory stay as they are.
 class Themes {
 public:
-    static constexpr std::string_view themeColorChanged = "ThemeColorChanged";
-    static constexpr std::string_view textFontChanged = "TextFontChanged";
-    static constexpr std::string_view lineNumberFontChanged = "LineNumberFontChanged";
+    static constexpr std::string_view themeColorChanged = "ThemeColorChanged"; ///< of any theme
+    static constexpr std::string_view textFontChanged = "TextFontChanged";     ///< of any theme
+    static constexpr std::string_view lineNumberFontChanged =
+        "LineNumberFontChanged"; ///< after a change of either font
 
     /// Those of the application, from its folder of user data.
     static Themes& shared();
@@ -33,6 +34,7 @@ public:
     Themes(Themes&&) = delete;
     Themes& operator=(Themes&&) = delete;
 
+    /// Where the themes are saved; absent: nowhere.
     const std::optional<Platform::URL>& url() const { return url_; }
 
     /// A file may have held none at all.
@@ -42,9 +44,11 @@ public:
     /// themes this is an error of the program, and stops the process.
     const std::shared_ptr<Theme>& current() const;
 
+    /// @{
     /// Changes a theme of the list, notifies, and saves.
     void setColor(Theme& theme, Theme::Color::Kind kind, const Platform::Color& color);
     void setFont(Theme& theme, Theme::Font::Kind kind, const Platform::Font& font);
+    /// @}
 
     /// Writes the list now. Part of every change; on its own, after `items` were changed otherwise.
     void save() const;

@@ -26,6 +26,7 @@ public:
     /// A monitor that already watches.
     static std::shared_ptr<FileSystemMonitor> make(const Platform::URL& url);
 
+    /// For `make`.
     FileSystemMonitor(Private, const Platform::URL& url);
     ~FileSystemMonitor() override;
     FileSystemMonitor(const FileSystemMonitor&) = delete;
@@ -45,6 +46,7 @@ public:
     /// Ends the events; the stream stays, released.
     void stopMonitoring() override;
 
+    /// Whether a stream was made, be it stopped by now.
     bool hasStream() const;
 
     /// The one queue on which all monitors of this type call their delegates.

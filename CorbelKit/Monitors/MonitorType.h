@@ -26,13 +26,17 @@ class MonitorType {
 public:
     virtual ~MonitorType() = default;
 
+    /// The location that is watched.
     virtual const Platform::URL& url() const = 0;
 
     /// Held weakly; null when there is none or it is gone. Events without a delegate are dropped.
     virtual std::shared_ptr<MonitorDelegate> delegate() const = 0;
+    /// In place of the one before. Weakly held: the caller keeps it.
     virtual void setDelegate(std::weak_ptr<MonitorDelegate> delegate) = 0;
 
+    /// Begins to tell the delegate. A location that cannot be watched is no error: nothing is told.
     virtual void startMonitoring() = 0;
+    /// Ends that; a call under way goes on. A second stop does nothing.
     virtual void stopMonitoring() = 0;
 
 protected:

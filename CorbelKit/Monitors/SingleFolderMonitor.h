@@ -25,6 +25,7 @@ public:
     /// A monitor that already watches, if the folder exists.
     static std::shared_ptr<SingleFolderMonitor> make(Platform::URL url);
 
+    /// For `make`.
     SingleFolderMonitor(Private, Platform::URL url);
 
     /// A monitor that is destroyed while it watches leaves its descriptor open: only a stop that
@@ -49,6 +50,7 @@ public:
     /// -1 whenever no descriptor is open.
     int fileDescriptor() const;
 
+    /// Whether the folder could be opened, and the source is not cancelled yet.
     bool hasSource() const;
 
     /// The one queue on which all monitors of this type call their delegates.

@@ -19,6 +19,7 @@ inline bool isDark(const Platform::Appearance& appearance) {
     return appearance.bestMatch({Name::darkAqua, Name::aqua}) == Name::darkAqua;
 }
 
+/// The same of the appearance of an object.
 template <HasEffectiveAppearance Object>
 bool isDark(const Object& object) {
     return isDark(object.effectiveAppearance());
@@ -26,6 +27,7 @@ bool isDark(const Object& object) {
 
 /// The application as an object that has an appearance.
 struct ApplicationAppearance {
+    /// Threads and waits as of `Platform::Application::effectiveAppearance`.
     static Platform::Appearance effectiveAppearance() {
         return Platform::Application::effectiveAppearance();
     }

@@ -19,11 +19,14 @@ public:
         return cancellation;
     }
 
+    /// Asks for an end, which the work comes to when it looks. Nothing where it cannot be
+    /// cancelled.
     void cancel() const {
         if (isCancelled_)
             isCancelled_->store(true);
     }
 
+    /// For the work to ask, as often as it likes.
     bool isCancelled() const { return isCancelled_ && isCancelled_->load(); }
 
 private:

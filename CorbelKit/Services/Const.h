@@ -35,12 +35,14 @@ inline constexpr std::string_view uuid = "uuid";
 inline constexpr std::string_view value = "value";
 inline constexpr std::string_view version = "version";
 
+/// Names of extended attributes of files.
 namespace ExtendedAttributes {
 inline constexpr std::string_view finderComment = "com.apple.metadata:kMDItemFinderComment";
 inline constexpr std::string_view userTags = "com.apple.metadata:_kMDItemUserTags";
 } // namespace ExtendedAttributes
 } // namespace Key
 
+/// Names of folders, and how bundles end.
 namespace PathComponent {
 inline constexpr std::string_view app = ".app";
 inline constexpr std::string_view appFolder = ".app/";
@@ -68,6 +70,7 @@ inline constexpr std::string_view utilities = "Utilities";
 inline constexpr std::string_view xpcServices = "XPCServices";
 } // namespace PathComponent
 
+/// Without the period.
 namespace PathExtension {
 inline constexpr std::string_view plist = "plist";
 } // namespace PathExtension
@@ -150,6 +153,7 @@ inline constexpr std::string_view authorities = "Authority=Developer ID Applicat
 inline constexpr std::string_view requirement = "(anchor apple) or (anchor apple generic and certificate leaf[field.1.2.840.113635.100.6.1.9] exists) or (anchor apple generic and certificate 1[field.1.2.840.113635.100.6.2.6] exists and certificate leaf[field.1.2.840.113635.100.6.1.13] exists)";
 } // namespace Codesign
 
+/// What has no list of its own.
 namespace Miscellaneous {
 inline constexpr std::string_view frame = "frame";
 inline constexpr std::string_view separator = " — ";
@@ -186,7 +190,9 @@ inline constexpr std::string_view syntaxName = "syntaxName";
 
 namespace Size {} // keeps its place; nothing stands there so far
 
+/// The applications that work together.
 namespace App {
+/// As the user knows them.
 namespace Name {
 inline constexpr std::string_view vesper = "Vesper";
 inline constexpr std::string_view vesperX = "Vesper X";
@@ -219,20 +225,24 @@ inline constexpr std::string_view jobLinkScheme = "vesperpro10joburl";
 } // namespace URL
 } // namespace App
 
+/// Keys of an earlier version of a job.
 namespace Revision {
 inline constexpr std::string_view date = "RevisionDate";
 inline constexpr std::string_view plist = "RevisionPlist";
 } // namespace Revision
 
+/// Services within the main application.
 namespace XPC::Name::Vesper {
 /// The main application's action service, in its Contents/XPCServices.
 inline constexpr std::string_view action = "Vesper Pro Action.xpc";
 } // namespace XPC::Name::Vesper
 
+/// In points.
 namespace Dimension::Icon {
-inline constexpr double edge = 16.0; // points
+inline constexpr double edge = 16.0;
 } // namespace Dimension::Icon
 
+/// Names of files and folders of user data.
 namespace FileName {
 inline constexpr std::string_view dsStore = ".DS_Store";
 inline constexpr std::string_view exceptions = "Exceptions.plist";
@@ -273,6 +283,7 @@ inline constexpr std::string_view zsh = "/bin/zsh";
 /// Sizes from which on work leaves the main thread.
 namespace ThreadLimit {
 inline constexpr int data = 60000;
+/// In characters.
 namespace String {
 inline constexpr int find = 6000;
 inline constexpr int syntax = 2000;
@@ -281,6 +292,8 @@ inline constexpr int syntax = 2000;
 
 // Names of things that the system tells apart by their type as well.
 
+/// @{
+/// A name of a thing of the kind that the type is called after.
 using NotificationActionIdentifier = TypedIdentifier<struct NotificationActionKind>;
 using NotificationCategoryIdentifier = TypedIdentifier<struct NotificationCategoryKind>;
 using WindowIdentifier = TypedIdentifier<struct WindowKind>;
@@ -289,23 +302,28 @@ using TouchBarIdentifier = TypedIdentifier<struct TouchBarKind>;
 using TouchBarItemIdentifier = TypedIdentifier<struct TouchBarItemKind>;
 using StoryboardSegueIdentifier = TypedIdentifier<struct StoryboardSegueKind>;
 using UserInterfaceItemIdentifier = TypedIdentifier<struct UserInterfaceItemKind>;
+/// @}
 
+/// Buttons of notifications.
 namespace NotificationAction {
 /// The one action of the notification of a change.
 inline constexpr NotificationActionIdentifier show{"ShowAction"};
 } // namespace NotificationAction
 
+/// Kinds of notifications, by who posts them.
 namespace NotificationCategory::Vesper {
 inline constexpr NotificationCategoryIdentifier agent{"VesperAgent"};
 inline constexpr NotificationCategoryIdentifier vesper{"Vesper"};
 } // namespace NotificationCategory::Vesper
 
+/// Windows of the main application.
 namespace Window {
 inline constexpr WindowIdentifier main{"MainWindow"};
 inline constexpr WindowIdentifier paths{"PathsWindow"};
 inline constexpr WindowIdentifier settings{"SettingsWindow"};
 } // namespace Window
 
+/// Touch bars, by application, and what stands in them.
 namespace TouchBar {
 namespace Domain {
 inline constexpr TouchBarDomain textEditor{"com.tarnwell.Brindle10"};
@@ -350,6 +368,7 @@ inline constexpr TouchBarItemIdentifier preferencesTab{"com.tarnwell.CorbelKit.p
 } // namespace Item
 } // namespace TouchBar
 
+/// Steps from one view to another.
 namespace StoryboardSegue {
 inline constexpr StoryboardSegueIdentifier backgroundItems{"BackgroundItemsSegue"};
 inline constexpr StoryboardSegueIdentifier columns{"ColumnsSegue"};
@@ -386,6 +405,7 @@ inline constexpr StoryboardSegueIdentifier test{"TestSegue"};
 inline constexpr StoryboardSegueIdentifier textScanner{"TextScannerSegue"};
 } // namespace StoryboardSegue
 
+/// Parts of views.
 namespace UserInterfaceItem {
 namespace Cell {
 inline constexpr UserInterfaceItemIdentifier application{"ApplicationCell"};
@@ -431,6 +451,7 @@ inline constexpr UserInterfaceItemIdentifier user{"User"};
 inline constexpr UserInterfaceItemIdentifier value{"Value"};
 } // namespace Column
 
+/// Of the list of times at which jobs run.
 namespace ScheduleColumn {
 inline constexpr UserInterfaceItemIdentifier repeatInterval{"RepeatInterval"};
 inline constexpr UserInterfaceItemIdentifier everyHour{"EveryHour"};

@@ -144,6 +144,7 @@ inline constexpr std::string_view verticalText = "VerticalText";
 /// Applications that share settings.
 enum class ApplicationGroup { data, mainApplication, textEditor };
 
+/// The domain of the settings that the group shares: see `Platform::UserDefaults::suite`.
 constexpr std::string_view suiteName(ApplicationGroup group) {
     switch (group) {
     case ApplicationGroup::data:

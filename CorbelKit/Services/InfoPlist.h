@@ -12,14 +12,15 @@ namespace CorbelKit {
 
 /// What a bundle's information property list says of what the bundle is. A plain value.
 struct InfoPlist {
-    std::string build;
-    std::optional<std::string> executable;
-    std::optional<std::string> version;
-    std::string identifier;
+    std::string build;                     ///< the version of the build (CFBundleVersion)
+    std::optional<std::string> executable; ///< the name of its file
+    std::optional<std::string> version;    ///< as the user is told it
+    std::string identifier;                ///< in reverse-DNS form
 
     /// Of the running application. Absent, as of any bundle, where there is no such list, or it has
     /// no build or identifier, or one of the four is no text. Callable on any thread.
     static std::optional<InfoPlist> ofMainBundle();
+    /// Of any bundle that is open.
     static std::optional<InfoPlist> of(const Platform::Bundle& bundle);
 
     /// Of a bundle on disk, which is not loaded.

@@ -14,6 +14,7 @@ namespace CorbelKit {
 /// the action leads to a further execution.
 class Limit {
 public:
+    /// The one of the process, never destroyed.
     static Limit& shared();
 
     Limit() = default;

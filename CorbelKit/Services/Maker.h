@@ -9,6 +9,7 @@
 /// A literal, since it stands within another one.
 #define CORBEL_CERTIFICATE_HOLDER "Tarnwell Example"
 
+/// Where the maker is reached.
 namespace CorbelKit::Maker {
 
 inline constexpr std::string_view site = "https://tarnwell.example/";

@@ -13,6 +13,7 @@ namespace CorbelKit {
 /// its name alone. Not what the user is notified of. Main thread.
 class NotificationCenter {
 public:
+    /// Runs on the main thread, within `post`.
     using Handler = Platform::ObserverList::Handler;
 
     /// The one that all parts share.

@@ -15,9 +15,12 @@ namespace CorbelKit {
 /// held against the system's sleep and sudden termination while it writes. Callable on any thread.
 class QueuedSave {
 public:
+    /// What a file is to hold.
     using Bytes = PropertyListEncoder::Bytes;
+    /// Gets the reason where the file was not written whole.
     using Completion = std::function<void(const std::optional<Platform::Error>& error)>;
 
+    /// The one of the process, never destroyed. One of your own outlives what was requested of it.
     static QueuedSave& shared();
 
     QueuedSave() = default;

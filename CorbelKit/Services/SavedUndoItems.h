@@ -15,8 +15,10 @@ namespace CorbelKit {
 /// thread.
 class SavedUndoItems {
 public:
+    /// Gets the coded value.
     using Completion = std::function<void(const std::optional<Platform::PropertyList>& item)>;
 
+    /// The one of the process, never destroyed.
     static SavedUndoItems& shared();
 
     SavedUndoItems() = default;
@@ -29,6 +31,7 @@ public:
     /// In place of an earlier one of the same item.
     void keep(const Platform::UUID& identifier, Platform::PropertyList item);
 
+    /// Does nothing where no such item is kept.
     void forget(const Platform::UUID& identifier);
 
     /// The completion runs on the queue; absent where no such item is kept.

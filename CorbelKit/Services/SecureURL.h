@@ -42,11 +42,13 @@ public:
     SecureURL(SecureURL&&) = delete;
     SecureURL& operator=(SecureURL&&) = delete;
 
+    /// Where the file lay when it was found.
     const Platform::URL& url() const { return resource_.url(); }
 
     /// Made at random with the object.
     const Platform::UUID& identifier() const { return identifier_; }
 
+    /// Whether both are the same object.
     friend bool operator==(const SecureURL& one, const SecureURL& other) {
         return one.identifier_ == other.identifier_;
     }

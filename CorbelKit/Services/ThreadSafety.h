@@ -17,16 +17,22 @@ namespace CorbelKit {
 /// A mutex that the analysis knows. For state that two threads share where no queue serves.
 class CORBEL_THREAD_ATTRIBUTE(capability("mutex")) Mutex {
 public:
+    /// @{
+    /// For `MutexLock`.
     void lock() CORBEL_THREAD_ATTRIBUTE(acquire_capability()) { mutex_.lock(); }
 
     void unlock() CORBEL_THREAD_ATTRIBUTE(release_capability()) { mutex_.unlock(); }
+
+    /// @}
 
 private:
     std::mutex mutex_;
 };
 
+/// Holds the mutex as long as it lives; which outlives it.
 class CORBEL_THREAD_ATTRIBUTE(scoped_lockable) MutexLock {
 public:
+    /// Waits for the mutex.
     explicit MutexLock(Mutex& mutex) CORBEL_THREAD_ATTRIBUTE(acquire_capability(mutex))
         : mutex_(mutex) {
         mutex_.lock();

@@ -6,12 +6,15 @@ namespace CorbelKit {
 
 /// A text that names a thing of one kind: identifiers of different kinds neither convert into each
 /// other nor compare. The text must outlive the identifier, as a literal does.
+/// A plain value.
 template <class Kind>
 class TypedIdentifier {
 public:
+    /// The text is taken as it is.
     constexpr explicit TypedIdentifier(std::string_view rawValue)
         : rawValue_(rawValue) {}
 
+    /// The text, for the system.
     constexpr std::string_view rawValue() const { return rawValue_; }
 
     friend constexpr bool operator==(TypedIdentifier, TypedIdentifier) = default;

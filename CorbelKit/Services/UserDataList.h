@@ -25,6 +25,7 @@ namespace CorbelKit {
 template <class Item>
 class UserDataList final : public UserDataProtocol<std::vector<Item>> {
 public:
+    /// What the user did.
     enum class Cause : std::uint8_t { edit, undo, redo };
 
     /// Told after each change which item it was of. It must not change the list.
@@ -39,6 +40,7 @@ public:
 
     std::optional<Platform::URL> url() const override { return url_; }
 
+    /// In the order of the list. Valid until the next change.
     const std::vector<Item>& items() const { return items_; }
 
     /// Null where there is no such item.
@@ -47,6 +49,7 @@ public:
         return found != items_.end() ? &*found : nullptr;
     }
 
+    /// In place of the one before; empty for none.
     void setObserver(Observer observer) { observer_ = std::move(observer); }
 
     /// Takes the items of the file, and forgets nothing that could be undone before: to be called

@@ -34,6 +34,8 @@ function(corbel_package_library target)
             FILE_SET HEADERS DESTINATION ${kit_headers} COMPONENT ${name})
     install(EXPORT ${name} NAMESPACE CorbelKit:: FILE ${name}Targets.cmake
             DESTINATION ${kit_package} COMPONENT ${name})
+    list(JOIN ARG_HEADERS "\n" headers)
+    file(GENERATE OUTPUT ${PROJECT_BINARY_DIR}/Package/${name}.headers CONTENT "${headers}\n") # for the reference
 
     list(TRANSFORM ARG_PACKAGES REPLACE "(.+)" "find_dependency(\\1)" OUTPUT_VARIABLE find_packages)
     list(JOIN find_packages "\n" find_packages)

@@ -14,7 +14,8 @@ public:
     virtual ~ApplicationDelegate() = default;
     /// Once, before the main loop runs.
     virtual void applicationDidFinishLaunching() = 0;
-    /// Once, after it; the delegate is destroyed next, if at all.
+    /// Once, when the main loop has ended. Do here what must not wait for the destructor: the
+    /// process may end without it.
     virtual void applicationWillTerminate() = 0;
 
 protected:

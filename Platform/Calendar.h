@@ -25,7 +25,7 @@ struct DateComponents {
 /// the clock of the time zone that the user has when a question is asked. Callable on any thread.
 class Calendar {
 public:
-    /// A moment, wherever one is.
+    /// A moment in time, the same in all time zones.
     using Date = PropertyList::Date;
 
     /// The one that all share.

@@ -10,7 +10,7 @@ namespace Platform {
 /// The SHA-256 digest of a stream of bytes (FIPS 180-4). For one thread at a time.
 class SHA256 {
 public:
-    /// The digest itself.
+    /// In the order in which the bytes are written out.
     using Value = std::array<std::byte, 32>;
 
     SHA256();

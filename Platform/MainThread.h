@@ -7,7 +7,7 @@
 /// The thread that owns all state of the application.
 namespace Platform::MainThread {
 
-/// Whether the caller is on it.
+/// Whether the calling thread is the main one.
 bool isCurrent();
 
 /// Sends the task to the main thread, from any thread. It never runs within this call.

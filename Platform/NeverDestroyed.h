@@ -12,7 +12,7 @@ namespace Platform {
 template <class T>
 class NeverDestroyed {
 public:
-    /// Makes the object of the arguments.
+    /// Constructs the object from the arguments.
     template <class... Arguments>
     explicit NeverDestroyed(Arguments&&... arguments)
         : object_(std::construct_at(reinterpret_cast<T*>(storage_.data()),
@@ -24,7 +24,7 @@ public:
     NeverDestroyed(NeverDestroyed&&) = delete;
     NeverDestroyed& operator=(NeverDestroyed&&) = delete;
 
-    /// The object, for all threads that it is itself made for.
+    /// The object, on whichever threads it may be used itself.
     T& get() const { return *object_; }
 
 private:

@@ -72,7 +72,7 @@ public:
         : value_(std::forward<T>(value)) {}
 
     /// @{
-    /// What it is; null unless it was made of something.
+    /// What is held: null, unless it was made of something else.
     const Value& value() const { return value_; }
 
     Value& value() { return value_; }

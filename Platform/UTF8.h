@@ -10,7 +10,7 @@ namespace Platform::UTF8 {
 struct Decoded {
     char32_t scalar;    ///< U+FFFD where the bytes are not well-formed
     std::size_t length; ///< in bytes, at least 1
-    bool wellFormed;    ///< or else stands for bytes that are none
+    bool wellFormed;    ///< false: U+FFFD stands for what was there
 };
 
 /// The first character of `bytes`, which must not be empty. What is not well-formed is taken up to

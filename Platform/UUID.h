@@ -16,7 +16,7 @@ public:
     /// In the order of the text.
     using Bytes = std::array<std::byte, 16>;
 
-    /// Any 16 bytes.
+    /// Of any version: the bytes are not looked at.
     explicit UUID(const Bytes& bytes)
         : bytes_(bytes) {}
 

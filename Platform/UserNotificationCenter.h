@@ -115,11 +115,11 @@ public:
     /// Replaces the categories registered before.
     void setNotificationCategories(std::vector<NotificationCategory> categories);
 
-    /// Those set last.
+    /// The completion gets the categories that were set last.
     void getNotificationCategories(
         std::function<void(std::vector<NotificationCategory> categories)> completion);
 
-    /// As they are now, which may be asked of the system.
+    /// The completion gets what the user and the system let through at present.
     void getNotificationSettings(std::function<void(NotificationSettings settings)> completion);
 
     /// The completion tells whether the request was taken, not whether the user saw it. It may come

@@ -41,7 +41,7 @@ struct Coding {
 /// the decoding gets the failure in place of the value.
 struct Decoding {
     CodingFormat format = CodingFormat::propertyList; ///< in which the whole is coded
-    std::optional<CodingError> error;                 ///< the first
+    std::optional<CodingError> error;                 ///< the first failure; absent so far
 };
 
 /// A value that is being decoded, and where it stands. It and its containers are used within the

@@ -19,7 +19,7 @@ class UnkeyedEncodingContainer;
 /// in place of the result.
 struct Encoding {
     CodingFormat format = CodingFormat::propertyList; ///< in which the whole is coded
-    std::optional<CodingError> error;                 ///< the first
+    std::optional<CodingError> error;                 ///< the first failure; absent so far
 };
 
 /// The place that a value is encoded into. It and its containers are used within the encoding that

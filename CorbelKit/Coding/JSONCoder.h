@@ -11,7 +11,7 @@ namespace CorbelKit {
 /// Values to JSON (RFC 8259). Callable on any thread.
 class JSONEncoder {
 public:
-    /// UTF-8.
+    /// A whole JSON text, in UTF-8.
     using Bytes = std::vector<std::byte>;
 
     /// Fails where the value cannot be in JSON.

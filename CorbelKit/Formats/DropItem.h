@@ -37,7 +37,7 @@ struct DropItem {
         friend bool operator==(None, None) = default;
     };
 
-    /// What it is.
+    /// `None` where nothing usable was offered.
     std::variant<None, std::string, Platform::URL> content;
 
     /// Text where there is text, else a URL.

@@ -70,7 +70,7 @@ inline constexpr std::string_view utilities = "Utilities";
 inline constexpr std::string_view xpcServices = "XPCServices";
 } // namespace PathComponent
 
-/// Without the period.
+/// Extensions of file names, without the period.
 namespace PathExtension {
 inline constexpr std::string_view plist = "plist";
 } // namespace PathExtension
@@ -192,7 +192,7 @@ namespace Size {} // keeps its place; nothing stands there so far
 
 /// The applications that work together.
 namespace App {
-/// As the user knows them.
+/// Names of applications, as the user knows them.
 namespace Name {
 inline constexpr std::string_view vesper = "Vesper";
 inline constexpr std::string_view vesperX = "Vesper X";
@@ -237,7 +237,7 @@ namespace XPC::Name::Vesper {
 inline constexpr std::string_view action = "Vesper Pro Action.xpc";
 } // namespace XPC::Name::Vesper
 
-/// In points.
+/// Sizes of icons, in points.
 namespace Dimension::Icon {
 inline constexpr double edge = 16.0;
 } // namespace Dimension::Icon
@@ -283,7 +283,7 @@ inline constexpr std::string_view zsh = "/bin/zsh";
 /// Sizes from which on work leaves the main thread.
 namespace ThreadLimit {
 inline constexpr int data = 60000;
-/// In characters.
+/// Lengths of texts, in characters.
 namespace String {
 inline constexpr int find = 6000;
 inline constexpr int syntax = 2000;
@@ -293,7 +293,7 @@ inline constexpr int syntax = 2000;
 // Names of things that the system tells apart by their type as well.
 
 /// @{
-/// A name of a thing of the kind that the type is called after.
+/// Names one thing of the kind that the type is called after.
 using NotificationActionIdentifier = TypedIdentifier<struct NotificationActionKind>;
 using NotificationCategoryIdentifier = TypedIdentifier<struct NotificationCategoryKind>;
 using WindowIdentifier = TypedIdentifier<struct WindowKind>;

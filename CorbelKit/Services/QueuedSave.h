@@ -20,7 +20,8 @@ public:
     /// Gets the reason where the file was not written whole.
     using Completion = std::function<void(const std::optional<Platform::Error>& error)>;
 
-    /// The one of the process, never destroyed. One of your own outlives what was requested of it.
+    /// The one of the process, never destroyed. Another one outlives the saves that
+    /// were requested of it.
     static QueuedSave& shared();
 
     QueuedSave() = default;

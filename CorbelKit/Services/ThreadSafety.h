@@ -29,7 +29,7 @@ private:
     std::mutex mutex_;
 };
 
-/// Holds the mutex as long as it lives; which outlives it.
+/// Holds a mutex, which outlives it, from its making to its end. On one thread.
 class CORBEL_THREAD_ATTRIBUTE(scoped_lockable) MutexLock {
 public:
     /// Waits for the mutex.

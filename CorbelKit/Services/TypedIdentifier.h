@@ -10,11 +10,11 @@ namespace CorbelKit {
 template <class Kind>
 class TypedIdentifier {
 public:
-    /// The text is taken as it is.
+    /// Keeps no copy of the text.
     constexpr explicit TypedIdentifier(std::string_view rawValue)
         : rawValue_(rawValue) {}
 
-    /// The text, for the system.
+    /// The text itself, for calls that take any.
     constexpr std::string_view rawValue() const { return rawValue_; }
 
     friend constexpr bool operator==(TypedIdentifier, TypedIdentifier) = default;

@@ -25,7 +25,7 @@ namespace CorbelKit {
 template <class Item>
 class UserDataList final : public UserDataProtocol<std::vector<Item>> {
 public:
-    /// What the user did.
+    /// How a change came about.
     enum class Cause : std::uint8_t { edit, undo, redo };
 
     /// Told after each change which item it was of. It must not change the list.

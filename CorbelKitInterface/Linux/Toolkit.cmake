@@ -1,4 +1,4 @@
 # A machine set up for running the agent alone, which has no windows, does without.
 find_package(PkgConfig REQUIRED)
-pkg_check_modules(GTKMM IMPORTED_TARGET GLOBAL gtkmm-4.0)
-set(CORBEL_INTERFACE_TOOLKIT_FOUND ${GTKMM_FOUND})
+pkg_check_modules(CorbelKitInterface IMPORTED_TARGET GLOBAL gtkmm-4.0)
+set(CORBEL_INTERFACE_TOOLKIT_FOUND ${CorbelKitInterface_FOUND})

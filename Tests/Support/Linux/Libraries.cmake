@@ -8,3 +8,8 @@ target_link_libraries(TestSupport PRIVATE PkgConfig::GIO PkgConfig::XCB Threads:
 add_library(SystemLogRecorder MODULE Linux/Preloaded/SystemLogRecorder.cpp)
 
 target_sources(TestSupport INTERFACE ${CMAKE_CURRENT_SOURCE_DIR}/Linux/LeakSuppressions.cpp)
+
+# Run as a process of its own by those who test connections to one.
+add_executable(HelperTool Linux/Programs/HelperTool.cpp)
+target_link_libraries(HelperTool PRIVATE PkgConfig::GIO)
+add_dependencies(TestSupport HelperTool)

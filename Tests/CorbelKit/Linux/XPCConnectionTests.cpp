@@ -1,0 +1,306 @@
+// Connections to a helper that is a process of its own, on a message bus of its own.
+
+#include "CorbelKit/Services/HelperToolAlert.h"
+#include "CorbelKit/Services/XPCConnection.h"
+#include "Platform/Linux/AlertPresenter.h"
+#include "Tests/Support/EnvironmentVariable.h"
+#include "Tests/Support/Linux/BusDaemon.h"
+#include "Tests/Support/MainLoop.h"
+#include "Tests/Support/WaitUntil.h"
+
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <atomic>
+#include <filesystem>
+#include <future>
+#include <mutex>
+
+namespace {
+
+using CorbelKit::NoReply;
+using CorbelKit::XPCConnection;
+using Platform::ConnectionError;
+using Platform::MachServiceName;
+using Platform::PropertyList;
+using Platform::ServiceName;
+using testing::ElementsAre;
+using TestSupport::ChildProcess;
+using TestSupport::waitUntil;
+using Kind = ConnectionError::Kind;
+
+constexpr auto invalidation = "invalidation";
+constexpr auto helperName = "com.example.My-Helper";
+
+/// What happened to a connection, in order.
+class Record {
+public:
+    void add(std::string event) {
+        const std::lock_guard lock(mutex_);
+        events_.push_back(std::move(event));
+    }
+
+    std::vector<std::string> events() const {
+        const std::lock_guard lock(mutex_);
+        return events_;
+    }
+
+    std::string last() const { return events().back(); }
+
+    bool reaches(std::size_t count) const {
+        return waitUntil([&] { return events().size() >= count; });
+    }
+
+    void observe(Platform::Connection& connection) {
+        connection.setInterruptionHandler([this] { add("interruption"); });
+        connection.setInvalidationHandler([this] { add(invalidation); });
+    }
+
+    XPCConnection::ReplyCompletion<NoReply> outcome() {
+        return [this](const auto& reply) {
+            add(reply ? "answered"
+                      : "failed " + std::to_string(static_cast<int>(reply.error().kind)));
+        };
+    }
+
+private:
+    mutable std::mutex mutex_;
+    std::vector<std::string> events_; // mutex_
+};
+
+std::string failure(Kind kind) {
+    return "failed " + std::to_string(static_cast<int>(kind));
+}
+
+template <class Reply, class... Arguments>
+Platform::Expected<Reply, ConnectionError>
+callAndWait(XPCConnection& connection, const std::string& method, const Arguments&... arguments) {
+    std::promise<Platform::Expected<Reply, ConnectionError>> promise;
+    connection.call<Reply>(
+        method, [&promise](auto reply) { promise.set_value(std::move(reply)); }, arguments...);
+    return promise.get_future().get();
+}
+
+std::unique_ptr<ChildProcess> startHelper(const std::vector<std::string>& place) {
+    std::vector<std::string> command = {CORBEL_BINARY_DIR "/Tests/Support/HelperTool"};
+    command.insert(command.end(), place.begin(), place.end());
+    auto helper = std::make_unique<ChildProcess>(command);
+    EXPECT_EQ(helper->readLine(), "ready");
+    return helper;
+}
+
+class HelperOnABus : public testing::Test {
+protected:
+    std::unique_ptr<ChildProcess> start() const {
+        return startHelper({"bus", bus.address(), helperName});
+    }
+
+    TestSupport::BusDaemon bus;
+    TestSupport::EnvironmentVariable session{"DBUS_SESSION_BUS_ADDRESS", bus.address()};
+    Record record;
+};
+
+std::ptrdiff_t openDescriptors() {
+    const std::filesystem::directory_iterator all("/proc/self/fd");
+    return std::distance(begin(all), end(all));
+}
+
+} // namespace
+
+TEST_F(HelperOnABus, AnswersWithTypedValues) {
+    const auto helper = start();
+    XPCConnection connection{ServiceName{helperName}};
+    connection.resume();
+    using Dates = std::map<std::string, PropertyList::Date, std::less<>>;
+    const Dates dates = {{"past", PropertyList::Date(std::chrono::duration<double>(-0.5))}};
+    EXPECT_EQ(*callAndWait<Dates>(connection, "echo", dates), dates);
+    const PropertyList::Data data(3, std::byte{0});
+    EXPECT_EQ(*callAndWait<PropertyList::Data>(connection, "echo", data), data);
+    const std::vector<std::optional<double>> numbers = {1.5, std::nullopt};
+    EXPECT_EQ(*callAndWait<decltype(numbers)::value_type>(connection, "echo", 2.5), 2.5);
+    EXPECT_EQ(*callAndWait<std::vector<std::optional<double>>>(connection, "echo", numbers),
+              numbers);
+    EXPECT_EQ(*callAndWait<std::string>(connection, "typeOf", true, 1, "x", ~std::uint64_t{0}, data,
+                                        dates, numbers),
+              "(bxstaya{sv}av)");
+    EXPECT_TRUE(callAndWait<NoReply>(connection, "echo"));
+}
+
+TEST_F(HelperOnABus, TakesNaturalTypesAndRefusesWhatHasNoMeaning) {
+    const auto helper = start();
+    XPCConnection connection{ServiceName{helperName}};
+    connection.resume();
+    std::promise<PropertyList> natural;
+    connection.call("natural", PropertyList::Array(),
+                    [&natural](auto reply) { natural.set_value(*reply); });
+    using Array = PropertyList::Array;
+    using std::string;
+    const Array expected = {std::int64_t{1},
+                            std::int64_t{-2},
+                            std::int64_t{3},
+                            std::int64_t{4},
+                            Array{string("a"), string("b")},
+                            string("/o"),
+                            Array{std::int64_t{1}, string("x")},
+                            PropertyList::Dictionary{{"k", Array{true}}},
+                            ~std::uint64_t{0}};
+    EXPECT_EQ(natural.get_future().get(), PropertyList(expected));
+    for (const std::string method : {"several", "numberedKeys", "deep"}) {
+        const auto reply = callAndWait<NoReply>(connection, method);
+        EXPECT_TRUE(!reply && reply.error().kind == Kind::badReply) << method;
+    }
+    const auto refusal = callAndWait<NoReply>(connection, "refuse");
+    ASSERT_FALSE(refusal);
+    EXPECT_EQ(refusal.error().kind, Kind::refused);
+    EXPECT_EQ(refusal.error().description, "not today");
+}
+
+TEST_F(HelperOnABus, InterruptsOnceWhenKilledAndReachesTheSuccessor) {
+    auto helper = start();
+    XPCConnection connection{MachServiceName{.name = helperName}};
+    record.observe(connection);
+    connection.resume();
+    ASSERT_TRUE(callAndWait<NoReply>(connection, "echo"));
+    connection.call<NoReply>("wait", record.outcome());
+    connection.call<NoReply>("wait", record.outcome());
+    helper->readLine();
+    helper->readLine();
+    helper->end(SIGKILL);
+    EXPECT_TRUE(record.reaches(3));
+
+    EXPECT_EQ(callAndWait<NoReply>(connection, "echo").error().kind, Kind::interrupted);
+    helper = start();
+    EXPECT_TRUE(callAndWait<NoReply>(connection, "echo"));
+    EXPECT_THAT(record.events(), ElementsAre(failure(Kind::interrupted), failure(Kind::interrupted),
+                                             "interruption"));
+    helper->end(SIGKILL); // also when nobody waits for it
+    EXPECT_TRUE(record.reaches(4));
+    connection.invalidate();
+    EXPECT_TRUE(record.reaches(5));
+    EXPECT_EQ(record.last(), invalidation);
+}
+
+TEST_F(HelperOnABus, InvalidatesOnceWhenTheBusGoes) {
+    const auto helper = start();
+    const TestSupport::EnvironmentVariable system("DBUS_SYSTEM_BUS_ADDRESS", bus.address());
+    const TestSupport::EnvironmentVariable noSession("DBUS_SESSION_BUS_ADDRESS", "unix:path=/none");
+    XPCConnection connection{
+        MachServiceName{.name = helperName, .options = MachServiceName::Options::privileged}};
+    record.observe(connection);
+    connection.call<NoReply>("wait", record.outcome());
+    connection.resume();
+    helper->readLine();
+    bus.end();
+    EXPECT_TRUE(
+        waitUntil([&] { return record.events().size() > 1 && record.last() == invalidation; }));
+    EXPECT_EQ(callAndWait<NoReply>(connection, "echo").error().kind, Kind::invalidated);
+    connection.invalidate();
+    EXPECT_FALSE(callAndWait<NoReply>(connection, "echo"));
+    const auto events = record.events(); // a bus that ends may let go of the helper first
+    EXPECT_THAT(events[0], testing::AnyOf(failure(Kind::invalidated), failure(Kind::interrupted)));
+    EXPECT_EQ(std::ranges::count(events, invalidation), 1);
+    EXPECT_EQ(events.back(), invalidation);
+}
+
+TEST_F(HelperOnABus, HoldsRepliesBackWhileSuspended) {
+    const auto helper = start();
+    XPCConnection connection{ServiceName{helperName}};
+    connection.resume();
+    connection.suspend();
+    connection.call<NoReply>("echo", record.outcome());
+    connection.call<NoReply>("wait", record.outcome());
+    EXPECT_EQ(helper->readLine(), "wait"); // so it was called, and has answered the first
+    helper->end(SIGKILL);
+    XPCConnection other{ServiceName{helperName}};
+    other.resume();
+    EXPECT_FALSE(callAndWait<NoReply>(other, "echo"));
+    EXPECT_TRUE(record.events().empty());
+    connection.resume();
+    EXPECT_TRUE(record.reaches(2));
+    EXPECT_THAT(record.events(), ElementsAre("answered", failure(Kind::interrupted)));
+}
+
+TEST(Helper, IsReachedWithoutABusAndAgainAfterItsEnd) {
+    const TestSupport::TemporaryFolder folder;
+    const auto address = "unix:path=" + (folder / "helper").string();
+    auto helper = startHelper({"peer", address});
+    Record record;
+    XPCConnection connection{Platform::ListenerEndpoint(address)};
+    record.observe(connection);
+    connection.resume();
+    EXPECT_EQ(*callAndWait<int>(connection, "echo", 7), 7);
+    connection.call<NoReply>("wait", record.outcome());
+    helper->readLine();
+    helper->end(SIGKILL);
+    EXPECT_TRUE(record.reaches(2));
+    std::filesystem::remove(folder / "helper");
+    helper = startHelper({"peer", address});
+    EXPECT_EQ(*callAndWait<int>(connection, "echo", 8), 8);
+    helper->end(SIGKILL);
+    EXPECT_TRUE(record.reaches(3));
+    EXPECT_EQ(callAndWait<int>(connection, "echo", 9).error().kind, Kind::invalidated);
+    EXPECT_TRUE(record.reaches(4));
+    EXPECT_THAT(record.events(), ElementsAre(failure(Kind::interrupted), "interruption",
+                                             "interruption", invalidation));
+}
+
+TEST_F(HelperOnABus, IsInvalidWhereNobodyCanBe) {
+    const auto nowhere = [](auto&&... place) {
+        auto connection = std::make_shared<XPCConnection>(place...);
+        std::promise<void> invalidated;
+        connection->setInvalidationHandler([&invalidated] { invalidated.set_value(); });
+        connection->resume();
+        invalidated.get_future().get();
+    };
+    nowhere();
+    nowhere(ServiceName{"Vesper Pro Action.xpc"});
+    nowhere(ServiceName{":1.1"});
+    nowhere(Platform::ListenerEndpoint("unix:path=/none"));
+    nowhere(Platform::ListenerEndpoint("no address"));
+}
+
+TEST_F(HelperOnABus, LeavesNoDescriptorBehind) {
+    const auto helper = start();
+    const auto useOne = [] {
+        XPCConnection connection{ServiceName{helperName}};
+        connection.resume();
+        EXPECT_TRUE(callAndWait<NoReply>(connection, "echo"));
+        connection.call<NoReply>("wait", {});
+        XPCConnection early{ServiceName{helperName}};
+        early.resume(); // ends before it has connected
+    };
+    useOne(); // starts what stays for the life of the process
+    std::ptrdiff_t before = openDescriptors();
+    waitUntil([&] { return std::exchange(before, openDescriptors()) == before; });
+    for (int round = 0; round < 20; ++round)
+        useOne();
+    EXPECT_TRUE(waitUntil([&] { return openDescriptors() <= before; })) << openDescriptors();
+}
+
+TEST_F(HelperOnABus, TellsTheUserOnceWhenItIsKilled) {
+    auto helper = start();
+    std::vector<Platform::Alert> shown; // main thread
+    Platform::setAlertPresenter([&shown](const Platform::Alert& alert) { shown.push_back(alert); });
+    std::atomic<bool> isDismissed = false;
+    XPCConnection connection{ServiceName{helperName}};
+    EXPECT_FALSE(connection.presentError);
+    connection.presentError = true;
+    connection.setInterruptionHandler([&] {
+        if (connection.presentError)
+            CorbelKit::showHelperToolAlert([&isDismissed] { isDismissed = true; });
+    });
+    connection.resume();
+    ASSERT_TRUE(callAndWait<NoReply>(connection, "echo"));
+    helper->end(SIGKILL);
+    EXPECT_TRUE(waitUntil([&] {
+        TestSupport::drainMainLoop();
+        return isDismissed.load();
+    }));
+    Platform::setAlertPresenter({});
+    ASSERT_EQ(shown.size(), 1U);
+    EXPECT_EQ(shown[0].messageText, "Could not establish communication with helper tool.");
+    EXPECT_EQ(shown[0].informativeText, "Try your operation again. If that fails, quit and "
+                                        "relaunch the application and try again.");
+    EXPECT_EQ(shown[0].buttonTitle, "OK");
+    EXPECT_EQ(shown[0].style, Platform::Alert::Style::critical);
+}

@@ -42,6 +42,9 @@ CLASSES = {
     "MonitorFolders": ["observeValueForKeyPath:ofObject:change:context:", "init"],
     "NotificationDelegate": [
         "userNotificationCenter:didReceiveNotificationResponse:withCompletionHandler:", "init"],
+    "XPCConnection": [
+        "init", "initWithServiceName:", "initWithMachServiceName:options:",
+        "initWithListenerEndpoint:", "presentError", "setPresentError:"],
 }
 
 

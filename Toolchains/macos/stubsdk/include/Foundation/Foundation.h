@@ -112,6 +112,7 @@ typedef NS_OPTIONS(NSUInteger, NSDataBase64EncodingOptions) {
 @end
 
 @interface NSError : NSObject <NSCopying>
+@property(readonly) NSInteger code;
 @property(readonly, copy) NSString* localizedDescription;
 @end
 
@@ -316,6 +317,41 @@ typedef NS_OPTIONS(NSUInteger, NSKeyValueObservingOptions) { NSKeyValueObserving
 @property(readonly, getter=isRedoing) BOOL redoing;
 @property(readonly, copy) NSString* undoActionName;
 @property(readonly, copy) NSString* redoActionName;
+@end
+
+enum : NSInteger {
+    NSXPCConnectionInterrupted = 4097,
+    NSXPCConnectionInvalid = 4099,
+    NSXPCConnectionCodeSigningRequirementFailure
+        __attribute__((availability(macos, introduced = 13.0))) = 4102
+};
+
+typedef NS_OPTIONS(NSUInteger, NSXPCConnectionOptions) { NSXPCConnectionPrivileged = 1UL << 12 };
+
+@protocol NSXPCProxyCreating
+- (id)remoteObjectProxyWithErrorHandler:(void (^)(NSError* error))handler;
+@end
+
+@interface NSXPCListenerEndpoint : NSObject
+@end
+
+@interface NSXPCInterface : NSObject
++ (NSXPCInterface*)interfaceWithProtocol:(Protocol*)protocol;
+- (void)setClasses:(NSSet<Class>*)classes
+       forSelector:(SEL)sel
+     argumentIndex:(NSUInteger)arg
+           ofReply:(BOOL)ofReply;
+@end
+
+@interface NSXPCConnection : NSObject <NSXPCProxyCreating>
+- (instancetype)initWithServiceName:(NSString*)serviceName;
+- (instancetype)initWithMachServiceName:(NSString*)name options:(NSXPCConnectionOptions)options;
+- (instancetype)initWithListenerEndpoint:(NSXPCListenerEndpoint*)endpoint;
+- (void)resume;
+- (void)invalidate;
+@property(strong) NSXPCInterface* remoteObjectInterface;
+@property(copy) void (^interruptionHandler)(void);
+@property(copy) void (^invalidationHandler)(void);
 @end
 
 @interface NSNotification : NSObject <NSCopying>

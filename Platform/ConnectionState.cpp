@@ -8,6 +8,14 @@ namespace Platform {
 
 using Kind = ConnectionError::Kind;
 
+namespace {
+
+ConnectionError failure(Kind kind, const std::string& description) {
+    return {.kind = kind, .description = description};
+}
+
+} // namespace
+
 Connection::State::State(ConnectionAddress address)
     : address_(std::move(address))
     , deliveries_(std::make_shared<SuspendableQueue>("com.tarnwell.Connection")) {
@@ -52,9 +60,9 @@ void Connection::State::call(std::string method, PropertyList::Array arguments,
     const auto fault = faultOfCall(method, arguments);
     const std::lock_guard lock(mutex_);
     if (leadsNowhere()) {
-        complete(std::move(completion), ConnectionError{Kind::invalidated, reason_});
+        complete(std::move(completion), failure(Kind::invalidated, reason_));
     } else if (fault) {
-        complete(std::move(completion), ConnectionError{Kind::badCall, *fault});
+        complete(std::move(completion), failure(Kind::badCall, *fault));
     } else {
         const auto number = ++lastNumber_;
         pending_.emplace(number, std::move(completion));
@@ -149,7 +157,7 @@ std::unique_ptr<NativeConnection> Connection::State::end(std::string reason) {
 
 void Connection::State::failPending(Kind kind, const std::string& reason) {
     for (auto& [number, completion] : std::exchange(pending_, {}))
-        complete(std::move(completion), ConnectionError{kind, reason});
+        complete(std::move(completion), failure(kind, reason));
 }
 
 void Connection::State::complete(Completion completion, ConnectionReply reply) {

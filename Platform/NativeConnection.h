@@ -19,7 +19,7 @@ using ConnectionAddress =
 /// may tell the same thing more than once, or too late. Callable on any thread.
 class NativeConnection {
 public:
-    /// What the system tells, on any thread, one at a time, and never within a call of this class.
+    /// What the system tells, on any thread, and never within a call of this class.
     /// The object may be destroyed meanwhile.
     struct Events {
         /// The outcome of the call that has the number.

@@ -61,32 +61,34 @@ private:
 
     template <class Argument>
     static decltype(auto) asCoded(const Argument& argument) {
-        if constexpr (std::is_convertible_v<const Argument&, std::string_view>)
+        if constexpr (std::is_convertible_v<const Argument&, std::string_view>) {
             return std::string(std::string_view(argument));
-        else
+        } else {
             return (argument);
+        }
     }
 
     template <class Argument>
     static void append(const Argument& argument, Platform::PropertyList::Array& values,
                        std::optional<CodingError>& error) {
         auto value = encoded(argument, CodingFormat::propertyList);
-        if (value)
+        if (value) {
             values.push_back(std::move(*value));
-        else if (!error)
+        } else if (!error) {
             error = value.error();
+        }
     }
 
     template <class Reply>
     static Platform::Expected<Reply, Error> decodedReply(const Platform::ConnectionReply& reply,
                                                          const std::optional<CodingError>& error) {
         if (!reply && reply.error().kind == Error::Kind::badCall && error)
-            return Error{Error::Kind::badCall, error->description()};
+            return Error{.kind = Error::Kind::badCall, .description = error->description()};
         if (!reply)
             return reply.error();
         auto value = decoded<Reply>(*reply, CodingFormat::propertyList);
         if (!value)
-            return Error{Error::Kind::badReply, value.error().description()};
+            return Error{.kind = Error::Kind::badReply, .description = value.error().description()};
         return std::move(*value);
     }
 };

@@ -35,15 +35,19 @@ std::string wordsOf(GDBusMessage* message) {
         std::string(words.empty() ? orEmpty(g_dbus_message_get_error_name(message)) : words));
 }
 
+ConnectionError badReply(const char* description) {
+    return {.kind = Kind::badReply, .description = description};
+}
+
 ConnectionReply readValue(GVariant* values) {
     const auto count = values == nullptr ? 0 : g_variant_n_children(values);
     if (count == 0)
         return PropertyList();
     if (count > 1)
-        return ConnectionError{Kind::badReply, "an answer of several values"};
+        return badReply("an answer of several values");
     auto value = valueFromBus(GVariantPtr(g_variant_get_child_value(values, 0)).get());
     if (!value)
-        return ConnectionError{Kind::badReply, "an answer without a meaning as a value"};
+        return badReply("an answer without a meaning as a value");
     return std::move(*value);
 }
 
@@ -53,9 +57,9 @@ ConnectionReply readHelperReply(GDBusMessage* message) {
     if (g_dbus_message_get_message_type(message) != G_DBUS_MESSAGE_TYPE_ERROR)
         return readValue(g_dbus_message_get_body(message));
     const auto name = orEmpty(g_dbus_message_get_error_name(message));
-    return ConnectionError{meansThatNobodyIsThere(message, name) ? Kind::interrupted
-                                                                 : Kind::refused,
-                           wordsOf(message)};
+    return ConnectionError{.kind = meansThatNobodyIsThere(message, name) ? Kind::interrupted
+                                                                         : Kind::refused,
+                           .description = wordsOf(message)};
 }
 
 std::string oneLine(std::string text) {

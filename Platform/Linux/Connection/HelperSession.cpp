@@ -72,7 +72,7 @@ struct Sent {
             !g_error_matches(error, G_IO_ERROR, G_IO_ERROR_CANCELLED)) {
             kind = Kind::badCall;
         }
-        return ConnectionError{kind, oneLine(error->message)};
+        return ConnectionError{.kind = kind, .description = oneLine(error->message)};
     }
 };
 
@@ -92,7 +92,7 @@ void HelperSession::start(const ConnectionAddress& address) {
 }
 
 void HelperSession::call(Call call) {
-    if (isEnded())
+    if (isEnded_)
         return;
     if (connection_) {
         send(call);
@@ -104,7 +104,7 @@ void HelperSession::call(Call call) {
 }
 
 void HelperSession::end() {
-    events_.reset();
+    isEnded_ = true;
     waiting_.clear();
     disconnect();
 }
@@ -120,10 +120,11 @@ void HelperSession::connect() {
             GObjectPtr<GDBusConnection> connection(
                 g_dbus_connection_new_for_address_finish(result, &failed));
             const GErrorPtr error(failed);
-            if (const auto self = weak->lock(); self && !self->isEnded())
+            if (const auto self = weak->lock(); self && !self->isEnded_) {
                 self->connected(std::move(connection), error.get());
-            else if (connection)
+            } else if (connection) {
                 close(connection.get());
+            }
         },
         std::make_unique<Weak>(weak_from_this()).release());
 }
@@ -138,7 +139,7 @@ void HelperSession::connected(GObjectPtr<GDBusConnection> connection, const GErr
     closedHandler_ = g_signal_connect_data(
         connection_.get(), "closed",
         G_CALLBACK(+[](GDBusConnection* /*connection*/, gboolean /*remotePeerVanished*/,
-                       GError* /*error*/, gpointer data) {
+                       GError* /*error*/, gpointer data) noexcept {
             if (const auto self = static_cast<Weak*>(data)->lock())
                 self->closed();
         }),
@@ -147,6 +148,10 @@ void HelperSession::connected(GObjectPtr<GDBusConnection> connection, const GErr
             std::unique_ptr<Weak>(static_cast<Weak*>(data)).reset();
         },
         G_CONNECT_DEFAULT);
+    if (g_dbus_connection_is_closed(connection_.get()) != FALSE) {
+        closed(); // perhaps so soon that nobody has heard of it
+        return;
+    }
     if (isOverBus()) {
         nameWatch_ = std::make_unique<NameWatch>(connection_.get(), route_.destination,
                                                  [weak = weak_from_this()](const auto& owner) {
@@ -159,11 +164,13 @@ void HelperSession::connected(GObjectPtr<GDBusConnection> connection, const GErr
 }
 
 void HelperSession::closed() {
+    waiting_.clear();
     disconnect();
-    if (isOverBus())
+    if (isOverBus()) {
         lose("the message bus went away");
-    else if (events_)
-        events_->interrupted(helperGone);
+    } else {
+        events_.interrupted(helperGone);
+    }
 }
 
 void HelperSession::disconnect() {
@@ -181,10 +188,10 @@ void HelperSession::disconnect() {
 // A helper that lets go of its name may still answer what it was asked; it is lost when it leaves
 // the bus, or when another has taken its place.
 void HelperSession::hearOwner(const std::string& owner) {
-    if (owner.empty() || owner == peer_ || isEnded())
+    if (owner.empty() || owner == peer_ || isEnded_)
         return;
     if (!peer_.empty())
-        events_->interrupted("another helper took the place of the one before");
+        events_.interrupted("another helper took the place of the one before");
     setPeer(owner);
 }
 
@@ -193,27 +200,26 @@ void HelperSession::setPeer(const std::string& peer) {
     peerWatch_ = std::make_unique<NameWatch>(connection_.get(), peer,
                                              [weak = weak_from_this()](const auto& owner) {
                                                  const auto self = weak.lock();
-                                                 if (!self || !owner.empty() || self->isEnded())
+                                                 if (!self || !owner.empty() || self->isEnded_)
                                                      return;
                                                  self->peer_.clear();
                                                  self->peerWatch_.reset();
-                                                 self->events_->interrupted(helperGone);
+                                                 self->events_.interrupted(helperGone);
                                              });
 }
 
 void HelperSession::lose(std::string reason) {
-    const auto events = std::exchange(events_, std::nullopt);
-    waiting_.clear();
-    if (events)
-        events->invalidated(std::move(reason));
+    end();
+    events_.invalidated(std::move(reason));
 }
 
 void HelperSession::send(const Call& call) {
     auto sent = std::make_unique<Sent>(
-        Sent{call.number, isOverBus(),
-             [weak = weak_from_this()](std::uint64_t number, ConnectionReply reply) {
-                 if (const auto self = weak.lock(); self && self->events_)
-                     self->events_->replied(number, std::move(reply));
+        Sent{.number = call.number,
+             .isOverBus = isOverBus(),
+             .replied = [weak = weak_from_this()](std::uint64_t number, ConnectionReply reply) {
+                 if (const auto self = weak.lock(); self && !self->isEnded_)
+                     self->events_.replied(number, std::move(reply));
              }});
     g_dbus_connection_send_message_with_reply(
         connection_.get(), message(route_, call).get(), G_DBUS_SEND_MESSAGE_FLAGS_NONE,

@@ -8,7 +8,6 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -46,9 +45,8 @@ private:
 
     bool isOverBus() const { return !route_.destination.empty(); }
 
-    bool isEnded() const { return !events_; }
-
-    std::optional<NativeConnection::Events> events_; // absent once ended
+    const NativeConnection::Events events_;
+    bool isEnded_ = false; // and nothing is told any more
     HelperRoute route_;
     bool isConnecting_ = false;
     GObjectPtr<GCancellable> cancellable_; // of all that is under way on the connection

@@ -33,7 +33,9 @@ NativeConnection::~NativeConnection() {
 
 void NativeConnection::call(std::uint64_t number, std::string method,
                             PropertyList::Array arguments) {
-    impl_->post([call = HelperSession::Call{number, std::move(method), std::move(arguments)}](
+    impl_->post([call = HelperSession::Call{.number = number,
+                                            .method = std::move(method),
+                                            .arguments = std::move(arguments)}](
                     HelperSession& session) { session.call(call); });
 }
 

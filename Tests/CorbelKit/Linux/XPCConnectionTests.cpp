@@ -30,7 +30,8 @@ using TestSupport::waitUntil;
 using Kind = ConnectionError::Kind;
 
 constexpr auto invalidation = "invalidation";
-constexpr auto helperName = "com.example.My-Helper";
+const std::string helperName = "com.example.My-Helper";
+const std::string helperTool = CORBEL_BINARY_DIR "/Tests/Support/HelperTool";
 
 /// What happened to a connection, in order.
 class Record {
@@ -82,7 +83,7 @@ callAndWait(XPCConnection& connection, const std::string& method, const Argument
 }
 
 std::unique_ptr<ChildProcess> startHelper(const std::vector<std::string>& place) {
-    std::vector<std::string> command = {CORBEL_BINARY_DIR "/Tests/Support/HelperTool"};
+    std::vector<std::string> command = {helperTool};
     command.insert(command.end(), place.begin(), place.end());
     auto helper = std::make_unique<ChildProcess>(command);
     EXPECT_EQ(helper->readLine(), "ready");
@@ -173,11 +174,23 @@ TEST_F(HelperOnABus, InterruptsOnceWhenKilledAndReachesTheSuccessor) {
     EXPECT_TRUE(callAndWait<NoReply>(connection, "echo"));
     EXPECT_THAT(record.events(), ElementsAre(failure(Kind::interrupted), failure(Kind::interrupted),
                                              "interruption"));
-    helper->end(SIGKILL); // also when nobody waits for it
+    const auto next = start(); // stands in line for the name
+    helper->end(SIGKILL);      // which is told also when no call is under way
     EXPECT_TRUE(record.reaches(4));
+    EXPECT_TRUE(callAndWait<NoReply>(connection, "echo"));
     connection.invalidate();
     EXPECT_TRUE(record.reaches(5));
     EXPECT_EQ(record.last(), invalidation);
+}
+
+TEST(Helper, IsStartedByTheBus) {
+    using Services = TestSupport::BusDaemon::ActivatableServices;
+    const TestSupport::BusDaemon bus(
+        Services{{helperName, helperTool + " bus starter " + helperName}});
+    const TestSupport::EnvironmentVariable session("DBUS_SESSION_BUS_ADDRESS", bus.address());
+    XPCConnection connection{ServiceName{helperName}};
+    connection.resume();
+    EXPECT_TRUE(callAndWait<NoReply>(connection, "echo"));
 }
 
 TEST_F(HelperOnABus, InvalidatesOnceWhenTheBusGoes) {

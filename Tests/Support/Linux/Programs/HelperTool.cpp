@@ -1,5 +1,5 @@
 // A helper tool for tests: answers what it is called with, in one way for each method.
-//     HelperTool bus <address of the bus> <name>
+//     HelperTool bus <address of the bus, or "starter": that of the bus that starts it> <name>
 //     HelperTool peer <address to listen at>
 // Prints "ready" when it can be called, and the name of each method that it does not answer.
 
@@ -102,10 +102,12 @@ void servePeers(const char* address) {
 } // namespace
 
 int main(int argumentCount, char** arguments) {
-    if (argumentCount == 4)
-        serveBus(arguments[2], arguments[3]);
-    else
+    if (argumentCount == 4) {
+        const bool isStarted = std::string_view(arguments[2]) == "starter";
+        serveBus(isStarted ? std::getenv("DBUS_STARTER_ADDRESS") : arguments[2], arguments[3]);
+    } else {
         servePeers(arguments[2]);
+    }
     std::puts("ready");
     std::fflush(stdout);
     g_main_loop_run(g_main_loop_new(nullptr, FALSE));

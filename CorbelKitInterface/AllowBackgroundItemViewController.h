@@ -17,11 +17,11 @@ public:
 
     std::optional<TextField> titleTextField;    ///< what is about to happen
     std::optional<TextField> subtitleTextField; ///< what to do about it
-    std::optional<Button> okButton;
-    std::optional<Button> systemSettingsButton;
-    std::optional<ImageView> clickImageView; ///< the pointer at the switch
-    std::optional<ImageView> iconImageView;  ///< the system's settings application
-    std::optional<Box> illustrationBox;
+    std::optional<Button> okButton;             ///< closes the window
+    std::optional<Button> systemSettingsButton; ///< opens the settings of login items
+    std::optional<ImageView> clickImageView;    ///< the pointer at the switch
+    std::optional<ImageView> iconImageView;     ///< the system's settings application
+    std::optional<Box> illustrationBox;         ///< the frame around both
 
     /// Takes outlets and actions from the scene, whose tasks refer to this object.
     void connect(WindowScene& scene);
@@ -29,6 +29,7 @@ public:
     /// Fills the outlets, once they are connected.
     void viewDidLoad();
 
+    /// Closes the window.
     void okAction();
     /// Closes the window first: the settings are not to open behind it.
     void systemSettingsAction();

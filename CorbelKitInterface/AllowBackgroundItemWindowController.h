@@ -16,9 +16,12 @@ public:
     /// By which the storyboard names it.
     static constexpr auto className = "AllowBackgroundItemWindowController";
 
+    /// Takes the scene over and fills it. The window goes with the controller.
     static std::shared_ptr<AllowBackgroundItemWindowController> make(WindowScene scene);
 
+    /// Shows the window in front of the others.
     void showWindow();
+    /// Takes it off the screen, for the next time.
     void close();
 
     void windowDidResignKey() override;

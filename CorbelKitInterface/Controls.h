@@ -3,6 +3,7 @@
 #include "CorbelKitInterface/SymbolEffect.h"
 #include "Platform/URL.h"
 
+#include <cstdint>
 #include <memory>
 #include <string>
 
@@ -13,13 +14,17 @@ namespace CorbelKit {
 /// The system's own view.
 struct NativeView;
 
-enum class ViewKind { textField, button, imageView, box };
+/// What a storyboard can connect an outlet to.
+enum class ViewKind : std::uint8_t { textField, button, imageView, box };
 
+/// Any view. Nothing here fails: what a view cannot show it leaves out.
 class View {
 public:
+    /// For storyboards, which make views. The view is not null.
     explicit View(std::shared_ptr<const NativeView> native);
 
 protected:
+    /// Lives as long as this handle.
     const NativeView& native() const;
 
 private:
@@ -29,38 +34,46 @@ private:
 /// Text that is only shown.
 class TextField : public View {
 public:
+    /// Of the outlets that it is connected to.
     static constexpr auto kind = ViewKind::textField;
 
-    using View::View;
+    using View::View; ///< For storyboards.
 
+    /// Replaces the text, which is UTF-8.
     void setStringValue(const std::string& text) const;
 };
 
+/// A button with a title; what it does, the storyboard tells.
 class Button : public View {
 public:
+    /// Of the outlets that it is connected to.
     static constexpr auto kind = ViewKind::button;
 
-    using View::View;
+    using View::View; ///< For storyboards.
 
+    /// Replaces the title, which is UTF-8.
     void setTitle(const std::string& title) const;
 };
 
 /// A frame with a background around other views.
 class Box : public View {
 public:
+    /// Of the outlets that it is connected to.
     static constexpr auto kind = ViewKind::box;
 
-    using View::View;
+    using View::View; ///< For storyboards.
 };
 
 /// What a view is for those who do not see it.
-enum class AccessibilityRole { image };
+enum class AccessibilityRole : std::uint8_t { image };
 
+/// A picture: the icon of an application, or a symbol.
 class ImageView : public View {
 public:
+    /// Of the outlets that it is connected to.
     static constexpr auto kind = ViewKind::imageView;
 
-    using View::View;
+    using View::View; ///< For storyboards.
 
     /// The icon with which the system shows the application at the URL (of a file). False, and no
     /// change, where there is none to be had.
@@ -75,6 +88,7 @@ public:
     /// on).
     void addBounceUpByLayer(const EffectRepeat& repeat) const;
 
+    /// Replaces the role that the layout gives it.
     void setAccessibilityRole(AccessibilityRole role) const;
 };
 

@@ -30,8 +30,9 @@ protected:
 /// as long as this object, shown or not. Main thread.
 class WindowScene {
 public:
-    class Impl;
+    class Impl; ///< the system's own
 
+    /// For storyboards, which make scenes.
     explicit WindowScene(std::unique_ptr<Impl> impl);
     WindowScene(WindowScene&& other) noexcept;
     WindowScene& operator=(WindowScene&& other) noexcept;

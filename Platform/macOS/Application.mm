@@ -1,5 +1,6 @@
 #include "Platform/Application.h"
 
+#include "Platform/Bundle.h"
 #include "Platform/MainThread.h"
 #include "Platform/NeverDestroyed.h"
 #include "Platform/POSIX/ProcessStart.h"
@@ -9,6 +10,7 @@
 #include <dispatch/dispatch.h>
 
 #include <csignal>
+#include <cstdlib>
 #include <vector>
 
 namespace {
@@ -96,6 +98,11 @@ int run(int argumentCount, char** arguments,
     ProcessStart::ignoreBrokenPipes();
     terminateOnRequest();
     launch().makeDelegate = makeDelegate;
+    // A program outside a bundle has nowhere to name the class, for want of which it would end.
+    if (!Bundle::main().infoDictionary().contains("NSPrincipalClass")) {
+        [CorbelApplication.sharedApplication run];
+        return EXIT_SUCCESS;
+    }
     return NSApplicationMain(argumentCount, const_cast<const char**>(arguments));
 }
 

@@ -36,6 +36,7 @@ APPKIT_EXPORT const NSAppearanceName NSAppearanceNameDarkAqua;
 @interface NSApplication : NSResponder
 @property(readonly, strong) NSAppearance* effectiveAppearance;
 @property(class, readonly, strong) __kindof NSApplication* sharedApplication;
+- (void)run;
 @property(weak) id<NSApplicationDelegate> delegate;
 @property(readonly) NSUserInterfaceLayoutDirection userInterfaceLayoutDirection;
 - (void)terminate:(id)sender;

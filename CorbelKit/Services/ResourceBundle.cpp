@@ -3,15 +3,17 @@
 #include "Platform/FileManager.h"
 #include "Platform/NeverDestroyed.h"
 
+#include <array>
+
 namespace CorbelKit {
 namespace {
 
 using Platform::URL;
 
 /// From the main bundle, which is the program's own folder where it has none.
-constexpr auto places = {
+constexpr std::array places = {
     "Contents/Frameworks/CorbelKit.framework",
-    "CorbelKit.framework",
+    "CorbelKit.framework",                    // a copy for a program that is moved
     "../share/CorbelKit/CorbelKit.framework", // installed together, wherever that is now
 };
 

@@ -293,7 +293,10 @@ TEST_F(HelperOnABus, LeavesNoDescriptorBehind) {
 TEST_F(HelperOnABus, TellsTheUserOnceWhenItIsKilled) {
     auto helper = start();
     std::vector<Platform::Alert> shown; // main thread
-    Platform::setAlertPresenter([&shown](const Platform::Alert& alert) { shown.push_back(alert); });
+    Platform::setAlertPresenter([&shown](const Platform::Alert& alert) {
+        shown.push_back(alert);
+        return true;
+    });
     std::atomic<bool> isDismissed = false;
     XPCConnection connection{ServiceName{helperName}};
     EXPECT_FALSE(connection.presentError);

@@ -215,9 +215,15 @@ TEST_F(Windows, ShowAnAlertFromAnyThreadUntilItIsDismissed) {
             EXPECT_TRUE(closes());
         }
     }
-    tell("alert");
+}
+
+TEST_F(Windows, TellOfAHelperToolWhileTheApplicationGoesOn) {
+    start();
+    tell("helper");
     ASSERT_TRUE(opens());
-    EXPECT_EQ(ask("windows"), "1 of 1"); // the application goes on meanwhile
+    EXPECT_EQ(run({"xdotool", "getwindowname", window()}),
+              "Die Kommunikation mit dem Hilfsprogramm konnte nicht hergestellt werden.\n");
+    EXPECT_EQ(ask("windows"), "1 of 1");
     press("Return");
     EXPECT_EQ(trial->readLine(), "dismissed");
 }

@@ -1,5 +1,6 @@
 // An application with the kit's windows, for the tests to use as a user would. It does what the
 // lines of the file (a FIFO) tell it that its one argument names, and says what came of it.
+#include "CorbelKit/Services/HelperToolAlert.h"
 #include "CorbelKitInterface/AllowBackgroundItem.h"
 #include "Platform/Alert.h"
 #include "Platform/Application.h"
@@ -131,6 +132,8 @@ void obey(const std::string& line) {
         say(isInFront() ? "yes" : "no");
     } else if (command == "alert" && argument == "elsewhere") {
         Platform::DispatchQueue::serial("elsewhere").async(alert);
+    } else if (command == "helper") {
+        CorbelKit::showHelperToolAlert([] { say("dismissed"); });
     } else if (command == "alert") {
         alert();
     }

@@ -86,7 +86,8 @@ void AllowBackgroundItemViewController::systemSettingsAction() {
 void AllowBackgroundItemViewController::help() {
     check();
     closeWindow_();
-    Platform::Workspace::open(helpPage("allowbackgrounditem"));
+    if (const auto page = helpPage("allowbackgrounditem"))
+        Platform::Workspace::open(*page);
 }
 
 } // namespace CorbelKit

@@ -26,19 +26,16 @@ protected:
     WindowDelegate& operator=(const WindowDelegate&) = default;
 };
 
-/// A window with its views, as a storyboard lays it out, and the controllers' place in it. It lives
-/// as long as this object, shown or not. Main thread.
+/// A window with its views, as a storyboard lays it out, and the controllers' place in it. A
+/// handle: copies mean the same window, which lives as long as any of them, shown or not. Main
+/// thread.
 class WindowScene {
 public:
     class Impl; ///< the system's own
 
     /// For storyboards, which make scenes.
-    explicit WindowScene(std::unique_ptr<Impl> impl);
-    WindowScene(WindowScene&& other) noexcept;
-    WindowScene& operator=(WindowScene&& other) noexcept;
-    WindowScene(const WindowScene&) = delete;
-    WindowScene& operator=(const WindowScene&) = delete;
-    ~WindowScene();
+    explicit WindowScene(std::shared_ptr<Impl> impl)
+        : impl_(std::move(impl)) {}
 
     /// Who hears of the window from now on; the delegate is not kept alive.
     void setDelegate(std::weak_ptr<WindowDelegate> delegate);
@@ -58,12 +55,12 @@ public:
     }
 
     /// Has the task run when the user asks for the action, by the selector that the layout names.
-    void setAction(std::string_view selector, std::function<void()> task);
+    void setAction(std::string_view selector, const std::function<void()>& task);
 
 private:
     std::shared_ptr<const NativeView> nativeOutlet(ViewKind kind, std::string_view name) const;
 
-    std::unique_ptr<Impl> impl_;
+    std::shared_ptr<Impl> impl_;
 };
 
 /// The layout of windows, in files of the system's own kind among a bundle's resources (macOS: a

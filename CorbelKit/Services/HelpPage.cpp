@@ -19,12 +19,13 @@ std::string applicationName() {
 
 } // namespace
 
-Platform::URL helpPage(std::string_view topic) {
-    static const auto site = Platform::URL::parse(Maker::site);
-    auto page = site->appending("help");
+std::optional<Platform::URL> helpPage(std::string_view topic) {
+    auto page = Platform::URL::parse(Maker::helpPages);
+    if (!page)
+        return std::nullopt;
     if (const auto name = applicationName(); !name.empty())
-        page = page.appending(name);
-    return page.appending(topic);
+        page = page->appending(name);
+    return page->appending(topic);
 }
 
 } // namespace CorbelKit

@@ -13,6 +13,7 @@
 namespace CorbelKit::Maker {
 
 inline constexpr std::string_view site = "https://tarnwell.example/";
+inline constexpr std::string_view helpPages = "https://tarnwell.example/help/";
 inline constexpr std::string_view termsPage = "https://store.tarnwell.example/terms";
 inline constexpr std::string_view supportAddress = "support@tarnwell.example";
 

@@ -46,11 +46,8 @@ std::string styleSheet(std::size_t index, const EffectRepeat& repeat) {
     css << "@keyframes corbel-bounce-up {" << keyframes(period)
         << "} .bounces { animation: " << period.count() << "s linear "
         << static_cast<double>(index) * lag.count() << "s ";
-    if (repeat.count == 0)
-        css << "infinite";
-    else
-        css << repeat.count;
-    css << " corbel-bounce-up; }";
+    css << (repeat.count == 0 ? "infinite" : std::to_string(repeat.count))
+        << " corbel-bounce-up; }";
     return css.str();
 }
 

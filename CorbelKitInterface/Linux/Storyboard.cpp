@@ -105,9 +105,9 @@ public:
 
     void setDelegate(std::weak_ptr<WindowDelegate> delegate) { delegate_ = std::move(delegate); }
 
-    void setAction(const std::string& name, std::function<void()> task) {
+    void setAction(const std::string& name, const std::function<void()>& task) {
         actions_->remove_action(name);
-        actions_->add_action(name, std::move(task));
+        actions_->add_action(name, task);
     }
 
 private:
@@ -122,13 +122,6 @@ private:
     const Glib::RefPtr<Gio::SimpleActionGroup> actions_ = Gio::SimpleActionGroup::create();
     std::weak_ptr<WindowDelegate> delegate_;
 };
-
-WindowScene::WindowScene(std::unique_ptr<Impl> impl)
-    : impl_(std::move(impl)) {}
-
-WindowScene::WindowScene(WindowScene&& other) noexcept = default;
-WindowScene& WindowScene::operator=(WindowScene&& other) noexcept = default;
-WindowScene::~WindowScene() = default;
 
 void WindowScene::setDelegate(std::weak_ptr<WindowDelegate> delegate) {
     impl_->setDelegate(std::move(delegate));
@@ -150,8 +143,8 @@ std::shared_ptr<const NativeView> WindowScene::nativeOutlet(ViewKind kind,
     return std::make_shared<NativeView>(NativeView{.layout = impl_->layout(), .widget = *widget});
 }
 
-void WindowScene::setAction(std::string_view selector, std::function<void()> task) {
-    impl_->setAction(std::string(selector.substr(0, selector.find(':'))), std::move(task));
+void WindowScene::setAction(std::string_view selector, const std::function<void()>& task) {
+    impl_->setAction(std::string(selector.substr(0, selector.find(':'))), task);
 }
 
 std::optional<WindowScene> Storyboard::instantiateInitialController(const std::string& name,
@@ -170,7 +163,7 @@ std::optional<WindowScene> Storyboard::instantiateInitialController(const std::s
     }
     if (const auto style = bundle.urlForResource(name + ".css"))
         applyStyle(*style);
-    return WindowScene(std::make_unique<WindowScene::Impl>(std::move(layout), *window));
+    return WindowScene(std::make_shared<WindowScene::Impl>(std::move(layout), *window));
 }
 
 } // namespace CorbelKit

@@ -69,13 +69,6 @@ private:
     StoryboardWindowController* const controller_;
 };
 
-WindowScene::WindowScene(std::unique_ptr<Impl> impl)
-    : impl_(std::move(impl)) {}
-
-WindowScene::WindowScene(WindowScene&& other) noexcept = default;
-WindowScene& WindowScene::operator=(WindowScene&& other) noexcept = default;
-WindowScene::~WindowScene() = default;
-
 void WindowScene::setDelegate(std::weak_ptr<WindowDelegate> delegate) {
     impl_->controller().resignKeyHandler = ^{
         if (const auto told = delegate.lock())
@@ -109,10 +102,11 @@ std::shared_ptr<const NativeView> WindowScene::nativeOutlet(ViewKind kind,
     }
 }
 
-void WindowScene::setAction(std::string_view selector, std::function<void()> task) {
+void WindowScene::setAction(std::string_view selector, const std::function<void()>& task) {
     @autoreleasepool {
+        const auto kept = task; // a block would keep the reference
         impl_->viewController().actions[foundationText(selector)] = ^{
-            task();
+            kept();
         };
     }
 }
@@ -127,7 +121,7 @@ std::optional<WindowScene> Storyboard::instantiateInitialController(const std::s
         if (expected == nil || ![controller isKindOfClass:expected] ||
             ![controller isKindOfClass:StoryboardWindowController.class])
             return std::nullopt;
-        return WindowScene(std::make_unique<WindowScene::Impl>(controller));
+        return WindowScene(std::make_shared<WindowScene::Impl>(controller));
     }
 }
 

@@ -6,8 +6,8 @@
 
 namespace Platform {
 
-/// Shows an alert in a window and returns true when it is dismissed; returns false at once where the
-/// session has no windows. Called on any thread, several at once.
+/// Shows an alert in a window and returns true when it is dismissed; returns false at once where
+/// the session has no windows. Called on any thread, several at once.
 using AlertPresenter = std::function<bool(const Alert& alert)>;
 
 /// Has alerts shown from now on: for a library of windows, once, as the process comes to have it.

@@ -134,12 +134,13 @@ TEST_F(AllowBackgroundItem, IsOneWindowThatClosesWhenItIsDoneWithOrTheUserTurnsE
         EXPECT_EQ(ask("show"), "shown"); // a second time, in front already
         EXPECT_EQ(ask("windows"), "1 of 1");
         std::optional<TestSupport::ForeignWindow> other;
-        if (std::string_view(ending) == "okButton")
+        if (std::string_view(ending) == "okButton") {
             click(ending);
-        else if (std::string_view(ending) == "elsewhere")
+        } else if (std::string_view(ending) == "elsewhere") {
             other.emplace(session.display(), "other", "Other");
-        else
+        } else {
             press(ending);
+        }
         EXPECT_TRUE(closes());
         EXPECT_EQ(ask("windows"), "0 of 1");
     }

@@ -24,9 +24,9 @@ public:
         : overlay_(dynamic_cast<Gtk::Overlay&>(widget)) {}
 
     void clear() {
+        overlay_.unset_child(); // of the layout
         while (auto* const layer = overlay_.get_first_child())
             overlay_.remove_overlay(*layer);
-        overlay_.unset_child();
     }
 
     /// In front of those before it, as large as the view.

@@ -5,6 +5,7 @@
 #include "CorbelKitInterface/Linux/Toolkit.h"
 
 #include <giomm/simpleactiongroup.h>
+#include <glibmm/miscutils.h>
 #include <gtkmm/button.h>
 #include <gtkmm/cssprovider.h>
 #include <gtkmm/frame.h>
@@ -89,6 +90,8 @@ public:
         window_.set_hide_on_close(true);
         window_.insert_action_group("controller", actions_);
         describeHelp(layout_);
+        if (window_.get_title().empty()) // which lists of windows show, and screen readers say
+            window_.set_title(Glib::get_application_name());
         window_.property_is_active().signal_changed().connect([this] { activeChanged(); });
     }
 

@@ -175,6 +175,7 @@ TEST_F(AllowBackgroundItem, SpeaksTheUsersLanguageAndFollowsDarkAndLight) {
     TestSupport::DesktopPortal portal(bus.address());
     start();
     ASSERT_TRUE(show());
+    EXPECT_EQ(run({"xdotool", "getwindowname", window()}), "Window Trial\n");
     EXPECT_EQ(ask("text titleTextField"),
               "Sie werden gefragt, ob das Hintergrundobjekt ausgeführt werden darf.");
     EXPECT_EQ(ask("text subtitleTextField").substr(0, 17), "Erlauben Sie dies");

@@ -23,7 +23,8 @@ std::shared_ptr<AllowBackgroundItemWindowController> makeController() {
 
 void AllowBackgroundItem::show() {
     Platform::MainThread::check();
-    static const Platform::NeverDestroyed<std::shared_ptr<AllowBackgroundItemWindowController>> kept;
+    static const Platform::NeverDestroyed<std::shared_ptr<AllowBackgroundItemWindowController>>
+        kept;
     auto& controller = kept.get();
     if (!controller)
         controller = makeController();

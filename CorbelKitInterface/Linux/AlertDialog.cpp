@@ -32,28 +32,21 @@ constexpr auto styleSheet = R"(
 .corbel-alert .critical { color: @error_color; }
 )";
 
-const char* nameOf(Style style) {
-    switch (style) {
-    case Style::informational:
-        return "informational";
-    case Style::critical:
-        return "critical";
-    case Style::warning:
-        break;
-    }
-    return "warning";
-}
+struct Looks {
+    const char* icon;
+    const char* styleClass;
+};
 
-const char* iconOf(Style style) {
+Looks looksOf(Style style) {
     switch (style) {
     case Style::informational:
-        return "dialog-information-symbolic";
+        return {.icon = "dialog-information-symbolic", .styleClass = "informational"};
     case Style::critical:
-        return "dialog-error-symbolic";
+        return {.icon = "dialog-error-symbolic", .styleClass = "critical"};
     case Style::warning:
         break;
     }
-    return "dialog-warning-symbolic";
+    return {.icon = "dialog-warning-symbolic", .styleClass = "warning"};
 }
 
 void addStyleSheet() {
@@ -70,10 +63,11 @@ void addStyleSheet() {
 Gtk::Image& makeIcon(Style style) {
     constexpr int edge = 56;
     auto& icon = *Gtk::make_managed<Gtk::Image>();
-    icon.set_from_icon_name(iconOf(style));
+    const auto looks = looksOf(style);
+    icon.set_from_icon_name(looks.icon);
     icon.set_pixel_size(edge);
     icon.set_margin_bottom(8);
-    icon.add_css_class(nameOf(style));
+    icon.add_css_class(looks.styleClass);
     return icon;
 }
 

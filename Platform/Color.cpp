@@ -1,6 +1,6 @@
 #include "Platform/Color.h"
 
-#include "Platform/ColorConversion.h"
+#include "Platform/Native/ColorConversion.h"
 
 #include <algorithm>
 #include <cmath>

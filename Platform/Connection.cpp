@@ -1,6 +1,6 @@
 #include "Platform/Connection.h"
 
-#include "Platform/ConnectionState.h"
+#include "Platform/Native/ConnectionState.h"
 
 #include <utility>
 

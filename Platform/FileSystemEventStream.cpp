@@ -1,6 +1,6 @@
 #include "Platform/FileSystemEventStream.h"
 
-#include "Platform/NativeEventStream.h"
+#include "Platform/Native/NativeEventStream.h"
 
 #include <mutex>
 #include <utility>

@@ -1,6 +1,6 @@
 #include "Platform/Font.h"
 
-#include "Platform/InstalledFonts.h"
+#include "Platform/Native/InstalledFonts.h"
 #include "Platform/UTF8.h"
 
 #include <cmath>

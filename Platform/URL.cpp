@@ -1,7 +1,7 @@
 #include "Platform/URL.h"
 
 #include "Platform/FileManager.h"
-#include "Platform/URLSyntax.h"
+#include "Platform/Native/URLSyntax.h"
 
 #include <algorithm>
 #include <array>

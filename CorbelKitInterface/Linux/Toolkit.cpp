@@ -3,7 +3,7 @@
 #include "CorbelKit/Services/Appearance.h"
 #include "CorbelKit/Services/ResourceBundle.h"
 #include "Platform/Application.h"
-#include "Platform/Linux/MainBundle.h"
+#include "Platform/Linux/Bundle/MainBundle.h"
 #include "Platform/MainThread.h"
 #include "Platform/NeverDestroyed.h"
 #include "Platform/Observation.h"

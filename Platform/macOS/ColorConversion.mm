@@ -1,4 +1,4 @@
-#include "Platform/ColorConversion.h"
+#include "Platform/Native/ColorConversion.h"
 
 #import <AppKit/AppKit.h>
 

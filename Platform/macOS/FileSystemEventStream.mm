@@ -1,4 +1,4 @@
-#include "Platform/NativeEventStream.h"
+#include "Platform/Native/NativeEventStream.h"
 #include "Platform/macOS/Boundary.h"
 #include "Platform/macOS/DispatchQueueImpl.h"
 #include "Platform/macOS/Text.h"

@@ -1,4 +1,4 @@
-#include "Platform/InstalledFonts.h"
+#include "Platform/Native/InstalledFonts.h"
 
 #include "Platform/macOS/Text.h"
 

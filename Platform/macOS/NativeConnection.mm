@@ -1,4 +1,4 @@
-#include "Platform/NativeConnection.h"
+#include "Platform/Native/NativeConnection.h"
 
 #include "Platform/macOS/Boundary.h"
 #include "Platform/macOS/HelperProtocol.h"

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Platform/DispatchQueue.h"
-#include "Platform/ObservedSetting.h"
+#include "Platform/Native/ObservedSetting.h"
 
 #import <Foundation/Foundation.h>
 

@@ -1,4 +1,4 @@
-#include "Platform/URLSyntax.h"
+#include "Platform/Native/URLSyntax.h"
 
 #include "Platform/macOS/Text.h"
 

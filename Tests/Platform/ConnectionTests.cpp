@@ -2,7 +2,7 @@
 // in place of the platform's: no helper tells the same thing twice, or too late, on request.
 
 #include "Platform/Connection.h"
-#include "Platform/NativeConnection.h"
+#include "Platform/Native/NativeConnection.h"
 #include "Tests/Support/WaitUntil.h"
 
 #include <gmock/gmock.h>

@@ -1,4 +1,4 @@
-#include "Platform/Linux/AlertPresenter.h"
+#include "Platform/Linux/Desktop/AlertPresenter.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // Bookmarks as the records that they are here, of files that anybody may move and replace.
 
 #include "Platform/Bookmark.h"
-#include "Platform/Linux/Bookmark/MovedFileSearch.h"
+#include "Platform/Linux/Files/Bookmark/MovedFileSearch.h"
 #include "Tests/Support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>

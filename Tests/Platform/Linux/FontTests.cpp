@@ -1,5 +1,5 @@
 #include "Platform/Font.h"
-#include "Platform/Linux/FontDescription.h"
+#include "Platform/Linux/Desktop/FontDescription.h"
 #include "Tests/Support/EnvironmentVariable.h"
 #include "Tests/Support/Linux/BusDaemon.h"
 #include "Tests/Support/Linux/DesktopPortal.h"

@@ -1,4 +1,4 @@
-#include "Platform/Linux/StringEncodingTable.h"
+#include "Platform/Linux/Text/StringEncodingTable.h"
 #include "Platform/TextServices.h"
 #include "Tests/Support/EnvironmentVariable.h"
 

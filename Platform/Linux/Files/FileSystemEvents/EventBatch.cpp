@@ -1,0 +1,92 @@
+#include "Platform/Linux/Files/FileSystemEvents/EventBatch.h"
+
+#include "Platform/Linux/Loops/WorkerPool.h"
+
+#include <utility>
+#include <vector>
+
+namespace Platform {
+namespace {
+
+// Reached only where a call-back takes long amid a storm: then what it is told next is that it
+// should look at everything, and memory stays bounded.
+constexpr std::size_t mostPaths = 200'000;
+
+} // namespace
+
+EventBatch::EventBatch(DispatchQueue queue, std::chrono::nanoseconds latency, std::string whole,
+                       FileSystemEventStream::Callback callback,
+                       std::function<void()> beforeHandingOver)
+    : queue_(std::move(queue))
+    , latency_(latency)
+    , whole_(std::move(whole))
+    , callback_(std::move(callback))
+    , beforeHandingOver_(std::move(beforeHandingOver))
+    , timer_(workerExecutor()) {}
+
+void EventBatch::add(std::string path) {
+    const std::lock_guard lock(mutex_);
+    if (hasEnded_ || isFull_)
+        return;
+    if (paths_.empty())
+        startTimer();
+    if (paths_.size() < mostPaths) {
+        paths_.insert(std::move(path));
+    } else {
+        paths_ = {whole_};
+        isFull_ = true;
+    }
+}
+
+void EventBatch::addWhole() {
+    add(whole_);
+}
+
+void EventBatch::end() {
+    const std::lock_guard lock(mutex_);
+    hasEnded_ = true;
+    paths_.clear();
+    timer_.cancel();
+}
+
+void EventBatch::startTimer() {
+    if (std::exchange(isTimerRunning_, true))
+        return;
+    timer_.expires_after(latency_);
+    timer_.async_wait([self = shared_from_this()](asio::error_code failure) {
+        if (!failure)
+            self->latencyHasPassed();
+    });
+}
+
+void EventBatch::latencyHasPassed() {
+    beforeHandingOver_();
+    const std::lock_guard lock(mutex_);
+    isDue_ = true;
+    handOverIfDue();
+}
+
+void EventBatch::handOverIfDue() {
+    if (!isDue_ || isCalling_ || hasEnded_)
+        return;
+    isDue_ = false;
+    isTimerRunning_ = false;
+    isFull_ = false;
+    isCalling_ = true;
+    queue_.async(
+        [self = shared_from_this(), paths = std::exchange(paths_, {})] { self->call(paths); });
+}
+
+void EventBatch::call(const Paths& paths) {
+    const auto hasEnded = [this] {
+        const std::lock_guard lock(mutex_);
+        return hasEnded_;
+    };
+    if (!hasEnded())
+        callback_(std::vector<std::string>(paths.begin(), paths.end()));
+    const std::lock_guard lock(mutex_);
+    isCalling_ = false;
+    handOverIfDue();
+}
+
+} // namespace Platform

@@ -1,0 +1,110 @@
+#include "Platform/Linux/Files/FileSystemEvents/FolderTable.h"
+
+#include <ranges>
+
+namespace Platform {
+
+FolderTable::Folder* FolderTable::find(int folder) {
+    const auto found = folders_.find(folder);
+    return found == folders_.end() ? nullptr : &found->second;
+}
+
+void FolderTable::insert(int folder, int parent, std::string_view name) {
+    auto& added = folders_[folder];
+    added.name = name;
+    added.parent = parent;
+    attach(folder, added);
+}
+
+void FolderTable::move(int folder, int parent, std::string_view name) {
+    auto& moved = folders_.at(folder);
+    detach(moved);
+    moved.name = name;
+    moved.parent = parent;
+    attach(folder, moved);
+}
+
+void FolderTable::attach(int number, Folder& folder) {
+    folder.previousSibling = none;
+    folder.nextSibling = none;
+    if (folder.parent == none)
+        return;
+    auto& parent = folders_.at(folder.parent);
+    folder.nextSibling = parent.firstChild;
+    if (folder.nextSibling != none)
+        folders_.at(folder.nextSibling).previousSibling = number;
+    parent.firstChild = number;
+}
+
+void FolderTable::detach(const Folder& folder) {
+    if (folder.nextSibling != none)
+        folders_.at(folder.nextSibling).previousSibling = folder.previousSibling;
+    if (folder.previousSibling != none) {
+        folders_.at(folder.previousSibling).nextSibling = folder.nextSibling;
+    } else if (folder.parent != none) {
+        folders_.at(folder.parent).firstChild = folder.nextSibling;
+    }
+}
+
+std::vector<int> FolderTable::remove(int folder) {
+    const auto* const top = find(folder);
+    if (top == nullptr)
+        return {};
+    detach(*top);
+    std::vector<int> removed = {folder};
+    for (std::size_t index = 0; index < removed.size(); ++index) {
+        const auto found = folders_.find(removed[index]);
+        for (int child = found->second.firstChild; child != none;
+             child = folders_.at(child).nextSibling)
+            removed.push_back(child);
+        folders_.erase(found);
+    }
+    return removed;
+}
+
+std::vector<int> FolderTable::removeAllBut(unsigned pass) {
+    std::vector<int> stale;
+    for (const auto& [number, folder] : folders_) {
+        if (folder.pass != pass)
+            stale.push_back(number);
+    }
+    // Whatever was come by has been moved to a parent that was come by as well.
+    std::vector<int> removed;
+    for (const int folder : stale) {
+        const auto more = remove(folder);
+        removed.insert(removed.end(), more.begin(), more.end());
+    }
+    return removed;
+}
+
+bool FolderTable::isWithin(int folder, int ancestor) const {
+    while (folder != none && folder != ancestor)
+        folder = folders_.at(folder).parent;
+    return folder != none;
+}
+
+std::string FolderTable::path(int folder) const {
+    std::vector<const std::string*> names;
+    while (folder != none) {
+        const auto& entry = folders_.at(folder);
+        names.push_back(&entry.name);
+        folder = entry.parent;
+    }
+    std::string path;
+    for (const auto* name : names | std::views::reverse) {
+        if (path.empty()) {
+            path = *name;
+        } else {
+            appendName(path, *name);
+        }
+    }
+    return path;
+}
+
+void appendName(std::string& path, std::string_view name) {
+    if (!path.ends_with('/'))
+        path += '/';
+    path += name;
+}
+
+} // namespace Platform

@@ -1,0 +1,181 @@
+#include "Platform/FileSystemObjectSource.h"
+
+#include "Platform/Linux/Files/Inotify/InotifyRecords.h"
+#include "Platform/Linux/Loops/WorkerPool.h"
+#include "Platform/POSIX/FileSystemPath.h"
+
+#include <asio/bind_executor.hpp>
+#include <asio/posix/stream_descriptor.hpp>
+#include <asio/post.hpp>
+#include <asio/strand.hpp>
+#include <sys/inotify.h>
+#include <unistd.h>
+
+#include <array>
+#include <atomic>
+#include <cstddef>
+#include <string_view>
+#include <utility>
+
+namespace Platform {
+namespace {
+
+constexpr std::uint32_t entriesWritten = IN_CREATE | IN_DELETE | IN_MOVED_FROM | IN_MOVED_TO;
+
+// Empties the event queue; whether it told of written entries, or of events that were lost.
+bool drain(int fileDescriptor) {
+    std::array<char, 4096> buffer;
+    bool written = false;
+    ssize_t count = 0;
+    while ((count = ::read(fileDescriptor, buffer.data(), buffer.size())) > 0) {
+        forEachInotifyRecord({buffer.data(), static_cast<std::size_t>(count)},
+                             [&](const inotify_event& record, std::string_view) {
+                                 written |= (record.mask & (entriesWritten | IN_Q_OVERFLOW)) != 0;
+                             });
+    }
+    return written;
+}
+
+} // namespace
+
+// Lives on while an operation of the descriptor or a handler is under way.
+class FileSystemObjectSource::Impl : public std::enable_shared_from_this<Impl> {
+public:
+    Impl(int fileDescriptor, DispatchQueue queue)
+        : queue_(std::move(queue))
+        , strand_(asio::make_strand(workerExecutor()))
+        , descriptor_(strand_) {
+        asio::error_code failure; // leaves the source idle
+        descriptor_.assign(fileDescriptor, failure);
+    }
+
+    ~Impl() { releaseDescriptor(); }
+
+    Impl(const Impl&) = delete;
+    Impl& operator=(const Impl&) = delete;
+    Impl(Impl&&) = delete;
+    Impl& operator=(Impl&&) = delete;
+
+    void setEventHandler(Handler handler) { eventHandler_ = std::move(handler); }
+
+    void setCancelHandler(Handler handler) { cancelHandler_ = std::move(handler); }
+
+    void resume() {
+        asio::post(strand_, [self = shared_from_this()] { self->waitForEvents(); });
+    }
+
+    void cancel() {
+        if (!silenced_.exchange(true))
+            asio::post(strand_, [self = shared_from_this()] { self->endDelivery(true); });
+    }
+
+    void release() {
+        if (!silenced_.exchange(true))
+            asio::post(strand_, [self = shared_from_this()] { self->endDelivery(false); });
+    }
+
+private:
+    void waitForEvents() {
+        if (ended_ || !descriptor_.is_open())
+            return;
+        descriptor_.async_wait(asio::posix::stream_descriptor::wait_read,
+                               [self = shared_from_this()](asio::error_code failure) {
+                                   if (!failure && !self->ended_)
+                                       self->receiveEvents();
+                               });
+    }
+
+    void receiveEvents() {
+        if (!drain(descriptor_.native_handle())) {
+            waitForEvents();
+            return;
+        }
+        // The next events are awaited when the handler has returned: so it never runs beside
+        // itself, and a slow one finds what came meanwhile as one event.
+        handlerUnderWay_ = true;
+        queue_.async([self = shared_from_this()] {
+            if (!self->silenced_ && self->eventHandler_)
+                self->eventHandler_();
+            asio::post(self->strand_, [self] { self->handlerReturned(); });
+        });
+    }
+
+    void handlerReturned() {
+        handlerUnderWay_ = false;
+        if (ended_) {
+            finish();
+        } else {
+            waitForEvents();
+        }
+    }
+
+    void endDelivery(bool cancelled) {
+        ended_ = true;
+        cancelled_ = cancelled;
+        releaseDescriptor();
+        if (!handlerUnderWay_)
+            finish();
+    }
+
+    void finish() {
+        eventHandler_ = nullptr; // may hold the owner
+        if (auto handler = std::exchange(cancelHandler_, nullptr); handler && cancelled_)
+            queue_.async(std::move(handler));
+    }
+
+    void releaseDescriptor() {
+        if (descriptor_.is_open())
+            descriptor_.release();
+    }
+
+    const DispatchQueue queue_;
+    asio::strand<asio::any_io_executor> strand_;
+    std::atomic<bool> silenced_ = false; // no event handler starts any more
+    Handler eventHandler_;               // set before `resume`, then read by the handler's task
+
+    // On the strand only.
+    asio::posix::stream_descriptor descriptor_;
+    Handler cancelHandler_;
+    bool handlerUnderWay_ = false;
+    bool ended_ = false;
+    bool cancelled_ = false;
+};
+
+int FileSystemObjectSource::openForEvents(const URL& url) {
+    const auto path = fileSystemPath(url);
+    if (!path)
+        return -1;
+    const int fileDescriptor = inotify_init1(IN_NONBLOCK | IN_CLOEXEC);
+    if (fileDescriptor == -1)
+        return -1;
+    if (inotify_add_watch(fileDescriptor, path->c_str(), entriesWritten) == -1) {
+        ::close(fileDescriptor);
+        return -1;
+    }
+    return fileDescriptor;
+}
+
+FileSystemObjectSource::FileSystemObjectSource(int fileDescriptor, const DispatchQueue& queue)
+    : impl_(std::make_shared<Impl>(fileDescriptor, queue)) {}
+
+FileSystemObjectSource::~FileSystemObjectSource() {
+    impl_->release();
+}
+
+void FileSystemObjectSource::setEventHandler(Handler handler) {
+    impl_->setEventHandler(std::move(handler));
+}
+
+void FileSystemObjectSource::setCancelHandler(Handler handler) {
+    impl_->setCancelHandler(std::move(handler));
+}
+
+void FileSystemObjectSource::resume() {
+    impl_->resume();
+}
+
+void FileSystemObjectSource::cancel() {
+    impl_->cancel();
+}
+
+} // namespace Platform

@@ -1,0 +1,42 @@
+#include "Platform/Native/NativeConnection.h"
+
+#include "Platform/Linux/Helper/HelperLoop.h"
+#include "Platform/Linux/Helper/HelperSession.h"
+
+#include <utility>
+
+namespace Platform {
+
+class NativeConnection::Impl {
+public:
+    explicit Impl(Events events)
+        : session_(std::make_shared<HelperSession>(std::move(events))) {}
+
+    /// Has the task done with the session on the helper loop.
+    template <class Task>
+    void post(Task task) const {
+        HelperLoop::invoke([session = session_, task = std::move(task)] { task(*session); });
+    }
+
+private:
+    const std::shared_ptr<HelperSession> session_;
+};
+
+NativeConnection::NativeConnection(const ConnectionAddress& address, Events events)
+    : impl_(std::make_unique<Impl>(std::move(events))) {
+    impl_->post([address](HelperSession& session) { session.start(address); });
+}
+
+NativeConnection::~NativeConnection() {
+    impl_->post([](HelperSession& session) { session.end(); });
+}
+
+void NativeConnection::call(std::uint64_t number, std::string method,
+                            PropertyList::Array arguments) {
+    impl_->post([call = HelperSession::Call{.number = number,
+                                            .method = std::move(method),
+                                            .arguments = std::move(arguments)}](
+                    HelperSession& session) { session.call(call); });
+}
+
+} // namespace Platform

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "Platform/Linux/Loops/GObjectPtr.h"
+#include "Platform/UserNotificationCenter.h"
+
+#include <cstdint>
+#include <vector>
+
+namespace Platform {
+
+/// What a notification service can do, as far as it makes a difference here.
+struct NotificationCapabilities {
+    bool actions = false;
+    bool bodyMarkup = false;
+
+    /// From the answer of GetCapabilities, "(as)".
+    static NotificationCapabilities read(GVariant* answer);
+};
+
+/// The arguments of Notify (freedesktop Desktop Notifications 1.2) that show the request in place
+/// of the notification with the number `replaced`, 0 for none. Text that is not UTF-8 goes with
+/// U+FFFD for what is wrong with it.
+GVariantPtr makeNotifyArguments(const NotificationRequest& request,
+                                const std::vector<NotificationAction>& actions,
+                                const NotificationCapabilities& capabilities,
+                                std::uint32_t replaced);
+
+/// The key of the action that a click on the notification's body stands for.
+inline constexpr auto defaultActionKey = "default";
+
+} // namespace Platform

@@ -1,0 +1,142 @@
+#include "Platform/UserNotificationCenter.h"
+
+#include "Platform/DispatchQueue.h"
+#include "Platform/Linux/Notifications/DesktopNotifications.h"
+#include "Platform/NeverDestroyed.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cstdint>
+#include <map>
+#include <utility>
+
+namespace Platform {
+
+// All state is touched on the queue alone.
+class UserNotificationCenter::Impl {
+public:
+    using Completion = std::function<void(std::optional<Error> error)>;
+
+    explicit Impl(UserNotificationCenter& center)
+        : center_(center) {}
+
+    void setDelegate(std::weak_ptr<UserNotificationCenterDelegate> delegate) {
+        delegate_ = std::move(delegate);
+    }
+
+    void setCategories(std::vector<NotificationCategory> categories) {
+        categories_ = std::move(categories);
+    }
+
+    const std::vector<NotificationCategory>& categories() const { return categories_; }
+
+    void schedule(NotificationRequest request, Completion completion) {
+        const auto delay = request.trigger ? request.trigger->timeInterval : std::chrono::seconds();
+        const Turn turn{Clock::now() + std::chrono::duration_cast<Clock::duration>(delay),
+                        ++lastNumber_};
+        const auto earlier = std::ranges::find_if(waiting_, [&request](const auto& waiting) {
+            return waiting.second.request.identifier == request.identifier;
+        });
+        if (earlier != waiting_.end()) {
+            earlier->second.completion(std::nullopt);
+            waiting_.erase(earlier);
+        }
+        waiting_.emplace(
+            turn, Waiting{.request = std::move(request), .completion = std::move(completion)});
+        queue.asyncAfter(delay, [this, turn] { deliverUpTo(turn); });
+    }
+
+    const DispatchQueue queue = DispatchQueue::serial("com.tarnwell.UserNotificationCenter");
+
+private:
+    using Clock = std::chrono::steady_clock;
+    using Turn = std::pair<Clock::time_point, std::uint64_t>; // when it is due, and its number
+
+    struct Waiting {
+        NotificationRequest request;
+        Completion completion;
+    };
+
+    // Of two delays that end together, either may be told first: whichever is delivers both.
+    void deliverUpTo(const Turn& turn) {
+        while (!waiting_.empty() && waiting_.begin()->first <= turn) {
+            auto next = waiting_.extract(waiting_.begin()).mapped();
+            auto actions = actionsOf(next.request.content.categoryIdentifier);
+            desktop_.deliver(std::move(next.request), std::move(actions),
+                             std::move(next.completion));
+        }
+    }
+
+    std::vector<NotificationAction> actionsOf(const std::string& category) const {
+        const auto found =
+            std::ranges::find(categories_, category, &NotificationCategory::identifier);
+        return found != categories_.end() ? found->actions : std::vector<NotificationAction>();
+    }
+
+    void answer(const NotificationResponse& response) {
+        if (const auto delegate = delegate_.lock()) {
+            delegate->userNotificationCenterDidReceiveNotificationResponseWithCompletionHandler(
+                center_, response, [] {});
+        }
+    }
+
+    UserNotificationCenter& center_;
+    DesktopNotifications desktop_{
+        queue, [this](const NotificationResponse& response) { answer(response); }};
+    std::weak_ptr<UserNotificationCenterDelegate> delegate_;
+    std::vector<NotificationCategory> categories_;
+    std::map<Turn, Waiting> waiting_; // a later request of the same identifier replaces one
+    std::uint64_t lastNumber_ = 0;
+};
+
+UserNotificationCenter::UserNotificationCenter()
+    : impl_(std::make_unique<Impl>(*this)) {}
+
+UserNotificationCenter::~UserNotificationCenter() = default;
+
+UserNotificationCenter& UserNotificationCenter::current() {
+    struct Current : UserNotificationCenter {};
+
+    static const NeverDestroyed<Current> center;
+    return center.get();
+}
+
+void UserNotificationCenter::setDelegate(std::weak_ptr<UserNotificationCenterDelegate> delegate) {
+    impl_->queue.async([this, delegate = std::move(delegate)] { impl_->setDelegate(delegate); });
+}
+
+// The desktop has its own settings, and the service applies them; a terminal asks nobody's leave.
+void UserNotificationCenter::requestAuthorization(
+    AuthorizationOptions /*options*/,
+    std::function<void(bool granted, std::optional<Error> error)> completion) {
+    impl_->queue.async([completion = std::move(completion)] { completion(true, std::nullopt); });
+}
+
+void UserNotificationCenter::setNotificationCategories(
+    std::vector<NotificationCategory> categories) {
+    impl_->queue.async(
+        [this, categories = std::move(categories)] { impl_->setCategories(categories); });
+}
+
+void UserNotificationCenter::getNotificationCategories(
+    std::function<void(std::vector<NotificationCategory> categories)> completion) {
+    impl_->queue.async(
+        [this, completion = std::move(completion)] { completion(impl_->categories()); });
+}
+
+void UserNotificationCenter::getNotificationSettings(
+    std::function<void(NotificationSettings settings)> completion) {
+    impl_->queue.async([completion = std::move(completion)] {
+        completion({.authorizationStatus = AuthorizationStatus::authorized,
+                    .alertSetting = NotificationSetting::enabled});
+    });
+}
+
+void UserNotificationCenter::add(NotificationRequest request,
+                                 std::function<void(std::optional<Error> error)> completion) {
+    impl_->queue.async([this, request = std::move(request), completion = std::move(completion)] {
+        impl_->schedule(request, completion);
+    });
+}
+
+} // namespace Platform

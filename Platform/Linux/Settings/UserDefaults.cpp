@@ -1,0 +1,109 @@
+#include "Platform/UserDefaults.h"
+
+#include "Platform/Bundle.h"
+#include "Platform/Linux/Settings/DomainFile.h"
+#include "Platform/Linux/Settings/Observations.h"
+#include "Platform/Linux/Settings/RegisteredDefaults.h"
+#include "Platform/Linux/Settings/SettingsFolder.h"
+#include "Platform/NeverDestroyed.h"
+
+#include <filesystem>
+#include <utility>
+
+namespace Platform {
+namespace {
+
+std::string standardDomain() {
+    const auto& information = Bundle::main().infoDictionary();
+    const auto found = information.find("CFBundleIdentifier");
+    const auto* identifier =
+        found != information.end() ? found->second.get<std::string>() : nullptr;
+    if (identifier != nullptr && !identifier->empty())
+        return *identifier;
+    std::error_code failure;
+    return std::filesystem::read_symlink("/proc/self/exe", failure).filename();
+}
+
+} // namespace
+
+class UserDefaults::Impl {
+public:
+    explicit Impl(std::filesystem::path path)
+        : file(std::move(path)) {}
+
+    const DomainFile file;
+};
+
+UserDefaults::UserDefaults(std::shared_ptr<const Impl> impl)
+    : impl_(std::move(impl)) {}
+
+UserDefaults& UserDefaults::standard() {
+    static const NeverDestroyed<UserDefaults> defaults(UserDefaults(
+        std::make_shared<Impl>(settingsFile(standardDomain()).value_or(std::filesystem::path()))));
+    return defaults.get();
+}
+
+std::optional<UserDefaults> UserDefaults::suite(std::string_view suiteName) {
+    auto path = settingsFile(suiteName);
+    if (!path || suiteName == standardDomain())
+        return std::nullopt;
+    return UserDefaults(std::make_shared<Impl>(std::move(*path)));
+}
+
+std::optional<PropertyList> UserDefaults::object(std::string_view key) const {
+    return RegisteredDefaults::lookUp(impl_->file.values(), key);
+}
+
+void UserDefaults::set(std::string_view key, PropertyList value) {
+    impl_->file.change([&](PropertyList::Dictionary& values) {
+        values.insert_or_assign(std::string(key), std::move(value));
+    });
+}
+
+void UserDefaults::remove(std::string_view key) {
+    impl_->file.change([&](PropertyList::Dictionary& values) {
+        if (const auto found = values.find(key); found != values.end())
+            values.erase(found);
+    });
+}
+
+void UserDefaults::registerDefaults(const PropertyList::Dictionary& defaults) {
+    RegisteredDefaults::add(defaults);
+    Observations::shared().look();
+}
+
+class UserDefaults::Observation::Impl {
+public:
+    explicit Impl(std::shared_ptr<ObservedKey> key)
+        : key_(std::move(key)) {
+        Observations::shared().add(key_);
+    }
+
+    ~Impl() {
+        key_->silence();
+        Observations::shared().remove(key_);
+    }
+
+    Impl(const Impl&) = delete;
+    Impl& operator=(const Impl&) = delete;
+    Impl(Impl&&) = delete;
+    Impl& operator=(Impl&&) = delete;
+
+private:
+    const std::shared_ptr<ObservedKey> key_;
+};
+
+UserDefaults::Observation::Observation(std::unique_ptr<Impl> impl)
+    : impl_(std::move(impl)) {}
+
+UserDefaults::Observation::Observation(Observation&& other) noexcept = default;
+UserDefaults::Observation&
+UserDefaults::Observation::operator=(Observation&& other) noexcept = default;
+UserDefaults::Observation::~Observation() = default;
+
+UserDefaults::Observation UserDefaults::observe(const std::string& keyPath, Handler handler) const {
+    return Observation(std::make_unique<Observation::Impl>(
+        std::make_shared<ObservedKey>(impl_->file, keyPath, std::move(handler))));
+}
+
+} // namespace Platform

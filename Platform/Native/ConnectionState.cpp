@@ -1,0 +1,171 @@
+#include "Platform/Native/ConnectionState.h"
+
+#include "Platform/Native/ConnectionCall.h"
+
+#include <utility>
+
+namespace Platform {
+
+using Kind = ConnectionError::Kind;
+
+namespace {
+
+ConnectionError failure(Kind kind, const std::string& description) {
+    return {.kind = kind, .description = description};
+}
+
+} // namespace
+
+Connection::State::State(ConnectionAddress address)
+    : address_(std::move(address))
+    , deliveries_(std::make_shared<SuspendableQueue>("com.tarnwell.Connection")) {
+    if (!isConfigured()) {
+        reason_ = "the connection is not configured";
+        deliveries_->open(); // its calls fail at once, which is all that it ever tells
+    }
+}
+
+void Connection::State::resume() {
+    const std::lock_guard lock(mutex_);
+    if (deliveries_->resume() && standing_ == Standing::made)
+        start();
+}
+
+void Connection::State::suspend() {
+    deliveries_->suspend();
+}
+
+void Connection::State::invalidate() {
+    std::unique_ptr<NativeConnection> native; // goes when the lock is free
+    const std::lock_guard lock(mutex_);
+    if (standing_ != Standing::invalid)
+        native = end("the connection was invalidated");
+    deliveries_->open(); // also what a lost bus left to tell: nobody may resume it any more
+}
+
+void Connection::State::setInterruptionHandler(Handler handler) {
+    const std::lock_guard lock(mutex_);
+    if (!hasToldInvalidation_)
+        std::swap(handlers_.interruption, handler); // the caller destroys the earlier one
+}
+
+void Connection::State::setInvalidationHandler(Handler handler) {
+    const std::lock_guard lock(mutex_);
+    if (!hasToldInvalidation_)
+        std::swap(handlers_.invalidation, handler);
+}
+
+void Connection::State::call(std::string method, PropertyList::Array arguments,
+                             Completion completion) {
+    const auto fault = faultOfCall(method, arguments);
+    const std::lock_guard lock(mutex_);
+    if (leadsNowhere()) {
+        complete(std::move(completion), failure(Kind::invalidated, reason_));
+    } else if (fault) {
+        complete(std::move(completion), failure(Kind::badCall, *fault));
+    } else {
+        const auto number = ++lastNumber_;
+        pending_.emplace(number, std::move(completion));
+        if (native_) {
+            native_->call(number, std::move(method), std::move(arguments));
+        } else {
+            unsent_.push_back({number, std::move(method), std::move(arguments)});
+        }
+    }
+}
+
+NativeConnection::Events Connection::State::events() {
+    const std::weak_ptr<State> weak = weak_from_this();
+    return {.replied =
+                [weak](std::uint64_t number, ConnectionReply reply) {
+                    if (const auto self = weak.lock())
+                        self->replied(number, std::move(reply));
+                },
+            .interrupted =
+                [weak](const std::string& reason) {
+                    if (const auto self = weak.lock())
+                        self->interrupted(reason);
+                },
+            .invalidated =
+                [weak](std::string reason) {
+                    if (const auto self = weak.lock())
+                        self->invalidated(std::move(reason));
+                }};
+}
+
+void Connection::State::replied(std::uint64_t number, ConnectionReply reply) {
+    const std::lock_guard lock(mutex_);
+    if (auto call = pending_.extract(number))
+        complete(std::move(call.mapped()), std::move(reply));
+}
+
+void Connection::State::interrupted(const std::string& reason) {
+    const std::lock_guard lock(mutex_);
+    if (standing_ != Standing::started)
+        return;
+    failPending(Kind::interrupted, reason);
+    deliveries_->async([self = shared_from_this()] { self->tellInterruption(); });
+}
+
+void Connection::State::invalidated(std::string reason) {
+    std::unique_ptr<NativeConnection> native; // goes when the lock is free
+    const std::lock_guard lock(mutex_);
+    if (standing_ == Standing::started)
+        native = end(std::move(reason));
+}
+
+void Connection::State::tellInterruption() {
+    Handler handler;
+    {
+        const std::lock_guard lock(mutex_);
+        handler = handlers_.interruption;
+    }
+    if (handler)
+        handler();
+}
+
+void Connection::State::tellInvalidation() {
+    Handlers handlers;
+    {
+        const std::lock_guard lock(mutex_);
+        handlers = std::exchange(handlers_, {});
+        hasToldInvalidation_ = true;
+    }
+    if (handlers.invalidation)
+        handlers.invalidation();
+}
+
+void Connection::State::start() {
+    if (!isConfigured()) {
+        end(reason_);
+        return;
+    }
+    standing_ = Standing::started;
+    native_ = std::make_unique<NativeConnection>(address_, events());
+    for (auto& call : std::exchange(unsent_, {}))
+        native_->call(call.number, std::move(call.method), std::move(call.arguments));
+}
+
+std::unique_ptr<NativeConnection> Connection::State::end(std::string reason) {
+    standing_ = Standing::invalid;
+    reason_ = std::move(reason);
+    unsent_.clear();
+    failPending(Kind::invalidated, reason_);
+    deliveries_->async([self = shared_from_this()] { self->tellInvalidation(); });
+    return std::move(native_);
+}
+
+void Connection::State::failPending(Kind kind, const std::string& reason) {
+    for (auto& [number, completion] : std::exchange(pending_, {}))
+        complete(std::move(completion), failure(kind, reason));
+}
+
+void Connection::State::complete(Completion completion, ConnectionReply reply) {
+    if (!completion)
+        return;
+    deliveries_->async([completion = std::move(completion), reply = std::move(reply)]() mutable {
+        completion(std::move(reply));
+    });
+}
+
+} // namespace Platform

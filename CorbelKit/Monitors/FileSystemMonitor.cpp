@@ -47,12 +47,12 @@ FileSystemMonitor::~FileSystemMonitor() {
 }
 
 std::shared_ptr<MonitorDelegate> FileSystemMonitor::delegate() const {
-    const MutexLock lock(mutex_);
+    const Platform::MutexLock lock(mutex_);
     return delegate_.lock();
 }
 
 void FileSystemMonitor::setDelegate(std::weak_ptr<MonitorDelegate> delegate) {
-    const MutexLock lock(mutex_);
+    const Platform::MutexLock lock(mutex_);
     delegate_ = std::move(delegate);
 }
 
@@ -61,7 +61,7 @@ bool FileSystemMonitor::hasStream() const {
 }
 
 std::optional<FileSystemMonitor::Stream> FileSystemMonitor::stream() const {
-    const MutexLock lock(mutex_);
+    const Platform::MutexLock lock(mutex_);
     return streamRef_;
 }
 
@@ -73,7 +73,7 @@ void FileSystemMonitor::startMonitoring() {
                 monitor->notifyDelegate(paths);
         });
     {
-        const MutexLock lock(mutex_);
+        const Platform::MutexLock lock(mutex_);
         streamRef_ = stream;
     }
     if (!stream)

@@ -32,22 +32,22 @@ SingleFolderMonitor::~SingleFolderMonitor() {
 }
 
 std::shared_ptr<MonitorDelegate> SingleFolderMonitor::delegate() const {
-    const MutexLock lock(mutex_);
+    const Platform::MutexLock lock(mutex_);
     return delegate_.lock();
 }
 
 void SingleFolderMonitor::setDelegate(std::weak_ptr<MonitorDelegate> delegate) {
-    const MutexLock lock(mutex_);
+    const Platform::MutexLock lock(mutex_);
     delegate_ = std::move(delegate);
 }
 
 int SingleFolderMonitor::fileDescriptor() const {
-    const MutexLock lock(mutex_);
+    const Platform::MutexLock lock(mutex_);
     return fileDescriptor_;
 }
 
 bool SingleFolderMonitor::hasSource() const {
-    const MutexLock lock(mutex_);
+    const Platform::MutexLock lock(mutex_);
     return source_ != nullptr;
 }
 
@@ -56,7 +56,7 @@ void SingleFolderMonitor::startMonitoring() {
         return;
     const int opened = FileSystemObjectSource::openForEvents(url_);
     {
-        const MutexLock lock(mutex_);
+        const Platform::MutexLock lock(mutex_);
         fileDescriptor_ = opened;
     }
     if (opened == -1)
@@ -83,7 +83,7 @@ void SingleFolderMonitor::startMonitoring() {
 void SingleFolderMonitor::stopMonitoring() {
     std::shared_ptr<Source> source;
     {
-        const MutexLock lock(mutex_);
+        const Platform::MutexLock lock(mutex_);
         source = source_;
     }
     if (source)
@@ -101,7 +101,7 @@ void SingleFolderMonitor::closeFileDescriptor() {
 }
 
 void SingleFolderMonitor::forgetFileDescriptor() {
-    const MutexLock lock(mutex_);
+    const Platform::MutexLock lock(mutex_);
     fileDescriptor_ = -1;
 }
 
@@ -112,7 +112,7 @@ void SingleFolderMonitor::forgetSource() {
 // The source given up dies outside the lock.
 std::shared_ptr<SingleFolderMonitor::Source>
 SingleFolderMonitor::exchangeSource(std::shared_ptr<Source> source) {
-    const MutexLock lock(mutex_);
+    const Platform::MutexLock lock(mutex_);
     return std::exchange(source_, std::move(source));
 }
 

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "CorbelKit/Monitors/MonitorType.h"
-#include "CorbelKit/Services/ThreadSafety.h"
 #include "Platform/DispatchQueue.h"
 #include "Platform/FileSystemObjectSource.h"
+#include "Platform/Mutex.h"
 
 #include <memory>
 
@@ -68,7 +68,7 @@ private:
     const Platform::URL url_;
 
     // The owner's thread and the monitors' queue meet in these.
-    mutable Mutex mutex_;
+    mutable Platform::Mutex mutex_;
     int fileDescriptor_ CORBEL_GUARDED_BY(mutex_) = -1;
     std::shared_ptr<Source> source_ CORBEL_GUARDED_BY(mutex_);
     std::weak_ptr<MonitorDelegate> delegate_ CORBEL_GUARDED_BY(mutex_);

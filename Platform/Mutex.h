@@ -3,16 +3,21 @@
 #include <mutex>
 
 // Clang's thread-safety analysis turns "guarded by" from a claim into an error; other compilers
-// read past it.
+// read past it (https://clang.llvm.org/docs/ThreadSafetyAnalysis.html).
 #if defined(__clang__)
 #define CORBEL_THREAD_ATTRIBUTE(x) __attribute__((x))
 #else
 #define CORBEL_THREAD_ATTRIBUTE(x)
 #endif
 
+/// The field is touched only while the mutex is held.
 #define CORBEL_GUARDED_BY(x) CORBEL_THREAD_ATTRIBUTE(guarded_by(x))
+/// The function is called only while the mutex is held, and leaves it so.
+#define CORBEL_REQUIRES(...) CORBEL_THREAD_ATTRIBUTE(requires_capability(__VA_ARGS__))
+/// The function takes the mutex itself, or calls what may: never called while it is held.
+#define CORBEL_EXCLUDES(...) CORBEL_THREAD_ATTRIBUTE(locks_excluded(__VA_ARGS__))
 
-namespace CorbelKit {
+namespace Platform {
 
 /// A mutex that the analysis knows. For state that two threads share where no queue serves.
 class CORBEL_THREAD_ATTRIBUTE(capability("mutex")) Mutex {
@@ -49,4 +54,4 @@ private:
     Mutex& mutex_;
 };
 
-} // namespace CorbelKit
+} // namespace Platform

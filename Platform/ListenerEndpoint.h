@@ -13,7 +13,7 @@ public:
     class Impl;
 
     /// From the text form that the listener gave of it. On Linux that is the address of a D-Bus
-    /// server, such as "unix:path=/run/user/1000/helper" (D-Bus specification, "Server Addresses").
+    /// server, such as "unix:path=/run/user/1000/helper" (D-Bus 0.38, "Server Addresses").
     /// On macOS an endpoint has no text form. A text that is none makes an endpoint that nobody
     /// listens at: a connection to it is invalidated when it is resumed.
     explicit ListenerEndpoint(std::string_view address);

@@ -115,10 +115,6 @@ public:
     /// Replaces the categories registered before.
     void setNotificationCategories(std::vector<NotificationCategory> categories);
 
-    /// The completion gets the categories that were set last.
-    void getNotificationCategories(
-        std::function<void(std::vector<NotificationCategory> categories)> completion);
-
     /// The completion gets what the user and the system let through at present.
     void getNotificationSettings(std::function<void(NotificationSettings settings)> completion);
 

@@ -1,10 +1,10 @@
 #include "Vesper_Pro_Agent/NotificationDelegate.h"
 
 #include "CorbelKit/Services/Const.h"
-#include "CorbelKit/Services/UTF8.h"
 #include "Platform/Base64.h"
 #include "Platform/DispatchQueue.h"
 #include "Platform/Log.h"
+#include "Platform/UTF8.h"
 #include "Platform/Workspace.h"
 
 #include <string>
@@ -34,7 +34,7 @@ void act(std::string_view actionIdentifier, std::string_view requestIdentifier) 
 // The Base64 stands in the link as it is, "/" and "+" included: the main application reads what
 // follows "://" as given.
 std::optional<Platform::URL> jobLink(std::string_view path) {
-    if (!CorbelKit::UTF8::isWellFormed(path))
+    if (!Platform::UTF8::isWellFormed(path))
         return std::nullopt;
     return Platform::URL::parse(std::string(Const::App::URL::jobLinkScheme)
                                     .append("://")

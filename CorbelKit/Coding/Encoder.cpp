@@ -1,6 +1,6 @@
 #include "CorbelKit/Coding/Encoder.h"
 
-#include "CorbelKit/Services/UTF8.h"
+#include "Platform/UTF8.h"
 
 namespace CorbelKit {
 
@@ -28,7 +28,7 @@ void Encoder::encodeNull() {
 
 void Encoder::put(PropertyList value) {
     const auto* text = value.get<std::string>();
-    if (text != nullptr && !UTF8::isWellFormed(*text))
+    if (text != nullptr && !Platform::UTF8::isWellFormed(*text))
         fail("The text is not UTF-8.");
     *place_ = std::move(value);
 }
@@ -50,7 +50,7 @@ Encoder Encoder::descend(PropertyList& place, CodingKey key) const {
 Encoder KeyedEncodingContainer::encoderFor(std::string_view key) {
     auto& entries = std::get<PropertyList::Dictionary>(encoder_.place_->value());
     auto encoder = encoder_.descend(entries[std::string(key)], key);
-    if (!UTF8::isWellFormed(key))
+    if (!Platform::UTF8::isWellFormed(key))
         encoder.fail("The key is not UTF-8.");
     return encoder;
 }

@@ -1,7 +1,7 @@
 #include "CorbelKit/Formats/Octal.h"
 
 #include "CorbelKit/Formats/ParsedInteger.h"
-#include "CorbelKit/Services/UTF8.h"
+#include "Platform/UTF8.h"
 
 #include <array>
 #include <charconv>
@@ -13,7 +13,7 @@ constexpr std::size_t digitCount = 3;
 
 /// What remains of the text behind its first character.
 std::string_view behindFirst(std::string_view text) {
-    return text.substr(UTF8::decodeFirst(text).length);
+    return text.substr(Platform::UTF8::decodeFirst(text).length);
 }
 
 std::size_t countCharacters(std::string_view text) {
@@ -47,7 +47,7 @@ std::string symbolic(std::string_view octal, Mode mode) {
     std::string text;
     std::string_view rest = value;
     for (const auto* prefix : {"u=", ",g=", ",o="}) {
-        text.append(prefix).append(triple(UTF8::decodeFirst(rest).scalar, mode));
+        text.append(prefix).append(triple(Platform::UTF8::decodeFirst(rest).scalar, mode));
         rest = behindFirst(rest);
     }
     return text.append(" ").append(value);

@@ -1,7 +1,7 @@
 #include "CorbelKit/Formats/StringEncoding.h"
 
-#include "CorbelKit/Services/UTF8.h"
 #include "Platform/TextServices.h"
+#include "Platform/UTF8.h"
 
 #include <algorithm>
 #include <optional>
@@ -59,7 +59,7 @@ std::optional<Claims> claimsOf(std::string_view text) {
     Claims claims;
     for (std::size_t begin = 0; begin < text.size();) {
         const auto end = characterBoundary(text, begin + blockSize);
-        if (!UTF8::isWellFormed(text.substr(begin, end - begin)))
+        if (!Platform::UTF8::isWellFormed(text.substr(begin, end - begin)))
             return std::nullopt;
         if (claims.charset == none)
             findClaims(text, begin, end, claims);
@@ -71,7 +71,7 @@ std::optional<Claims> claimsOf(std::string_view text) {
 bool hasCodeUnits(std::string_view text, std::size_t fewest) {
     std::size_t units = 0;
     while (units < fewest && !text.empty()) {
-        const auto length = UTF8::decodeFirst(text).length;
+        const auto length = Platform::UTF8::decodeFirst(text).length;
         units += length == 4 ? 2 : 1; // a surrogate pair
         text.remove_prefix(length);
     }
@@ -87,7 +87,7 @@ std::string_view encodingName(std::string_view behind) {
     if (behind.empty())
         return {};
     constexpr std::size_t quotes = 2;
-    auto name = behind.substr(UTF8::decodeFirst(behind).length, longestName + quotes + 1);
+    auto name = behind.substr(Platform::UTF8::decodeFirst(behind).length, longestName + quotes + 1);
     name = name.substr(0, name.find("?>"));
     if (name.starts_with('"'))
         name.remove_prefix(1);

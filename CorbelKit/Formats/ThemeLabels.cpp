@@ -1,8 +1,8 @@
 #include "CorbelKit/Formats/Theme.h"
 #include "CorbelKit/Services/Const.h"
 #include "CorbelKit/Services/ResourceBundle.h"
-#include "CorbelKit/Services/UTF8.h"
 #include "Platform/TextServices.h"
+#include "Platform/UTF8.h"
 
 namespace CorbelKit {
 namespace {
@@ -12,7 +12,7 @@ std::string inSentenceCase(std::string_view key) {
     auto text = localizedString(key);
     if (text.empty())
         return text;
-    const auto first = UTF8::decodeFirst(text).length;
+    const auto first = Platform::UTF8::decodeFirst(text).length;
     return Platform::TextServices::capitalized(text.substr(0, first)) +
            Platform::TextServices::lowercased(text.substr(first));
 }

@@ -7,6 +7,7 @@
 #include "CorbelKit/Services/NotificationCenter.h"
 #include "CorbelKit/Services/UserDataFile.h"
 #include "CorbelKit/Services/UserDataFolder.h"
+#include "Platform/Application.h"
 #include "Platform/FileContents.h"
 #include "Platform/MainThread.h"
 #include "Platform/NeverDestroyed.h"
@@ -55,7 +56,7 @@ std::optional<Items> themesIn(const URL& file) {
 }
 
 bool prefersDark() {
-    return isDark(ApplicationAppearance()) ||
+    return isDark(Platform::Application::effectiveAppearance()) ||
            Platform::UserDefaults::standard().integer(Defaults::appearance) == darkAppearance;
 }
 

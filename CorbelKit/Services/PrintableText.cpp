@@ -1,6 +1,6 @@
 #include "CorbelKit/Services/PrintableText.h"
 
-#include "CorbelKit/Services/UTF8.h"
+#include "Platform/UTF8.h"
 
 #include <array>
 #include <charconv>
@@ -58,7 +58,7 @@ std::string printableText(std::string_view bytes) {
     std::string text;
     text.reserve(bytes.size());
     while (!bytes.empty()) {
-        const auto character = UTF8::decodeFirst(bytes);
+        const auto character = Platform::UTF8::decodeFirst(bytes);
         if (!character.wellFormed) {
             text += "\uFFFD";
         } else if (actsOnDisplay(character.scalar)) {

@@ -1,10 +1,10 @@
 #include "CorbelKit/Services/RunTool.h"
 
 #include "CorbelKit/Services/Const.h"
-#include "CorbelKit/Services/UTF8.h"
 #include "Platform/FileHandle.h"
 #include "Platform/FileManager.h"
 #include "Platform/Subprocess.h"
+#include "Platform/UTF8.h"
 
 #include <algorithm>
 #include <array>
@@ -44,7 +44,7 @@ std::string readText(Platform::FileHandle& output) {
         if (*count == 0)
             return text;
         const std::string_view piece(reinterpret_cast<const char*>(chunk.data()), *count);
-        if (UTF8::isWellFormed(piece))
+        if (Platform::UTF8::isWellFormed(piece))
             text += piece;
     }
 }

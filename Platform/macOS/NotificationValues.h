@@ -20,8 +20,6 @@ foundationCategories(const std::vector<NotificationCategory>& categories);
 
 NotificationResponse portableResponse(UNNotificationResponse* response) noexcept;
 NotificationSettings portableSettings(UNNotificationSettings* settings) noexcept;
-std::vector<NotificationCategory>
-portableCategories(NSSet<UNNotificationCategory*>* categories) noexcept;
 
 /// Absent for nil.
 std::optional<Error> portableError(NSError* error) noexcept;

@@ -41,16 +41,6 @@ UNNotificationCategory* foundationCategory(const NotificationCategory& category)
                                                   options:UNNotificationCategoryOptions()];
 }
 
-NotificationCategory portableCategory(UNNotificationCategory* category) {
-    NotificationCategory result{.identifier = portableText(category.identifier)};
-    for (UNNotificationAction* action in category.actions)
-        result.actions.push_back(
-            {.identifier = portableText(action.identifier), .title = portableText(action.title)});
-    for (NSString* intent in category.intentIdentifiers)
-        result.intentIdentifiers.push_back(portableText(intent));
-    return result;
-}
-
 std::optional<TimeIntervalNotificationTrigger> portableTrigger(UNNotificationTrigger* trigger) {
     if (![trigger isKindOfClass:UNTimeIntervalNotificationTrigger.class])
         return std::nullopt;
@@ -118,14 +108,6 @@ NotificationResponse portableResponse(UNNotificationResponse* response) noexcept
 NotificationSettings portableSettings(UNNotificationSettings* settings) noexcept {
     return {.authorizationStatus = portableStatus(settings.authorizationStatus),
             .alertSetting = portableSetting(settings.alertSetting)};
-}
-
-std::vector<NotificationCategory>
-portableCategories(NSSet<UNNotificationCategory*>* categories) noexcept {
-    std::vector<NotificationCategory> result;
-    for (UNNotificationCategory* category in categories)
-        result.push_back(portableCategory(category));
-    return result;
 }
 
 std::optional<Error> portableError(NSError* error) noexcept {

@@ -144,18 +144,6 @@ void UserNotificationCenter::setNotificationCategories(
     }
 }
 
-void UserNotificationCenter::getNotificationCategories(
-    std::function<void(std::vector<NotificationCategory> categories)> completion) {
-    if (impl_->refusal()) {
-        post(completion, {});
-        return;
-    }
-    [impl_->center() getNotificationCategoriesWithCompletionHandler:^(
-                         NSSet<UNNotificationCategory*>* categories) {
-        post(completion, portableCategories(categories));
-    }];
-}
-
 void UserNotificationCenter::getNotificationSettings(
     std::function<void(NotificationSettings settings)> completion) {
     if (impl_->refusal()) {

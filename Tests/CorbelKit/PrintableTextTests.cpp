@@ -1,5 +1,5 @@
 #include "CorbelKit/Services/PrintableText.h"
-#include "CorbelKit/Services/UTF8.h"
+#include "Platform/UTF8.h"
 
 #include <gtest/gtest.h>
 
@@ -35,6 +35,6 @@ TEST(PrintableText, ReplacesWhatIsNotUTF8AndLosesNothingBehindIt) {
     };
     for (const auto& [bytes, shown] : cases) {
         EXPECT_EQ(printableText(bytes), shown);
-        EXPECT_FALSE(CorbelKit::UTF8::isWellFormed(bytes));
+        EXPECT_FALSE(Platform::UTF8::isWellFormed(bytes));
     }
 }

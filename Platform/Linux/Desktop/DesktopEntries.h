@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-/// The installed applications by their desktop entries (Desktop Entry Specification 1.5), read
+/// The installed applications by their desktop entries (Desktop Entry 1.5), read
 /// anew for each question: nothing is kept and no folder is watched. Callable on any thread.
 namespace Platform::DesktopEntries {
 

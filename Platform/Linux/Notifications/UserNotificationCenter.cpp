@@ -28,8 +28,6 @@ public:
         categories_ = std::move(categories);
     }
 
-    const std::vector<NotificationCategory>& categories() const { return categories_; }
-
     void schedule(NotificationRequest request, Completion completion) {
         const auto delay = request.trigger ? request.trigger->timeInterval : std::chrono::seconds();
         const Turn turn{Clock::now() + std::chrono::duration_cast<Clock::duration>(delay),
@@ -116,12 +114,6 @@ void UserNotificationCenter::setNotificationCategories(
     std::vector<NotificationCategory> categories) {
     impl_->queue.async(
         [this, categories = std::move(categories)] { impl_->setCategories(categories); });
-}
-
-void UserNotificationCenter::getNotificationCategories(
-    std::function<void(std::vector<NotificationCategory> categories)> completion) {
-    impl_->queue.async(
-        [this, completion = std::move(completion)] { completion(impl_->categories()); });
 }
 
 void UserNotificationCenter::getNotificationSettings(

@@ -105,8 +105,6 @@ typedef NS_OPTIONS(NSUInteger, UNNotificationCategoryOptions) {
 - (void)requestAuthorizationWithOptions:(UNAuthorizationOptions)options
                       completionHandler:(void (^)(BOOL granted, NSError* error))completionHandler;
 - (void)setNotificationCategories:(NSSet<UNNotificationCategory*>*)categories;
-- (void)getNotificationCategoriesWithCompletionHandler:
-    (void (^)(NSSet<UNNotificationCategory*>* categories))completionHandler;
 - (void)getNotificationSettingsWithCompletionHandler:
     (void (^)(UNNotificationSettings* settings))completionHandler;
 - (void)addNotificationRequest:(UNNotificationRequest*)request

@@ -1,4 +1,4 @@
-#include "CorbelKit/Services/Const.h"
+#include "CorbelKit/Services/Const/App.h"
 
 #include "Platform/FileManager.h"
 #include "Platform/NeverDestroyed.h"

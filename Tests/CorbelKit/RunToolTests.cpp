@@ -1,47 +1,32 @@
 #include "CorbelKit/Services/RunTool.h"
-#include "Tests/Support/TemporaryFolder.h"
-
-#include <gtest/gtest.h>
+#include "Tests/Support/Testing.h"
 
 #include <csignal>
 
-using CorbelKit::runTool;
-using CorbelKit::SendNewline;
+using namespace CorbelKit;
 
-TEST(RunTool, NamesAToolThatDoesNotExist) {
-    EXPECT_EQ(runTool("x", "/nowhere/tool", SendNewline::yes), "/nowhere/tool does not exist");
-}
-
-TEST(RunTool, PassesOneTextToAShellAsItsCommandAndToOthersAsTheOneArgument) {
-    EXPECT_EQ(runTool("echo \"$0 $#\"; echo seen >&2", "/bin/sh", SendNewline::no),
-              "/bin/sh 0\nseen\n");
-    EXPECT_EQ(runTool("a  b", "/usr/bin/printf", SendNewline::no), "a  b");
-    EXPECT_EQ(
-        runTool(std::vector<std::string>{"%s|", "a", "b c"}, "/usr/bin/printf", SendNewline::no),
-        "a|b c|");
-    EXPECT_EQ(runTool(std::monostate(), "/bin/echo", SendNewline::no), "");
-}
-
-TEST(RunTool, EndsStandardInputAfterTheNewline) {
-    EXPECT_EQ(runTool(std::vector<std::string>{"-c"}, "/usr/bin/wc", SendNewline::yes), "1\n");
-}
-
-TEST(RunTool, LeavesOutEachPieceThatIsNotTextByItself) {
+TEST(RunTool, GivesWhatTheToolMakesOfItsArguments) {
+    using List = std::vector<std::string>;
+    const TestSupport::TemporaryFolder folder;
+    const auto noProgram = (folder / "tool").string();
+    TestSupport::writeFile(noProgram, "no program");
+    std::filesystem::permissions(noProgram, std::filesystem::perms::owner_all);
+    std::signal(SIGPIPE, SIG_IGN); // as the application has it: nobody may read the newline
     // "é" across the border of the first two pieces of 1024 bytes spoils both; the third stands.
-    const auto* script = "head -c 1023 /dev/zero | tr '\\0' a; printf '\\303\\251';"
-                         "head -c 1023 /dev/zero | tr '\\0' b; printf ccc";
-    TestSupport::TemporaryFolder folder;
-    const auto output = folder / "output";
-    runTool(std::string("{ ") + script + "; } > " + output.string(), "/bin/sh", SendNewline::no);
-    EXPECT_EQ(runTool(std::vector<std::string>{output.string()}, "/bin/cat", SendNewline::no),
-              "ccc");
-}
+    const auto pieces = folder / "pieces";
+    TestSupport::writeFile(pieces, std::string(1023, 'a') + "é" + std::string(1023, 'b') + "ccc");
 
-TEST(RunTool, DoesNotWaitForAToolThatCannotBeStarted) {
-    std::signal(SIGPIPE, SIG_IGN); // as the application has it: nobody will read the newline
-    TestSupport::TemporaryFolder folder;
-    TestSupport::writeFile(folder / "tool", "no program");
-    std::filesystem::permissions(folder / "tool", std::filesystem::perms::owner_all);
-    EXPECT_EQ(runTool(std::monostate(), (folder / "tool").string(), SendNewline::yes), "");
-    EXPECT_EQ(runTool("x", folder.path().string(), SendNewline::yes), "");
+    const std::tuple<ToolArguments, std::string, SendNewline, std::string> cases[] = {
+        {"echo \"$0 $#\"; echo seen >&2", "/bin/sh", SendNewline::no, "/bin/sh 0\nseen\n"},
+        {"a  b", "/usr/bin/printf", SendNewline::no, "a  b"},
+        {List{"%s|", "a", "b c"}, "/usr/bin/printf", SendNewline::no, "a|b c|"},
+        {List{"-c"}, "/usr/bin/wc", SendNewline::yes, "1\n"},
+        {List{pieces}, "/bin/cat", SendNewline::no, "ccc"},
+        {std::monostate(), "/bin/echo", SendNewline::no, ""},
+        {"x", noProgram, SendNewline::yes, ""},
+        {"x", folder.path(), SendNewline::yes, ""},
+        {"x", "/nowhere/tool", SendNewline::yes, "/nowhere/tool does not exist"},
+    };
+    for (const auto& [arguments, tool, sendNewline, output] : cases)
+        EXPECT_EQ(runTool(arguments, tool, sendNewline), output) << tool;
 }

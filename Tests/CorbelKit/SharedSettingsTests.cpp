@@ -1,5 +1,5 @@
 #include "CorbelKit/Services/SharedSettings.h"
-#include "Tests/Platform/UserDefaultsSuite.h"
+#include "Tests/Support/Testing.h"
 
 using namespace CorbelKit;
 using Platform::PropertyList;
@@ -8,11 +8,12 @@ TEST(SharedSettings, ReadOnlyAListOfTexts) {
     const TestSupport::TemporaryFolder folder;
     const TestSupport::EnvironmentVariable variable("XDG_CONFIG_HOME", folder.path().string());
     EXPECT_TRUE(SharedSettings::readStringArray("TestList").empty());
-    const PropertyList::Array texts{std::string("b"), std::string("a")};
-    auto mixed = texts;
-    mixed.emplace_back(true);
+    const std::string a = "a", b = "b";
     const std::pair<PropertyList, std::vector<std::string>> cases[] = {
-        {texts, {"b", "a"}}, {mixed, {}}, {std::string("b"), {}}, {PropertyList::Array(), {}}};
+        {PropertyList::Array{b, a}, {"b", "a"}},
+        {PropertyList::Array{a, true}, {}},
+        {a, {}},
+        {PropertyList::Array(), {}}};
     for (const auto& [value, list] : cases) {
         SharedSettings::suite()->set("TestList", value);
         EXPECT_EQ(SharedSettings::readStringArray("TestList"), list);

@@ -1,148 +1,97 @@
 // What is left of saves that fail, where alerts are lines on standard error and a login manager
 // grants the activities.
 
-#include "CorbelKit/Services/UserDataProtocols.h"
-#include "Platform/MainThread.h"
+#include "CorbelKit/Services/UserDataList.h"
 #include "Tests/CorbelKit/Note.h"
-#include "Tests/Support/EnvironmentVariable.h"
 #include "Tests/Support/Linux/BusDaemon.h"
 #include "Tests/Support/Linux/LoginManager.h"
 #include "Tests/Support/MainLoop.h"
-#include "Tests/Support/TemporaryFolder.h"
-#include "Tests/Support/WaitUntil.h"
+#include "Tests/Support/Testing.h"
 
-#include <gtest/gtest.h>
 #include <sys/resource.h>
 
 #include <csignal>
-#include <iterator>
 
 using namespace CorbelKit;
-using Platform::URL;
-using TestSupport::waitUntil;
+using namespace TestSupport;
 
 namespace {
 
-namespace fs = std::filesystem;
-
-/// Lets no file grow beyond so many bytes: to a program that is as good as a full disk.
-class FileSizeLimit {
-public:
-    explicit FileSizeLimit(rlim_t bytes)
-        : handler_(std::signal(SIGXFSZ, SIG_IGN)) {
-        getrlimit(RLIMIT_FSIZE, &before_);
-        const rlimit limit{.rlim_cur = bytes, .rlim_max = before_.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &limit);
-    }
-
-    ~FileSizeLimit() {
-        setrlimit(RLIMIT_FSIZE, &before_);
-        std::signal(SIGXFSZ, handler_);
-    }
-
-    FileSizeLimit(const FileSizeLimit&) = delete;
-    FileSizeLimit& operator=(const FileSizeLimit&) = delete;
-
-private:
-    rlimit before_{};
-    void (*handler_)(int);
-};
-
-std::ptrdiff_t openDescriptors() {
-    return std::distance(fs::directory_iterator("/proc/self/fd"), fs::directory_iterator());
-}
-
-class Model final : public UserDataProtocol<std::vector<Note>> {
-public:
-    std::vector<Note> userData() const override { return notes; }
-
-    std::optional<URL> url() const override { return place; }
-
-    std::vector<Note> notes;
-    std::optional<URL> place;
-};
+using Notes = UserDataList<Note>;
 
 class UserDataFailure : public ::testing::Test {
 protected:
-    /// Saves, and gives what the user is told of it.
-    std::string alertOf(void (Model::*save)() const) {
+    /// The line that the save shows to the user.
+    std::string alertOf(const std::function<void()>& save) {
         testing::internal::CaptureStderr();
-        (model.*save)();
+        save();
         bool done = false;
-        QueuedSave::shared().write({}, URL::file((folder / "fence").string()), [&](const auto&) {
+        QueuedSave::shared().write({}, fileURL(folder / "fence"), [&](const auto&) {
             Platform::MainThread::run([&] { done = true; });
         });
         EXPECT_TRUE(waitUntil([&] {
-            TestSupport::drainMainLoop();
+            drainMainLoop();
             return done;
         }));
         return testing::internal::GetCapturedStderr();
     }
 
-    TestSupport::TemporaryFolder folder;
-    TestSupport::BusDaemon bus;
-    TestSupport::EnvironmentVariable address{"DBUS_SYSTEM_BUS_ADDRESS", bus.address()};
-    TestSupport::LoginManager loginManager{bus.address()};
-    Model model;
+    TemporaryFolder folder;
+    BusDaemon bus;
+    EnvironmentVariable address{"DBUS_SYSTEM_BUS_ADDRESS", bus.address()};
+    LoginManager loginManager{bus.address()};
+    Platform::UndoManager undoManager;
+    Notes notes{fileURL(folder / "Notes.plist"), undoManager};
 };
 
-TEST_F(UserDataFailure, IsToldOnceAndLeavesNothingOpen) {
-    model.notes = {Note(std::string(100'000, 'x'))};
-    const auto file = (folder / "Notes.plist").string();
-    const auto told = [](const std::string& reason) {
-        return "An error occurred while saving: " + reason + "\n";
-    };
-
-    const struct {
-        std::string path, reason;
-    } cases[] = {
-        {(folder / "missing/Notes.plist").string(), ": No such file or directory"},
-        {folder.path().string(), ": Is a directory"},
-        {file, "cannot write: File too large"},
-    };
-
-    model.place = URL::file(file);
-    EXPECT_EQ(alertOf(&Model::save), ""); // what stays open for good is open now
+TEST_F(UserDataFailure, IsShownOnceAndLeavesNothingOpen) {
+    const Note note(std::string(100'000, 'x'));
+    EXPECT_EQ(alertOf([&] { notes.put(note, 0, "Add"); }), ""); // what stays open is open now
     EXPECT_TRUE(waitUntil([&] { return loginManager.inhibitorsOpen() == 0; }));
     const auto before = openDescriptors();
+    const std::pair<fs::path, std::string> cases[] = {
+        {folder / "missing/Notes.plist",
+         (folder / "missing/Notes.plist: No such file or directory").string()},
+        {folder.path(), folder.path().string() + ": Is a directory"},
+        {folder / "Full.plist", "cannot write: File too large"},
+    };
+    // To a program a limit of its files is as good as a full disk.
+    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+    rlimit limit{};
+    getrlimit(RLIMIT_FSIZE, &limit);
+    const rlimit low{.rlim_cur = 4096, .rlim_max = limit.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &low);
     for (const auto& [path, reason] : cases) {
-        const FileSizeLimit limit(4096);
-        model.place = URL::file(path, URL::DirectoryHint::notDirectory);
-        for (const auto save : {&Model::save, &Model::saveSynchronously}) {
-            const auto alert = alertOf(save);
-            EXPECT_EQ(alert, told((reason.starts_with(':') ? path : "") + reason));
-        }
-        EXPECT_EQ(model.notes.front().text.size(), 100'000U);
+        Notes unsaved(fileURL(path), undoManager);
+        const auto alert = "An error occurred while saving: " + reason + "\n";
+        EXPECT_EQ(alertOf([&] { unsaved.put(note, 0, "Add"); }), alert);
+        EXPECT_EQ(alertOf([&] { unsaved.saveSynchronously(); }), alert);
+        EXPECT_EQ(textsOf(unsaved.items()), textsOf({note}));
     }
+    setrlimit(RLIMIT_FSIZE, &limit);
+    std::signal(SIGXFSZ, handler);
     // The login manager, in this process too, lets go of an inhibitor when it sees its end.
     EXPECT_TRUE(waitUntil([&] { return loginManager.inhibitorsOpen() == 0; }));
     EXPECT_TRUE(waitUntil([&] { return openDescriptors() == before; }));
-    EXPECT_EQ(alertOf(&Model::saveSynchronously), "");
-    EXPECT_EQ(UserDataFile::load<Note>(model.place)->front().text, model.notes.front().text);
 }
 
 TEST_F(UserDataFailure, OfAValueThatHasNoFormLeavesTheOldFile) {
-    model.place = URL::file((folder / "Notes.plist").string());
-    model.notes = {Note("old")};
-    EXPECT_EQ(alertOf(&Model::saveSynchronously), "");
-    model.notes = {Note("new"), Note("no text\xff")};
-    EXPECT_EQ(alertOf(&Model::save),
+    EXPECT_EQ(alertOf([&] { notes.put(Note("old"), 0, "Add"); }), "");
+    EXPECT_EQ(alertOf([&] { notes.put(Note("no text\xff"), 1, "Add"); }),
               "An error occurred while saving: [1].text: The text is not UTF-8.\n");
-    EXPECT_EQ(alertOf(&Model::saveSynchronously), "");
-    EXPECT_EQ(textsOf(*UserDataFile::load<Note>(model.place)), std::vector<std::string>{"old"});
+    EXPECT_EQ(alertOf([&] { notes.saveSynchronously(); }), "");
+    EXPECT_EQ(textsOf(*UserDataFile::load<Note>(notes.url())), textsOf({Note("old")}));
 }
 
 TEST_F(UserDataFailure, HoldsTheSystemForEachWriteAndSaysWhatFor) {
-    model.place = URL::file((folder / "Notes.plist").string());
-    for (const auto save : {&Model::save, &Model::saveSynchronously})
-        EXPECT_EQ(alertOf(save), "");
+    EXPECT_EQ(alertOf([&] { notes.save(); }), "");
+    EXPECT_EQ(alertOf([&] { notes.saveSynchronously(); }), "");
     // Between the two lies the write that the first one was waited for with.
     for (const auto* reason :
          {"Queued saving user data", "Queued saving user data", "Sync saving user data"}) {
         const auto call = loginManager.next();
         ASSERT_TRUE(call);
         EXPECT_EQ(call->why, reason);
-        EXPECT_EQ(call->mode, "block");
     }
 }
 

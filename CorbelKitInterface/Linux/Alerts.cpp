@@ -1,6 +1,6 @@
 #include "CorbelKitInterface/Linux/AlertDialog.h"
 #include "CorbelKitInterface/Linux/Toolkit.h"
-#include "Platform/Linux/Desktop/AlertPresenter.h"
+#include "Platform/AlertPresenter.h"
 #include "Platform/MainThread.h"
 
 #include <future>

@@ -2,7 +2,7 @@
 
 #include "CorbelKit/Services/HelperToolAlert.h"
 #include "CorbelKit/Services/XPCConnection.h"
-#include "Platform/Linux/Desktop/AlertPresenter.h"
+#include "Platform/AlertPresenter.h"
 #include "Tests/Support/EnvironmentVariable.h"
 #include "Tests/Support/Linux/BusDaemon.h"
 #include "Tests/Support/MainLoop.h"

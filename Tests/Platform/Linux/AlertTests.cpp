@@ -1,4 +1,4 @@
-#include "Platform/Linux/Desktop/AlertPresenter.h"
+#include "Platform/AlertPresenter.h"
 
 #include <gtest/gtest.h>
 

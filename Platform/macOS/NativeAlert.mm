@@ -1,5 +1,4 @@
-#include "Platform/Alert.h"
-
+#include "Platform/Native/NativeAlert.h"
 #include "Platform/macOS/MainThreadCall.h"
 #include "Platform/macOS/Text.h"
 
@@ -37,7 +36,7 @@ void show(const Alert& alert) {
 
 } // namespace
 
-void runModal(const Alert& alert) {
+void runNativeAlert(const Alert& alert) {
     const Alert* const shown = &alert; // which outlives the call: it waits
     callOnMainThread(^{
         @autoreleasepool {

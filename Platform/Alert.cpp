@@ -1,11 +1,10 @@
 #include "Platform/Alert.h"
 
-#include "Platform/Linux/Desktop/AlertPresenter.h"
-#include "Platform/Linux/Text/TerminalLine.h"
+#include "Platform/AlertPresenter.h"
+#include "Platform/Mutex.h"
+#include "Platform/Native/NativeAlert.h"
 #include "Platform/NeverDestroyed.h"
 
-#include <iostream>
-#include <mutex>
 #include <utility>
 
 namespace Platform {
@@ -19,20 +18,20 @@ public:
         return instance.get();
     }
 
-    void set(AlertPresenter presenter) {
-        const std::lock_guard lock(mutex_);
+    void set(AlertPresenter presenter) CORBEL_EXCLUDES(mutex_) {
+        const MutexLock lock(mutex_);
         presenter_ = std::move(presenter);
     }
 
     // A copy: an alert stays for as long as the user likes, which no lock should.
-    AlertPresenter get() {
-        const std::lock_guard lock(mutex_);
+    AlertPresenter get() CORBEL_EXCLUDES(mutex_) {
+        const MutexLock lock(mutex_);
         return presenter_;
     }
 
 private:
-    std::mutex mutex_;
-    AlertPresenter presenter_; // mutex_
+    Mutex mutex_;
+    AlertPresenter presenter_ CORBEL_GUARDED_BY(mutex_);
 };
 
 } // namespace
@@ -43,10 +42,8 @@ void setAlertPresenter(AlertPresenter presenter) {
 
 void runModal(const Alert& alert) {
     const auto present = PresenterInUse::shared().get();
-    if (present && present(alert))
-        return;
-    std::cerr << terminalLine({alert.messageText, alert.informativeText}, ": ");
-    std::cerr.clear(); // a terminal that is gone today is no reason to be silent tomorrow
+    if (!present || !present(alert))
+        runNativeAlert(alert);
 }
 
 } // namespace Platform

@@ -7,7 +7,12 @@ set(modules gio-2.0 gio-unix-2.0 fontconfig xcb libcrypto expat icu-i18n icu-uc)
 pkg_check_modules(CorbelPlatform REQUIRED IMPORTED_TARGET ${modules})
 
 target_include_directories(Platform SYSTEM PRIVATE ${ASIO_INCLUDE_DIR})
-target_compile_definitions(Platform PRIVATE ASIO_STANDALONE ASIO_NO_DEPRECATED)
+# One configuration for every file. Asio would find aligned allocation only where a standard header is
+# included before it; one file would then free by `free` what another has by `operator new`. And a name
+# of our own, so that the linker takes nothing of another Asio, that of the program, for ours.
+target_compile_definitions(Platform PRIVATE ASIO_STANDALONE ASIO_NO_DEPRECATED ASIO_HAS_STD_ALIGNED_ALLOC
+                                            asio=corbelAsio
+                                            asio_detail_posix_thread_function=corbelAsioThreadFunction)
 target_link_libraries(Platform PRIVATE PkgConfig::CorbelPlatform Threads::Threads
                                        $<BUILD_INTERFACE:nlohmann_json::nlohmann_json>)
 set(PLATFORM_LINKS PACKAGES Threads MODULES ${modules} FLAGS -pthread)

@@ -176,7 +176,7 @@ bool XMLReader::characters(std::string_view piece) {
     case Element::string:
         return receiver_.text(piece);
     case Element::data:
-        return base64_.append(piece, receiver_);
+        return data(piece);
     case Element::integer:
     case Element::real:
     case Element::date:
@@ -184,6 +184,11 @@ bool XMLReader::characters(std::string_view piece) {
     default:
         return isXMLSpace(piece);
     }
+}
+
+bool XMLReader::data(std::string_view piece) {
+    const auto decoded = base64_.append(piece);
+    return decoded && (decoded->empty() || receiver_.text(*decoded));
 }
 
 bool XMLReader::collect(std::string_view piece) {

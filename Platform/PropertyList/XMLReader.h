@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/PropertyList/Base64.h"
+#include "Platform/Base64.h"
 #include "Platform/PropertyList/Events.h"
 #include "Platform/PropertyList/ExpatParser.h"
 
@@ -61,6 +61,7 @@ private:
     bool takesKey();
     bool takesValue();
     bool characters(std::string_view piece);
+    bool data(std::string_view piece);
     bool collect(std::string_view piece);
     bool end();
     bool endLeaf();

@@ -1,0 +1,54 @@
+#include "Platform/Base64.h"
+
+#include <gtest/gtest.h>
+
+#include <utility>
+
+using namespace Platform;
+
+namespace {
+
+std::optional<std::string> decoded(std::string_view text) {
+    const auto data = base64DecodedData(text);
+    if (!data)
+        return std::nullopt;
+    return std::string(reinterpret_cast<const char*>(data->data()), data->size());
+}
+
+} // namespace
+
+TEST(Base64, IsThatOfTheStandard) {
+    const std::pair<std::string_view, std::string_view> cases[] = {
+        {"", ""},
+        {"f", "Zg=="},
+        {"fo", "Zm8="},
+        {"foo", "Zm9v"},
+        {"foob", "Zm9vYg=="},
+        {"fooba", "Zm9vYmE="},
+        {"foobar", "Zm9vYmFy"},
+        {"\xFB\xEF\xBE\xFF", "++++/w=="}};
+    for (const auto& [bytes, text] : cases) {
+        EXPECT_EQ(base64EncodedString(bytes), text);
+        EXPECT_EQ(decoded(text), bytes);
+    }
+    EXPECT_EQ(decoded(" Zm\r\n9v\tYg = ="), "foob");
+}
+
+TEST(Base64, RefusesWhatIsNone) {
+    for (const auto* text :
+         {"Z", "Zg", "Zg=", "=", "====", "Zg==Zg==", "Zg=a", "Zm9v=", "Zm9-", "\xC3\xA9=="})
+        EXPECT_FALSE(decoded(text)) << text;
+}
+
+TEST(Base64, ComesInAnyPieces) {
+    constexpr std::string_view text = "Zm9v\nYg==";
+    Base64Decoder decoder;
+    std::string bytes;
+    for (const char& character : text) {
+        const auto piece = decoder.append({&character, 1});
+        ASSERT_TRUE(piece);
+        bytes += *piece;
+    }
+    EXPECT_TRUE(decoder.isComplete());
+    EXPECT_EQ(bytes, "foob");
+}

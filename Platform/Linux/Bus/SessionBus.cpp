@@ -2,6 +2,7 @@
 
 #include "Platform/Linux/Bus/BusConnection.h"
 #include "Platform/NeverDestroyed.h"
+#include "Platform/PrintableText.h"
 
 #include <algorithm>
 #include <array>
@@ -31,10 +32,9 @@ bool isGone(const GError* error) {
 BusReply failure(GError* error, const std::string& method) {
     const auto outcome = isGone(error) ? BusReply::Outcome::gone : BusReply::Outcome::refused;
     g_dbus_error_strip_remote_error(error);
-    std::string description = method + ": " + error->message;
-    std::ranges::replace_if(
-        description, [](char character) { return g_ascii_iscntrl(character) != FALSE; }, ' ');
-    return {.outcome = outcome, .value = nullptr, .description = std::move(description)};
+    return {.outcome = outcome,
+            .value = nullptr,
+            .description = printableText(method + ": " + error->message, ActingCharacters::spaced)};
 }
 
 /// A call under way.

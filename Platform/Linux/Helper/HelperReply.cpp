@@ -1,6 +1,7 @@
 #include "Platform/Linux/Helper/HelperReply.h"
 
 #include "Platform/Linux/Helper/BusValues.h"
+#include "Platform/PrintableText.h"
 
 #include <algorithm>
 #include <array>
@@ -31,8 +32,8 @@ bool meansThatNobodyIsThere(GDBusMessage* message, std::string_view name) {
 
 std::string wordsOf(GDBusMessage* message) {
     const auto words = orEmpty(g_dbus_message_get_arg0(message));
-    return oneLine(
-        std::string(words.empty() ? orEmpty(g_dbus_message_get_error_name(message)) : words));
+    return printableText(words.empty() ? orEmpty(g_dbus_message_get_error_name(message)) : words,
+                         ActingCharacters::spaced);
 }
 
 ConnectionError badReply(const char* description) {
@@ -60,12 +61,6 @@ ConnectionReply readHelperReply(GDBusMessage* message) {
     return ConnectionError{.kind = meansThatNobodyIsThere(message, name) ? Kind::interrupted
                                                                          : Kind::refused,
                            .description = wordsOf(message)};
-}
-
-std::string oneLine(std::string text) {
-    std::ranges::replace_if(
-        text, [](char character) { return g_ascii_iscntrl(character) != FALSE; }, ' ');
-    return text;
 }
 
 } // namespace Platform

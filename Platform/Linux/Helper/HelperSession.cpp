@@ -2,6 +2,7 @@
 
 #include "Platform/Linux/Helper/BusValues.h"
 #include "Platform/Linux/Helper/HelperReply.h"
+#include "Platform/PrintableText.h"
 
 #include <utility>
 
@@ -72,7 +73,8 @@ struct Sent {
             !g_error_matches(error, G_IO_ERROR, G_IO_ERROR_CANCELLED)) {
             kind = Kind::badCall;
         }
-        return ConnectionError{.kind = kind, .description = oneLine(error->message)};
+        return ConnectionError{
+            .kind = kind, .description = printableText(error->message, ActingCharacters::spaced)};
     }
 };
 
@@ -132,7 +134,7 @@ void HelperSession::connect() {
 void HelperSession::connected(GObjectPtr<GDBusConnection> connection, const GError* error) {
     isConnecting_ = false;
     if (!connection) {
-        lose(oneLine(error->message));
+        lose(printableText(error->message, ActingCharacters::spaced));
         return;
     }
     connection_ = std::move(connection);

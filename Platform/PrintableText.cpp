@@ -1,4 +1,4 @@
-#include "CorbelKit/Services/PrintableText.h"
+#include "Platform/PrintableText.h"
 
 #include "Platform/UTF8.h"
 
@@ -6,7 +6,7 @@
 #include <charconv>
 #include <cstdint>
 
-namespace CorbelKit {
+namespace Platform {
 namespace {
 
 struct Range {
@@ -54,15 +54,15 @@ std::string escape(char32_t scalar) {
 
 } // namespace
 
-std::string printableText(std::string_view bytes) {
+std::string printableText(std::string_view bytes, ActingCharacters shown) {
     std::string text;
     text.reserve(bytes.size());
     while (!bytes.empty()) {
-        const auto character = Platform::UTF8::decodeFirst(bytes);
+        const auto character = UTF8::decodeFirst(bytes);
         if (!character.wellFormed) {
             text += "\uFFFD";
         } else if (actsOnDisplay(character.scalar)) {
-            text += escape(character.scalar);
+            text += shown == ActingCharacters::spaced ? " " : escape(character.scalar);
         } else {
             text += bytes.substr(0, character.length);
         }
@@ -71,4 +71,4 @@ std::string printableText(std::string_view bytes) {
     return text;
 }
 
-} // namespace CorbelKit
+} // namespace Platform

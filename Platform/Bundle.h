@@ -31,6 +31,9 @@ public:
     /// The bundle's Info.plist; empty when it has none that can be read.
     const PropertyList::Dictionary& infoDictionary() const;
 
+    /// A text of the bundle's Info.plist; empty where there is none under the key.
+    std::string text(std::string_view key) const;
+
     /// The file of the name (with its suffix) among the bundle's resources; absent when there is
     /// none.
     std::optional<URL> urlForResource(std::string_view name) const;

@@ -3,7 +3,7 @@
 #include "CorbelKit/Services/Appearance.h"
 #include "CorbelKit/Services/ResourceBundle.h"
 #include "Platform/Application.h"
-#include "Platform/Linux/Bundle/MainBundle.h"
+#include "Platform/Bundle.h"
 #include "Platform/MainThread.h"
 #include "Platform/NeverDestroyed.h"
 #include "Platform/Observation.h"
@@ -34,8 +34,8 @@ void addSymbols() {
 void introduceProgram() {
     std::error_code ignored;
     const auto executable = std::filesystem::read_symlink("/proc/self/exe", ignored).filename();
-    const auto identifier = Platform::mainBundleText("CFBundleIdentifier");
-    const auto name = Platform::mainBundleText("CFBundleName");
+    const auto identifier = Platform::Bundle::main().text("CFBundleIdentifier");
+    const auto name = Platform::Bundle::main().text("CFBundleName");
     if (g_get_prgname() == nullptr)
         g_set_prgname(identifier.empty() ? executable.c_str() : identifier.c_str());
     if (!name.empty())

@@ -96,7 +96,7 @@ TEST_F(Answer, ShowOpensTheJobOrTheApplicationAndAnyOtherAnswerNothing) {
     service.emitNotificationClosed(deleted->number, 2); // the answer comes after all
     service.emitActionInvoked(deleted->number, "ShowAction");
     expectStarts(start + "0 arguments: ; , ; " + noDescriptorNoSignal);
-    EXPECT_EQ(contentOf(log), "Unknown action\n");
+    EXPECT_EQ(contentOf(log), "vesper-pro-agent: Unknown action\n");
 
     service.vanish();
     service.comeBack({"actions"});

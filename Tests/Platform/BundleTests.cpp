@@ -32,7 +32,10 @@ TEST(Bundle, IsReadWhereItsLayoutKeepsItsInformation) {
           "Support Files/Info.plist", "Info.plist"}) {
         BundleFolder folder;
         folder.write(place, content);
-        const auto information = Bundle::informationDictionary(folder.open().bundleURL());
+        const auto bundle = folder.open();
+        EXPECT_EQ(bundle.text("CFBundleIdentifier"), "org.example") << place;
+        EXPECT_EQ(bundle.text("CFBundleName"), "") << place;
+        const auto information = Bundle::informationDictionary(bundle.bundleURL());
         ASSERT_TRUE(information) << place;
         EXPECT_EQ(information->at("CFBundleIdentifier"),
                   Platform::PropertyList(std::string("org.example")));

@@ -1,6 +1,6 @@
 #include "Platform/Application.h"
 
-#include "Platform/Linux/Bundle/MainBundle.h"
+#include "Platform/Bundle.h"
 #include "Platform/Linux/Bus/SessionBus.h"
 #include "Platform/Linux/Desktop/ServiceManager.h"
 #include "Platform/MainThread.h"
@@ -66,9 +66,10 @@ bool becomeTheSessionsOnly(GMainLoop* loop) {
         if (bus != nullptr)
             bus->whenClosed(quit);
         const bool isSecond =
-            bus != nullptr && !bus->requestName(mainBundleText("CFBundleIdentifier"));
+            bus != nullptr && !bus->requestName(Bundle::main().text("CFBundleIdentifier"));
         if (isSecond) {
-            std::cout << mainBundleText("CFBundleName") + " is already running.\n" << std::flush;
+            std::cout << Bundle::main().text("CFBundleName") + " is already running.\n"
+                      << std::flush;
             MainThread::run(quit);
         }
         promise->set_value(!isSecond);

@@ -1,6 +1,6 @@
 #include "Platform/ProcessActivity.h"
 
-#include "Platform/Linux/Bundle/MainBundle.h"
+#include "Platform/Bundle.h"
 #include "Platform/Linux/Bus/SystemBus.h"
 
 #include <string>
@@ -31,8 +31,9 @@ std::string inhibited(Options options) {
 /// org.freedesktop.login1(5): what is inhibited stays so until the file is closed.
 std::optional<FileHandle> inhibit(const std::string& what, std::string_view why) {
     const GStringPtr reason(g_utf8_make_valid(why.data(), static_cast<gssize>(why.size())));
-    const auto arguments = takeVariant(g_variant_new(
-        "(ssss)", what.c_str(), mainBundleText("CFBundleName").c_str(), reason.get(), "block"));
+    const auto arguments = takeVariant(g_variant_new("(ssss)", what.c_str(),
+                                                     Bundle::main().text("CFBundleName").c_str(),
+                                                     reason.get(), "block"));
     return SystemBus::shared().openFile({.destination = "org.freedesktop.login1",
                                          .path = "/org/freedesktop/login1",
                                          .interface = "org.freedesktop.login1.Manager",

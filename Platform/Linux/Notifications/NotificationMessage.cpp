@@ -1,6 +1,6 @@
 #include "Platform/Linux/Notifications/NotificationMessage.h"
 
-#include "Platform/Linux/Bundle/MainBundle.h"
+#include "Platform/Bundle.h"
 
 #include <string>
 #include <string_view>
@@ -64,7 +64,7 @@ GVariant* hints() {
     g_variant_builder_init(&table, G_VARIANT_TYPE("a{sv}"));
     g_variant_builder_add(
         &table, "{sv}", "desktop-entry",
-        g_variant_new_string(validText(mainBundleText("CFBundleIdentifier")).c_str()));
+        g_variant_new_string(validText(Bundle::main().text("CFBundleIdentifier")).c_str()));
     g_variant_builder_add(&table, "{sv}", "category", g_variant_new_string("x-tarnwell.job"));
     g_variant_builder_add(&table, "{sv}", "urgency", g_variant_new_byte(normalUrgency));
     return g_variant_builder_end(&table);
@@ -89,10 +89,11 @@ GVariantPtr makeNotifyArguments(const NotificationRequest& request,
                                 const NotificationCapabilities& capabilities,
                                 std::uint32_t replaced) {
     const auto noIcon = "";
-    return takeVariant(g_variant_new(
-        "(susss@as@a{sv}i)", validText(mainBundleText("CFBundleName")).c_str(), replaced, noIcon,
-        validText(request.content.title).c_str(), bodyOf(request.content, capabilities).c_str(),
-        actionList(actions, capabilities), hints(), lifetimeOfTheServicesChoice));
+    return takeVariant(
+        g_variant_new("(susss@as@a{sv}i)", validText(Bundle::main().text("CFBundleName")).c_str(),
+                      replaced, noIcon, validText(request.content.title).c_str(),
+                      bodyOf(request.content, capabilities).c_str(),
+                      actionList(actions, capabilities), hints(), lifetimeOfTheServicesChoice));
 }
 
 } // namespace Platform

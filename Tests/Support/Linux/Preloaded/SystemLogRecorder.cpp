@@ -1,5 +1,5 @@
 // Preloaded into a process whose system log a test wants to read: each line goes to the file that
-// CORBEL_SYSTEM_LOG names instead.
+// CORBEL_SYSTEM_LOG names instead, behind the name under which the process logs.
 
 #include <array>
 #include <cstdarg>
@@ -9,16 +9,23 @@
 
 namespace {
 
+const char* identifier = "";
+
 void record(const char* format, va_list arguments) {
     std::array<char, 1000> line{};
     std::vsnprintf(line.data(), line.size(), format, arguments);
     if (const char* const path = std::getenv("CORBEL_SYSTEM_LOG"))
-        std::ofstream(path, std::ios::app) << line.data() << '\n';
+        std::ofstream(path, std::ios::app) << identifier << ": " << line.data() << '\n';
 }
 
 } // namespace
 
 extern "C" {
+
+__attribute__((visibility("default"))) void openlog(const char* name, int /*options*/,
+                                                    int /*facility*/) {
+    identifier = name;
+}
 
 // The call as it is written, and as a fortified build makes it.
 __attribute__((visibility("default"))) void syslog(int /*priority*/, const char* format, ...) {

@@ -1,11 +1,9 @@
-#include "Platform/Linux/Bundle/MainBundle.h"
-
 #include "Platform/Bundle.h"
 
 namespace Platform {
 
-std::string mainBundleText(std::string_view key) {
-    const auto& dictionary = Bundle::main().infoDictionary();
+std::string Bundle::text(std::string_view key) const {
+    const auto& dictionary = infoDictionary();
     const auto found = dictionary.find(key);
     const auto* text = found != dictionary.end() ? found->second.get<std::string>() : nullptr;
     return text != nullptr ? *text : std::string();

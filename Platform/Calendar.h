@@ -16,9 +16,7 @@ struct DateComponents {
     int hour = 0;    ///< 0 to 23
     int minute = 0;  ///< 0 to 59
     int second = 0;  ///< 0 to 59
-    int weekday = 0; ///< 1, Sunday, to 7; not read where components make a date
-
-    friend bool operator==(const DateComponents&, const DateComponents&) = default;
+    int weekday = 0; ///< 1, Sunday, to 7
 };
 
 /// The Gregorian calendar, in which the Julian one's 4 October 1582 is followed by the 15th, with
@@ -42,16 +40,8 @@ public:
     /// years away.
     std::optional<DateComponents> dateComponents(Date date) const;
 
-    /// Absent for what no calendar or clock ever shows, such as 30 February, or a time that is
-    /// skipped when daylight saving begins. Where two dates show the same, as when it ends, it is
-    /// one of them.
-    std::optional<Date> date(const DateComponents& components) const;
-
 private:
     DateComponents componentsOf(std::chrono::sys_seconds time) const;
-
-    /// Of components that nothing shows, any time or none.
-    std::optional<std::chrono::sys_seconds> timeOf(const DateComponents& components) const;
 
     class Impl;
     std::unique_ptr<Impl> impl_;

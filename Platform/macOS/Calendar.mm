@@ -41,22 +41,4 @@ DateComponents Calendar::componentsOf(std::chrono::sys_seconds time) const {
     }
 }
 
-std::optional<std::chrono::sys_seconds> Calendar::timeOf(const DateComponents& components) const {
-    @autoreleasepool {
-        NSDateComponents* const asked = [[NSDateComponents alloc] init];
-        asked.era = components.year > 0 ? 1 : 0;
-        asked.year = components.year > 0 ? components.year : 1 - components.year;
-        asked.month = components.month;
-        asked.day = components.day;
-        asked.hour = components.hour;
-        asked.minute = components.minute;
-        asked.second = components.second;
-        NSDate* const date = [Impl::calculator() dateFromComponents:asked];
-        if (date == nil)
-            return std::nullopt;
-        return std::chrono::floor<std::chrono::seconds>(
-            Date(Date::duration(date.timeIntervalSince1970)));
-    }
-}
-
 } // namespace Platform

@@ -4,12 +4,12 @@
 #include "Platform/FileManager.h"
 #include "Platform/Linux/Bundle/BundleLayout.h"
 #include "Platform/Linux/Bundle/Localization.h"
+#include "Platform/Mutex.h"
 #include "Platform/NeverDestroyed.h"
 #include "Platform/TextServices.h"
 
 #include <filesystem>
 #include <map>
-#include <mutex>
 #include <utility>
 #include <vector>
 
@@ -85,7 +85,7 @@ public:
         : Impl(url, BundleLayout::of(url)) {}
 
     std::string localizedString(std::string_view key, std::string_view table) {
-        const std::lock_guard lock(mutex_);
+        const MutexLock lock(mutex_);
         const auto& texts = tableNamed(table);
         const auto found = texts.find(key);
         return std::string(found != texts.end() ? found->second : key);
@@ -102,7 +102,7 @@ private:
         , infoDictionary(dictionaryOf(layout.information))
         , localization_(localizationURL(layout.resources, infoDictionary)) {}
 
-    const Table& tableNamed(std::string_view name) {
+    const Table& tableNamed(std::string_view name) CORBEL_REQUIRES(mutex_) {
         auto found = tables_.find(name);
         if (found == tables_.end()) {
             auto table =
@@ -115,8 +115,8 @@ private:
     }
 
     const std::optional<URL> localization_;
-    std::mutex mutex_;
-    std::map<std::string, Table, std::less<>> tables_; // mutex_
+    Mutex mutex_;
+    std::map<std::string, Table, std::less<>> tables_ CORBEL_GUARDED_BY(mutex_);
 };
 
 const Bundle& Bundle::main() {

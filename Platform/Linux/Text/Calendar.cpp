@@ -1,11 +1,12 @@
 #include "Platform/Calendar.h"
 
+#include "Platform/Mutex.h"
+
 #include <sys/stat.h>
 #include <unicode/gregocal.h>
 #include <unicode/timezone.h>
 
 #include <cstdlib>
-#include <mutex>
 #include <string>
 
 namespace Platform {
@@ -48,7 +49,7 @@ public:
     /// For one calculation by one thread. Null where ICU's data is missing.
     Calculator calculator() {
         auto source = ZoneSource::current();
-        const std::lock_guard lock(mutex_);
+        const MutexLock lock(mutex_);
         if (!prototype_ || source != source_) {
             source_ = std::move(source);
             prototype_ = makeCalculator();
@@ -57,9 +58,9 @@ public:
     }
 
 private:
-    std::mutex mutex_;
-    ZoneSource source_;    // mutex_
-    Calculator prototype_; // mutex_
+    Mutex mutex_;
+    ZoneSource source_ CORBEL_GUARDED_BY(mutex_);
+    Calculator prototype_ CORBEL_GUARDED_BY(mutex_);
 };
 
 Calendar::Calendar()
@@ -82,25 +83,6 @@ DateComponents Calendar::componentsOf(std::chrono::sys_seconds time) const {
             .minute = field(UCAL_MINUTE),
             .second = field(UCAL_SECOND),
             .weekday = field(UCAL_DAY_OF_WEEK)};
-}
-
-std::optional<std::chrono::sys_seconds> Calendar::timeOf(const DateComponents& components) const {
-    const auto calculator = impl_->calculator();
-    if (!calculator)
-        return std::nullopt;
-    calculator->clear();
-    calculator->set(UCAL_EXTENDED_YEAR, components.year);
-    calculator->set(UCAL_MONTH, components.month - 1);
-    calculator->set(UCAL_DAY_OF_MONTH, components.day);
-    calculator->set(UCAL_HOUR_OF_DAY, components.hour);
-    calculator->set(UCAL_MINUTE, components.minute);
-    calculator->set(UCAL_SECOND, components.second);
-    UErrorCode status = U_ZERO_ERROR;
-    const auto milliseconds = calculator->getTime(status);
-    if (U_FAILURE(status))
-        return std::nullopt;
-    return std::chrono::sys_seconds(
-        std::chrono::seconds(static_cast<std::int64_t>(milliseconds / U_MILLIS_PER_SECOND)));
 }
 
 } // namespace Platform

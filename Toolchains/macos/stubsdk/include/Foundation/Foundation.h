@@ -58,13 +58,8 @@ typedef NS_ENUM(NSInteger, NSComparisonResult) {
 @property(readonly, copy) NSString* lowercaseString;
 @end
 
-typedef NS_OPTIONS(NSUInteger, NSDataBase64EncodingOptions) {
-    NSDataBase64Encoding64CharacterLineLength = 1UL << 0
-};
-
 @interface NSData : NSObject <NSCopying>
 + (instancetype)dataWithBytes:(const void*)bytes length:(NSUInteger)length;
-- (NSString*)base64EncodedStringWithOptions:(NSDataBase64EncodingOptions)options;
 @property(readonly) NSUInteger length;
 @property(readonly) const void* bytes NS_RETURNS_INNER_POINTER;
 @end
@@ -209,7 +204,6 @@ typedef NS_OPTIONS(NSUInteger, NSCalendarUnit) {
 @interface NSCalendar : NSObject <NSCopying>
 + (instancetype)calendarWithIdentifier:(NSCalendarIdentifier)calendarIdentifierConstant;
 - (NSDateComponents*)components:(NSCalendarUnit)unitFlags fromDate:(NSDate*)date;
-- (NSDate*)dateFromComponents:(NSDateComponents*)comps;
 @property(copy) NSTimeZone* timeZone;
 @end
 
@@ -300,23 +294,6 @@ typedef NS_OPTIONS(NSUInteger, NSKeyValueObservingOptions) { NSKeyValueObserving
 - (void)setObject:(id)value forKey:(NSString*)key;
 - (void)removeObjectForKey:(NSString*)key;
 - (void)registerDefaults:(NSDictionary<NSString*, id>*)defaults;
-@end
-
-@interface NSUndoManager : NSObject
-- (void)beginUndoGrouping;
-- (void)endUndoGrouping;
-- (void)registerUndoWithTarget:(id)target handler:(void (^)(id target))undoHandler;
-- (void)setActionName:(NSString*)actionName;
-- (void)undo;
-- (void)redo;
-- (void)removeAllActions;
-@property BOOL groupsByEvent;
-@property(readonly) BOOL canUndo;
-@property(readonly) BOOL canRedo;
-@property(readonly, getter=isUndoing) BOOL undoing;
-@property(readonly, getter=isRedoing) BOOL redoing;
-@property(readonly, copy) NSString* undoActionName;
-@property(readonly, copy) NSString* redoActionName;
 @end
 
 enum : NSInteger {

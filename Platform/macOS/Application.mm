@@ -5,6 +5,7 @@
 #include "Platform/NeverDestroyed.h"
 #include "Platform/POSIX/ProcessStart.h"
 #include "Platform/macOS/Boundary.h"
+#include "Platform/macOS/SystemEvents.h"
 
 #import <AppKit/AppKit.h>
 #include <dispatch/dispatch.h>
@@ -13,9 +14,8 @@
 #include <cstdlib>
 #include <vector>
 
+namespace Platform {
 namespace {
-
-using Platform::ApplicationDelegate;
 
 /// What the application's objects, which the system makes, have from the caller of `run`.
 struct Launch {
@@ -24,29 +24,40 @@ struct Launch {
 };
 
 Launch& launch() {
-    static const Platform::NeverDestroyed<Launch> instance;
+    static const NeverDestroyed<Launch> instance;
     return instance.get();
 }
 
+Class<NSApplicationDelegate> delegateClass = Nil;
+
 } // namespace
 
-/// Hears from the application object and forwards to the portable delegate.
-__attribute__((objc_runtime_name("AppDelegate")))
-@interface ApplicationEvents : NSObject<NSApplicationDelegate>
+void SystemEvents::chooseApplicationDelegate(Class<NSApplicationDelegate> delegate) {
+    delegateClass = delegate;
+}
+
+void SystemEvents::applicationDidFinishLaunching() noexcept {
+    runAtBoundary([] { launch().delegate->applicationDidFinishLaunching(); });
+}
+
+void SystemEvents::applicationWillTerminate() noexcept {
+    runAtBoundary([] { launch().delegate->applicationWillTerminate(); });
+}
+
+} // namespace Platform
+
+/// The application's delegate in a program that brings no class of its own.
+@interface CorbelApplicationEvents : NSObject <NSApplicationDelegate>
 @end
 
-@implementation ApplicationEvents
+@implementation CorbelApplicationEvents
 
 - (void)applicationDidFinishLaunching:(NSNotification*)notification {
-    Platform::runAtBoundary([] { launch().delegate->applicationDidFinishLaunching(); });
+    Platform::SystemEvents::applicationDidFinishLaunching();
 }
 
 - (void)applicationWillTerminate:(NSNotification*)notification {
-    Platform::runAtBoundary([] { launch().delegate->applicationWillTerminate(); });
-}
-
-- (instancetype)init {
-    return [super init];
+    Platform::SystemEvents::applicationWillTerminate();
 }
 
 @end
@@ -56,13 +67,17 @@ __attribute__((objc_runtime_name("AppDelegate")))
 @end
 
 @implementation CorbelApplication {
-    ApplicationEvents* events_; // which the application itself does not keep
+    id<NSApplicationDelegate> events_; // which the application itself does not keep
 }
 
 - (instancetype)init {
     if ((self = [super init])) {
-        Platform::runAtBoundary([] { launch().delegate = launch().makeDelegate(); });
-        events_ = [[ApplicationEvents alloc] init];
+        Platform::runAtBoundary([] {
+            auto& launch = Platform::launch();
+            launch.delegate = launch.makeDelegate();
+        });
+        const Class chosen = Platform::delegateClass;
+        events_ = [[(chosen != Nil ? chosen : CorbelApplicationEvents.class) alloc] init];
         self.delegate = events_;
     }
     return self;

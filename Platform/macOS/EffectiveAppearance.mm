@@ -52,10 +52,10 @@ private:
 } // namespace Platform
 
 /// Observes the application object. It has no state and is never released.
-@interface AppearanceObserver : NSObject
+@interface CorbelAppearanceObserver : NSObject
 @end
 
-@implementation AppearanceObserver
+@implementation CorbelAppearanceObserver
 
 - (void)observeValueForKeyPath:(NSString*)keyPath
                       ofObject:(id)object
@@ -69,7 +69,7 @@ private:
 namespace Platform {
 
 AppearanceObservers::AppearanceObservers() {
-    static AppearanceObserver* const observer = [[AppearanceObserver alloc] init];
+    static CorbelAppearanceObserver* const observer = [[CorbelAppearanceObserver alloc] init];
     [NSApp addObserver:observer
             forKeyPath:@"effectiveAppearance"
                options:NSKeyValueObservingOptionNew

@@ -11,14 +11,7 @@
 // bundle, and whoever looks a bundle up by class is to find that one. The runtime is asked for the
 // image that a class comes from: for the classes named here, it answers with the framework's.
 
-/// Stands for the program's own resources where they are looked up by class.
-@interface ResourceBundleClass : NSObject
-@end
-
-@implementation ResourceBundleClass
-@end
-
-/// The same for the kit's.
+/// Stands for the kit's resources where they are looked up by class.
 @interface CorbelKitResourceBundleClass : NSObject
 @end
 

@@ -1,11 +1,12 @@
 #include "Platform/UserNotificationCenter.h"
 
 #include "Platform/DispatchQueue.h"
+#include "Platform/Mutex.h"
 #include "Platform/NeverDestroyed.h"
 #include "Platform/macOS/NotificationValues.h"
+#include "Platform/macOS/SystemEvents.h"
 #include "Platform/macOS/Text.h"
 
-#include <mutex>
 #include <utility>
 
 namespace Platform {
@@ -19,57 +20,72 @@ const DispatchQueue& queue() {
 }
 
 /// Whom the answers go to.
-struct Receiver {
-    std::mutex mutex;
-    std::weak_ptr<UserNotificationCenterDelegate> delegate; // mutex
+class Receiver {
+public:
+    static Receiver& shared() {
+        static const NeverDestroyed<Receiver> instance;
+        return instance.get();
+    }
+
+    void set(std::weak_ptr<UserNotificationCenterDelegate> delegate) {
+        const MutexLock lock(mutex_);
+        delegate_ = std::move(delegate);
+    }
+
+    std::shared_ptr<UserNotificationCenterDelegate> get() {
+        const MutexLock lock(mutex_);
+        return delegate_.lock();
+    }
+
+private:
+    Mutex mutex_;
+    std::weak_ptr<UserNotificationCenterDelegate> delegate_ CORBEL_GUARDED_BY(mutex_);
 };
 
-Receiver& receiver() {
-    static const NeverDestroyed<Receiver> instance;
-    return instance.get();
+Class<UNUserNotificationCenterDelegate> delegateClass = Nil;
+
+} // namespace
+
+void SystemEvents::chooseNotificationDelegate(Class<UNUserNotificationCenterDelegate> delegate) {
+    delegateClass = delegate;
 }
 
-std::shared_ptr<UserNotificationCenterDelegate> currentDelegate() {
-    const std::lock_guard lock(receiver().mutex);
-    return receiver().delegate.lock();
-}
-
-void forward(UNNotificationResponse* answer, void (^completionHandler)(void)) noexcept {
+void SystemEvents::didReceiveNotificationResponse(UNNotificationResponse* response,
+                                                  void (^completionHandler)(void)) noexcept {
     void (^const complete)(void) = [completionHandler copy];
-    queue().async([response = portableResponse(answer), complete] {
-        if (const auto delegate = currentDelegate()) {
+    queue().async([answer = portableResponse(response), complete] {
+        if (const auto delegate = Receiver::shared().get()) {
             delegate->userNotificationCenterDidReceiveNotificationResponseWithCompletionHandler(
-                UserNotificationCenter::current(), response, [complete] { complete(); });
+                UserNotificationCenter::current(), answer, [complete] { complete(); });
         } else {
             complete();
         }
     });
 }
 
-} // namespace
 } // namespace Platform
 
-/// Hears from the system's centre. It has no state; there is one, which is never released.
-__attribute__((objc_runtime_name("NotificationDelegate")))
-@interface NotificationAnswers : NSObject<UNUserNotificationCenterDelegate>
+/// The centre's delegate in a program that brings no class of its own.
+@interface CorbelNotificationAnswers : NSObject <UNUserNotificationCenterDelegate>
 @end
 
-@implementation NotificationAnswers
+@implementation CorbelNotificationAnswers
 
 - (void)userNotificationCenter:(UNUserNotificationCenter*)center
     didReceiveNotificationResponse:(UNNotificationResponse*)response
              withCompletionHandler:(void (^)(void))completionHandler {
-    Platform::forward(response, completionHandler);
-}
-
-- (instancetype)init {
-    return [super init];
+    Platform::SystemEvents::didReceiveNotificationResponse(response, completionHandler);
 }
 
 @end
 
 namespace Platform {
 namespace {
+
+id<UNUserNotificationCenterDelegate> makeDelegate() {
+    const Class chosen = delegateClass;
+    return [[(chosen != Nil ? chosen : CorbelNotificationAnswers.class) alloc] init];
+}
 
 template <class... Arguments>
 void post(const std::function<void(Arguments...)>& completion,
@@ -97,7 +113,7 @@ public:
     const std::optional<Error>& refusal() const { return refusal_; }
 
 private:
-    NotificationAnswers* const answers_ = [[NotificationAnswers alloc] init];
+    const id<UNUserNotificationCenterDelegate> answers_ = makeDelegate(); // the centre keeps none
     UNUserNotificationCenter* center_ = nil;
     std::optional<Error> refusal_;
 };
@@ -115,8 +131,7 @@ UserNotificationCenter& UserNotificationCenter::current() {
 }
 
 void UserNotificationCenter::setDelegate(std::weak_ptr<UserNotificationCenterDelegate> delegate) {
-    const std::lock_guard lock(receiver().mutex);
-    receiver().delegate = std::move(delegate);
+    Receiver::shared().set(std::move(delegate));
 }
 
 void UserNotificationCenter::requestAuthorization(

@@ -1,19 +1,14 @@
 #include "CorbelKit/Formats/FileItem.h"
-#include "Tests/Support/TemporaryFolder.h"
-#include "Tests/Support/WaitUntil.h"
-
-#include <gmock/gmock.h>
+#include "Tests/Support/Testing.h"
 
 #include <atomic>
-#include <string>
 
-using CorbelKit::Cancellation;
-using CorbelKit::FileItem;
-using Platform::URL;
+using namespace TestSupport;
 
 namespace {
 
-namespace fs = std::filesystem;
+using CorbelKit::Cancellation;
+using CorbelKit::FileItem;
 
 std::vector<std::string> pathsIn(const FileItem& item) {
     std::vector<std::string> paths;
@@ -32,13 +27,13 @@ class FileItemTest : public ::testing::Test {
 protected:
     void makeFile(const std::string& path) const {
         fs::create_directories((folder / path).parent_path());
-        TestSupport::writeFile(folder / path, "");
+        writeFile(folder / path, "");
     }
 
-    std::string at(const std::string& path) const { return (folder / path).string(); }
+    std::string at(const std::string& path) const { return folder / path; }
 
-    const TestSupport::TemporaryFolder folder;
-    const URL root = URL::file(folder.path().string(), URL::DirectoryHint::isDirectory);
+    const TemporaryFolder folder;
+    const Platform::URL root = folderURL(folder.path());
 };
 
 TEST_F(FileItemTest, HoldsAllThatIsShownAndFollowsNoLink) {
@@ -56,57 +51,49 @@ TEST_F(FileItemTest, HoldsAllThatIsShownAndFollowsNoLink) {
                                                               at("a/cycle"), at("empty/")));
 }
 
-TEST_F(FileItemTest, OfAFileOrACancelledTaskHasNoChildren) {
+TEST_F(FileItemTest, OfWhatIsNoFolderOrNoLongerWantedHasNoChildren) {
     makeFile("file");
-    const auto file = FileItem::make(root.appending("file"), false);
-    ASSERT_TRUE(file);
-    EXPECT_FALSE(file->isRoot());
-    EXPECT_EQ(file->childCount(), 0U);
-    const auto unlisted = FileItem::make(root.appending("file/../missing"), false);
-    EXPECT_TRUE(unlisted) << "what is no folder is not looked at";
-
-    const auto cancellation = Cancellation::make();
-    cancellation.cancel();
-    const auto item = FileItem::make(root, true, cancellation);
-    ASSERT_TRUE(item);
-    EXPECT_EQ(item->url(), root);
-    EXPECT_EQ(item->name(), folder.path().filename());
-    EXPECT_EQ(item->childCount(), 0U);
+    const auto cancelled = Cancellation::make();
+    cancelled.cancel();
+    const std::tuple<Platform::URL, bool, Cancellation> cases[] = {
+        {root.appending("file"), false, {}},
+        {root.appending("missing"), false, {}}, // what is no folder is not looked at
+        {root, true, cancelled},
+    };
+    for (const auto& [url, isRoot, cancellation] : cases) {
+        const auto item = FileItem::make(url, isRoot, cancellation);
+        ASSERT_TRUE(item) << url.path();
+        EXPECT_EQ(item->isRoot(), isRoot);
+        EXPECT_EQ(item->url(), url);
+        EXPECT_EQ(item->name(), url.lastPathComponent());
+        EXPECT_EQ(item->childCount(), 0U) << url.path();
+    }
 }
 
 TEST_F(FileItemTest, FailsAsAWholeWithTheReasonOfAFolder) {
     const auto missing = FileItem::make(root.appending("missing/"), true);
     ASSERT_FALSE(missing);
-    EXPECT_NE(missing.error().description.find("missing"), std::string::npos);
+    EXPECT_THAT(missing.error().description, testing::HasSubstr("missing"));
     makeFile("a/file");
     EXPECT_FALSE(FileItem::make(root.appending("a/file/"), true));
-    EXPECT_FALSE(FileItem::make(*URL::parse("https://example.org/"), true));
+    EXPECT_FALSE(FileItem::make(*Platform::URL::parse("https://example.org/"), true));
 }
 
-TEST_F(FileItemTest, ShowsChildrenAsPeopleCount) {
-    for (const auto* name : {"File10", "file9", "File1", "Äpfel", "zebra"})
+TEST_F(FileItemTest, IsMadeInATaskAndKeptByAnyOfItsNodesWhichShowAsPeopleCount) {
+    for (const auto* name : {"a/File10", "a/file9", "a/File1", "a/Äpfel", "a/zebra"})
         makeFile(name);
-    std::vector<std::string> names;
-    {
-        const auto item = FileItem::make(root, true);
-        ASSERT_TRUE(item);
-        for (const auto& child : item->childrenInDisplayOrder())
-            names.emplace_back(child.name());
-    }
-    EXPECT_THAT(names, testing::ElementsAre("Äpfel", "File1", "file9", "File10", "zebra"));
-}
-
-TEST_F(FileItemTest, IsMadeInATaskAndKeptByAnyOfItsNodes) {
-    makeFile("a/file");
     std::atomic<bool> done = false;
-    std::optional<FileItem> leaf;
+    std::optional<FileItem> node;
     FileItem::make(root, true, Cancellation::make(), Platform::DispatchQueue::serial("test"),
                    [&](const auto& item) {
-                       leaf = item->child(0).child(0);
+                       node = item->child(0);
                        done = true;
                    });
-    ASSERT_TRUE(TestSupport::waitUntil([&] { return done.load(); }));
-    EXPECT_EQ(leaf->url().path(), at("a/file"));
+    ASSERT_TRUE(waitUntil([&] { return done.load(); }));
+    std::vector<std::string_view> names;
+    for (const auto& child : node->childrenInDisplayOrder())
+        names.push_back(child.name());
+    EXPECT_THAT(names, testing::ElementsAre("Äpfel", "File1", "file9", "File10", "zebra"));
 }
 
 } // namespace

@@ -3,37 +3,28 @@
 #include "CorbelKit/Formats/DropItem.h"
 #include "CorbelKit/Formats/Octal.h"
 #include "CorbelKit/Formats/RangeIntegerStyle.h"
-
-#include <gtest/gtest.h>
-
-#include <utility>
+#include "Tests/Support/Testing.h"
 
 using namespace CorbelKit;
 using namespace std::string_view_literals;
 
 namespace {
 
-std::span<const std::byte> bytesOf(std::string_view text) {
-    return std::as_bytes(std::span(text));
-}
+using TestSupport::bytesOf;
 
-template <class T>
-std::string jsonOf(const T& value) {
+std::string jsonOf(const auto& value) {
     const auto bytes = JSONEncoder().encode(value);
-    return bytes ? std::string(reinterpret_cast<const char*>(bytes->data()), bytes->size())
-                 : bytes.error().description();
+    return bytes ? TestSupport::textOf(*bytes) : bytes.error().description();
 }
 
 TEST(Octal, ReadsIntegersOfDigitsAndOneSignAlone) {
-    const std::pair<std::string_view, std::int64_t> cases[] = {
-        {"755", 493},
-        {"-17", -15},
-        {"+17", 15},
-        {"0", 0},
-        {"-0", 0},
-        {"777777777777777777777", INT64_MAX},
-        {"-1000000000000000000000", INT64_MIN}};
-    for (const auto& [text, value] : cases) {
+    for (const auto& [text, value] : {std::pair("755", INT64_C(493)),
+                                      {"-17", -15},
+                                      {"+17", 15},
+                                      {"0", 0},
+                                      {"-0", 0},
+                                      {"777777777777777777777", INT64_MAX},
+                                      {"-1000000000000000000000", INT64_MIN}}) {
         EXPECT_EQ(Octal::integer(text), value) << text;
         EXPECT_EQ(Octal::integer(Octal::string(value)), value);
     }
@@ -77,17 +68,14 @@ TEST(Octal, TakesMaskDigitsApartAndTogether) {
 TEST(RangeIntegerStyle, ClampsWhatItShowsAndParsesAnything) {
     const RangeIntegerStyle style{.parseStrategy = {},
                                   .range = {.lowerBound = -1, .upperBound = 100}};
-    const std::pair<std::int64_t, const char*> shown[] = {
-        {INT64_MIN, "-1"}, {-1, "-1"}, {42, "42"}, {100, "100"}, {INT64_MAX, "100"}};
-    for (const auto& [value, text] : shown)
+    for (const auto& [value, text] :
+         {std::pair(INT64_MIN, "-1"), {-1, "-1"}, {42, "42"}, {100, "100"}, {INT64_MAX, "100"}})
         EXPECT_EQ(style.locale("ar").format(value), text);
-    const std::pair<std::string_view, std::int64_t> parsed[] = {
-        {"+7", 7},
-        {"-12", -12},
-        {"007", 7},
-        {"9223372036854775807", INT64_MAX},
-        {"-9223372036854775808", INT64_MIN}};
-    for (const auto& [text, value] : parsed)
+    for (const auto& [text, value] : {std::pair("+7", INT64_C(7)),
+                                      {"-12", -12},
+                                      {"007", 7},
+                                      {"9223372036854775807", INT64_MAX},
+                                      {"-9223372036854775808", INT64_MIN}})
         EXPECT_EQ(RangeIntegerStrategy::parse(text), value) << text;
     for (const auto text : {"abc"sv, ""sv, " 5"sv, "5 "sv, "+"sv, "+-5"sv, "1,000"sv, "٣"sv,
                             "5\0"sv, "9223372036854775808"sv})
@@ -107,20 +95,17 @@ TEST(RangeIntegerStyle, KeepsItsRangeAndStrategyInItsCodedForm) {
 }
 
 TEST(DropItem, IsCodedUnderTheNameOfItsCase) {
-    const auto url = *Platform::URL::parse("https://example.org/a%20b");
     const std::pair<DropItem, const char*> cases[] = {
         {{}, R"({"none":{}})"},
         {{std::string("ä\n")}, R"({"text":{"_0":"ä\n"}})"},
-        {{url}, R"({"url":{"_0":"https://example.org/a%20b"}})"},
+        {{*Platform::URL::parse("https://example.org/a%20b")},
+         R"({"url":{"_0":"https://example.org/a%20b"}})"},
     };
     for (const auto& [item, json] : cases) {
         EXPECT_EQ(jsonOf(item), json);
         EXPECT_EQ(*JSONDecoder().decode<DropItem>(bytesOf(json)), item) << json;
-        for (const auto& encoder : {PropertyListEncoder::xml(), PropertyListEncoder::binary()}) {
-            const auto list = encoder.encode(item);
-            ASSERT_TRUE(list);
-            EXPECT_EQ(*PropertyListDecoder::shared().decode<DropItem>(*list), item);
-        }
+        const auto list = PropertyListEncoder::xml().encode(item);
+        EXPECT_EQ(*PropertyListDecoder::shared().decode<DropItem>(*list), item);
     }
     EXPECT_EQ(*JSONDecoder().decode<DropItem>(bytesOf(R"({"text":{"_0":"a"},"image":{}})")),
               DropItem{std::string("a")});

@@ -3,38 +3,27 @@
 
 #include <gtest/gtest.h>
 
-#include <utility>
-
-using CorbelKit::printableText;
-
-TEST(PrintableText, ShowsWhatWouldActOnTheDisplay) {
-    const std::pair<std::string_view, std::string_view> cases[] = {
-        {"", ""},
-        {"plain ~/Library/x.plist", "plain ~/Library/x.plist"},
-        {"a\nb\r\tc", "a\\nb\\r\\tc"},
-        {"\x1B[2Jgone\x7F", "\\u{1B}[2Jgone\\u{7F}"},
-        {"\u009B31m", "\\u{9B}31m"},
-        {"evil\u202Etsilp.x", "evil\\u{202E}tsilp.x"},
-        {"two\u2028lines", "two\\u{2028}lines"},
-        {"\u05E9\u05DC\u05D5\u05DD \U0001F600", "\u05E9\u05DC\u05D5\u05DD \U0001F600"},
+TEST(PrintableText, ShowsWhatWouldActOnTheDisplayAndReplacesOnlyWhatIsNotUTF8) {
+    using namespace std::string_view_literals;
+    const std::tuple<std::string_view, std::string_view, bool> cases[] = {
+        {"", "", true},
+        {"plain ~/Library/x.plist", "plain ~/Library/x.plist", true},
+        {"a\nb\r\tc\0d"sv, "a\\nb\\r\\tc\\u{0}d", true},
+        {"\x1B[2Jgone\x7F", "\\u{1B}[2Jgone\\u{7F}", true},
+        {"\u009B31m", "\\u{9B}31m", true},
+        {"evil\u202Etsilp.x", "evil\\u{202E}tsilp.x", true},
+        {"two\u2028lines", "two\\u{2028}lines", true},
+        {"\u05E9\u05DC \U0001F600", "\u05E9\u05DC \U0001F600", true},
+        {"\xFF", "\uFFFD", false},
+        {"a\xE9z", "a\uFFFDz", false},                             // Latin-1
+        {"\xC0\xAFz", "\uFFFD\uFFFDz", false},                     // an overlong slash
+        {"\xED\xA0\x80z", "\uFFFD\uFFFD\uFFFDz", false},           // a surrogate
+        {"\xF4\x90\x80\x80z", "\uFFFD\uFFFD\uFFFD\uFFFDz", false}, // beyond the last character
+        {"\xE2\x82", "\uFFFD", false},                             // cut short
+        {"\xE2\x82\x0A", "\uFFFD\\n", false},                      // cut short by a line feed
     };
-    for (const auto& [bytes, shown] : cases)
-        EXPECT_EQ(printableText(bytes), shown);
-    EXPECT_EQ(printableText(std::string_view("a\0b", 3)), "a\\u{0}b");
-}
-
-TEST(PrintableText, ReplacesWhatIsNotUTF8AndLosesNothingBehindIt) {
-    const std::pair<std::string_view, std::string_view> cases[] = {
-        {"\xFF", "\uFFFD"},
-        {"a\xE9z", "a\uFFFDz"},                             // Latin-1
-        {"\xC0\xAFz", "\uFFFD\uFFFDz"},                     // an overlong slash
-        {"\xED\xA0\x80z", "\uFFFD\uFFFD\uFFFDz"},           // a surrogate
-        {"\xF4\x90\x80\x80z", "\uFFFD\uFFFD\uFFFD\uFFFDz"}, // beyond the last character
-        {"\xE2\x82", "\uFFFD"},                             // cut short
-        {"\xE2\x82\x0A", "\uFFFD\\n"},                      // cut short by a line feed
-    };
-    for (const auto& [bytes, shown] : cases) {
-        EXPECT_EQ(printableText(bytes), shown);
-        EXPECT_FALSE(Platform::UTF8::isWellFormed(bytes));
+    for (const auto& [bytes, shown, isText] : cases) {
+        EXPECT_EQ(CorbelKit::printableText(bytes), shown);
+        EXPECT_EQ(Platform::UTF8::isWellFormed(bytes), isText) << shown;
     }
 }

@@ -1,9 +1,6 @@
 #include "CorbelKit/Formats/StringEncoding.h"
 #include "Platform/TextServices.h"
-
-#include <gtest/gtest.h>
-
-#include <algorithm>
+#include "Tests/Support/Testing.h"
 
 namespace TextServices = Platform::TextServices;
 
@@ -12,7 +9,7 @@ namespace {
 using namespace std::string_literals;
 
 std::int64_t guess(const std::string& text) {
-    return CorbelKit::guessEncoding(std::as_bytes(std::span(text)));
+    return CorbelKit::guessEncoding(TestSupport::bytesOf(text));
 }
 
 const auto mark = "\xEF\xBB\xBF"s;
@@ -31,8 +28,8 @@ TEST(StringEncoding, GuessesWhatTheTextClaims) {
         {R"(<?xml encoding="ISO-8859-1"?><meta charset=utf-8>)", utf8},
         {mark + "123456789", utf8},
         {"charset=l1", latin1},
-        {"\xF0\x9F\x98\x80\xF0\x9F\x98\x80 charset=l1", latin1},
-        {mark + "\xF0\x9F\x98\x80\xF0\x9F\x98\x80\xF0\x9F\x98\x80\xF0\x9F\x98\x80.", utf8},
+        {"😀😀 charset=l1", latin1},
+        {mark + "😀😀😀😀.", utf8},
     };
 
     for (const auto& [text, expected] : cases)
@@ -40,20 +37,31 @@ TEST(StringEncoding, GuessesWhatTheTextClaims) {
 }
 
 TEST(StringEncoding, GuessesNothingFromWhatIsNoClaimOrNoText) {
-    for (const auto* text :
-         {"", "@charset=iso-8859-1\n;", "<meta charset=\"utf-8\">",
-          "0123456789charset=", "0123456789charset=klingon ", "Charset=utf-8 CHARSET=utf-8",
-          "<?xml encoding=\"ISO-8859-1\" standalone=\"yes\"?>", "<?xml encoding='ISO-8859-1'?>",
-          "<?xml encoding=\"ISO-8859-1\"?>0123456789charset=", "0123456789encoding=",
-          "0123456789encoding=\"", "0123456789encoding=\"\"?>", "0123456789encoding=?>",
-          "nothing is claimed", "\xFF\xFE 0123456789", "charset=utf-8 \xC3",
-          "charset=utf-8 \xED\xA0\x80", "charset=utf-8 \xC0\x80 "})
-        EXPECT_EQ(guess(text), 0) << text;
-    for (const auto& text :
-         {mark + "12345678",
-          mark + "\xF0\x9F\x98\x80\xF0\x9F\x98\x80\xF0\x9F\x98\x80\xF0\x9F\x98\x80",
-          "0123456789charset=utf-8\0>"s, std::string(20, '\0'),
-          "charset=" + std::string(10'000, 'x'), "charset=" + std::string(10'000, '-') + "utf-8 "})
+    const std::string texts[] = {"",
+                                 "@charset=iso-8859-1\n;",
+                                 "<meta charset=\"utf-8\">",
+                                 "0123456789charset=",
+                                 "0123456789charset=klingon ",
+                                 "Charset=utf-8 CHARSET=utf-8",
+                                 "<?xml encoding=\"ISO-8859-1\" standalone=\"yes\"?>",
+                                 "<?xml encoding='ISO-8859-1'?>",
+                                 "<?xml encoding=\"ISO-8859-1\"?>0123456789charset=",
+                                 "0123456789encoding=",
+                                 "0123456789encoding=\"",
+                                 "0123456789encoding=\"\"?>",
+                                 "0123456789encoding=?>",
+                                 "nothing is claimed",
+                                 "\xFF\xFE 0123456789",
+                                 "charset=utf-8 \xC3",
+                                 "charset=utf-8 \xED\xA0\x80",
+                                 "charset=utf-8 \xC0\x80 ",
+                                 mark + "12345678",
+                                 mark + "😀😀😀😀",
+                                 "0123456789charset=utf-8\0>"s,
+                                 std::string(20, '\0'),
+                                 "charset=" + std::string(10'000, 'x'),
+                                 "charset=" + std::string(10'000, '-') + "utf-8 "};
+    for (const auto& text : texts)
         EXPECT_EQ(guess(text), 0) << text.substr(0, 80);
 }
 
@@ -61,10 +69,7 @@ TEST(StringEncoding, GuessesNothingFromWhatIsNoClaimOrNoText) {
 TEST(StringEncoding, FindsAndRefusesAcrossAnySeam) {
     for (std::size_t length = 0; length < 33'000; length += length % 4096 < 4066 ? 4066 : 1) {
         const std::string before(length, ' ');
-        EXPECT_EQ(guess(before + "\xE2\x82\xAC"
-                                 "charset=l1 \xF0\x9F\x98\x80"),
-                  latin1)
-            << length;
+        EXPECT_EQ(guess(before + "€charset=l1 😀"), latin1) << length;
         EXPECT_EQ(guess(before + "charset=l1 \xE2\x82" + before), 0) << length;
         EXPECT_EQ(guess(before + "charset=l1 \x80\x80\x80\x80" + before), 0) << length;
         EXPECT_EQ(guess(before + " encoding='l1?> charset=ascii;" + before), 1) << length;

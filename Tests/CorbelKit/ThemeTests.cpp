@@ -3,47 +3,37 @@
 #include "CorbelKit/Formats/Themes.h"
 #include "CorbelKit/Services/NotificationCenter.h"
 #include "Tests/Support/MainLoop.h"
-#include "Tests/Support/TemporaryFolder.h"
+#include "Tests/Support/Testing.h"
 
-#include <gmock/gmock.h>
-
-#include <algorithm>
 #include <cmath>
-#include <cstdlib>
 
 using namespace CorbelKit;
+using namespace TestSupport;
+using namespace std::string_literals;
 using Platform::PropertyList;
-using Platform::URL;
 
 namespace {
 
-std::vector<Theme> themesOf(const Themes& themes) {
+std::vector<Theme> values(const std::vector<std::shared_ptr<Theme>>& items) {
     std::vector<Theme> values;
-    for (const auto& item : themes.items())
+    for (const auto& item : items)
         values.push_back(*item);
-    return values;
-}
-
-std::vector<Theme> builtIn() {
-    std::vector<Theme> values;
-    for (const auto& theme : builtInThemes())
-        values.push_back(*theme);
     return values;
 }
 
 class ThemesTest : public ::testing::Test {
 protected:
-    URL at(std::string_view name) const { return URL::file((folder / name).string()); }
+    /// The themes in the file, of which only those of a whole file are not the built-in ones.
+    std::vector<Theme> themesIn(std::string_view name) const {
+        return values(Themes(fileURL(folder / name)).items());
+    }
 
     /// The built-in themes as a file that somebody has changed.
-    URL alteredFile(const std::function<void(PropertyList::Array& themes)>& alter,
-                    PropertyList::Format format = PropertyList::Format::binary) const {
-        auto list = *encoded(builtIn(), CodingFormat::propertyList);
+    Platform::URL alteredFile(const std::function<void(PropertyList::Array&)>& alter) const {
+        auto list = *encoded(builtIn, CodingFormat::propertyList);
         alter(std::get<PropertyList::Array>(list.value()));
-        const auto bytes = *list.write(format);
-        TestSupport::writeFile(folder / "altered",
-                               {reinterpret_cast<const char*>(bytes.data()), bytes.size()});
-        return at("altered");
+        writeFile(folder / "altered", textOf(*list.write(PropertyList::Format::xml)));
+        return fileURL(folder / "altered");
     }
 
     static PropertyList::Dictionary& entry(PropertyList& dictionary, const std::string& key) {
@@ -51,19 +41,25 @@ protected:
         return std::get<PropertyList::Dictionary>(entries.at(key).value());
     }
 
-    const TestSupport::TemporaryFolder folder;
+    const TemporaryFolder folder;
+    const std::vector<Theme> builtIn = values(builtInThemes());
 };
 
-TEST_F(ThemesTest, AgreeWithAnotherImplementationInBothDirections) {
-    Themes(at("Themes.plist")).save();
-    const auto command =
-        "python3 '" CORBEL_TEST_DATA "/ThemePeer.py' '" + folder.path().string() + "'";
-    ASSERT_EQ(std::system(command.c_str()), 0);
-    auto expected = builtIn();
-    EXPECT_EQ(themesOf(Themes(at("Themes.plist"))), expected);
-    std::ranges::reverse(expected);
-    for (const auto* theirs : {"theirs.xml", "theirs.binary"})
-        EXPECT_EQ(themesOf(Themes(at(theirs))), expected) << theirs;
+TEST_F(ThemesTest, AreSavedByTheNamesOfTheirParts) {
+    PropertyList::Dictionary form{
+        {"lineNumberFont", PropertyList::Dictionary{{"string", "L@@@@1"s}}},
+        {"textFont", PropertyList::Dictionary{{"string", "T@@@@2"s}}}};
+    for (const auto* name : {"command", "comment", "instruction", "keyword", "api", "variable",
+                             "string", "attribute", "text", "invisible", "background",
+                             "highlightLine", "lineNumberText", "lineNumberBackground"})
+        form[name] =
+            PropertyList::Dictionary{{"red", 0.0}, {"green", 0.0}, {"blue", 0.0}, {"alpha", 1.09}};
+    Theme theme;
+    theme.lineNumberFont.string = "L@@@@1";
+    theme.textFont.string = "T@@@@2";
+    for (auto kind = 0; kind <= static_cast<int>(Theme::Color::Kind::attribute); ++kind)
+        theme.color(static_cast<Theme::Color::Kind>(kind)).alpha = 1.09;
+    EXPECT_EQ(*encoded(theme, CodingFormat::propertyList), PropertyList(form));
 }
 
 TEST_F(ThemesTest, AreTheBuiltInOnesWhereTheFileIsNotWhole) {
@@ -76,11 +72,11 @@ TEST_F(ThemesTest, AreTheBuiltInOnesWhereTheFileIsNotWhole) {
         [](auto& themes) { themes.emplace_back(std::string("theme")); },
     };
     for (const auto& alter : alterations)
-        EXPECT_EQ(themesOf(Themes(alteredFile(alter))), builtIn());
-    TestSupport::writeFile(folder / "broken", "<plist><dict/></plist>");
-    EXPECT_EQ(themesOf(Themes(at("broken"))), builtIn());
-    EXPECT_EQ(themesOf(Themes(at("missing"))), builtIn());
-    EXPECT_EQ(themesOf(Themes(std::nullopt)), builtIn());
+        EXPECT_EQ(values(Themes(alteredFile(alter)).items()), builtIn);
+    writeFile(folder / "broken", "<plist><dict/></plist>");
+    EXPECT_EQ(themesIn("broken"), builtIn);
+    EXPECT_EQ(themesIn("missing"), builtIn);
+    EXPECT_EQ(values(Themes(std::nullopt).items()), builtIn);
 }
 
 TEST_F(ThemesTest, TakeNumbersAsTheyAreAndPassOverWhatTheyDoNotKnow) {
@@ -106,19 +102,17 @@ TEST_F(ThemesTest, CanBeNoneAndThenHaveNoCurrentOne) {
     EXPECT_DEATH(static_cast<void>(themes.current()), "no theme to choose from");
 }
 
-TEST_F(ThemesTest, TellAndSaveEachChange) {
-    std::vector<std::string> told;
-    auto& center = NotificationCenter::defaultCenter();
+TEST_F(ThemesTest, NotifyOfAndSaveEachChange) {
+    std::vector<std::string_view> notified;
     std::vector<Platform::Observation> observations;
     for (const auto name :
          {Themes::themeColorChanged, Themes::textFontChanged, Themes::lineNumberFontChanged}) {
-        observations.push_back(
-            center.addObserver(name, [&told, name] { told.emplace_back(name); }));
+        observations.push_back(NotificationCenter::defaultCenter().addObserver(
+            name, [&notified, name] { notified.push_back(name); }));
     }
-
-    Themes themes(at("Themes.plist"));
+    Themes themes(fileURL(folder / "Themes.plist"));
     auto& theme = *themes.items()[1];
-    EXPECT_FALSE(std::filesystem::exists(folder / "Themes.plist"));
+    EXPECT_FALSE(fs::exists(folder / "Themes.plist"));
     themes.setColor(theme, Theme::Color::Kind::api,
                     Platform::Color::deviceRGB(0.1, 1.5, -0.3, 0.4));
     EXPECT_EQ(theme.api, (Theme::Color{.red = 0.1, .green = 1.5, .blue = -0.3, .alpha = 0.4}));
@@ -127,10 +121,11 @@ TEST_F(ThemesTest, TellAndSaveEachChange) {
     themes.setFont(theme, Theme::Font::Kind::lineNumberFont, font);
     EXPECT_EQ(theme.textFont.string.substr(0, 16), "Some-Font@@@@12.");
     EXPECT_EQ(theme.textFont, theme.lineNumberFont);
-    EXPECT_THAT(told, testing::ElementsAre("ThemeColorChanged", "TextFontChanged",
-                                           "LineNumberFontChanged", "LineNumberFontChanged"));
-    TestSupport::drainMainLoop();
-    EXPECT_EQ(themesOf(Themes(at("Themes.plist"))), themesOf(themes));
+    EXPECT_THAT(notified, testing::ElementsAre("ThemeColorChanged", "TextFontChanged",
+                                               "LineNumberFontChanged", "LineNumberFontChanged"));
+    drainMainLoop();
+    EXPECT_TRUE(contentOf(folder / "Themes.plist").starts_with("bplist00"));
+    EXPECT_EQ(themesIn("Themes.plist"), values(themes.items()));
 }
 
 TEST(ThemeColor, IsThatOfLabelsWhereThereIsNoneInRGB) {
@@ -155,26 +150,19 @@ TEST(ThemeLabel, HasOneCapitalInWhatIsShownAsASentence) {
 }
 
 TEST(ThemeFont, FallsBackFromAStringThatNamesNone) {
-    const auto system = Platform::Font::system(12);
-    const auto usual = Platform::Font::userFixedPitch(12).value_or(
-        Platform::Font::named("Menlo", 12).value_or(system));
-    const auto& name = system.postScriptName;
-    const std::pair<std::string, double> understood[] = {
-        {name + "@@@@9.50", 9.5}, {name + "@@@@1e1", 10}, {name + "@@@@7@@@@8", 7}};
-    for (const auto& [string, size] : understood) {
-        const auto font = Theme::Font{.string = string}.platformFont();
-        EXPECT_EQ(font.postScriptName, name) << string;
-        EXPECT_EQ(font.pointSize, size) << string;
+    const auto& name = Platform::Font::system(12).postScriptName;
+    for (const auto& [string, size] :
+         {std::pair(name + "@@@@9.50", 9.5), {name + "@@@@1e1", 10}, {name + "@@@@7@@@@8", 7}}) {
+        const Platform::Font font{.postScriptName = name, .pointSize = size};
+        EXPECT_EQ(Theme::Font{.string = string}.platformFont(), font) << string;
     }
+    const auto usual = Platform::Font::userFixedPitch(12).value_or(
+        Platform::Font::named("Menlo", 12).value_or(Platform::Font::system(12)));
     for (const auto& string :
          {name, name + "@@@@abc", name + "@@@@ 12", name + "@@@@12 ", name + "@@@@",
-          name + "@@@@-1", name + "@@@@1e999", name + "@@@@12,5",
-          std::string("No-Such-Font@@@@12.00"), std::string("@@@@12"), std::string(),
-          std::string("\xff@@@@12"), name + "\0@@@@12"}) {
-        const auto font = Theme::Font{.string = string}.platformFont();
-        EXPECT_EQ(font.postScriptName, usual.postScriptName) << string;
-        EXPECT_EQ(font.pointSize, 12) << string;
-    }
+          name + "@@@@-1", name + "@@@@1e999", name + "@@@@12,5", "No-Such-Font@@@@12.00"s,
+          "@@@@12"s, ""s, "\xff@@@@12"s, name + "\0@@@@12"})
+        EXPECT_EQ(Theme::Font{.string = string}.platformFont(), usual) << string;
     EXPECT_EQ(Theme::Font::of({.postScriptName = "Menlo-Regular", .pointSize = 12}).string,
               "Menlo-Regular@@@@12.00");
 }

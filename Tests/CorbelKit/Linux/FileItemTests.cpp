@@ -1,16 +1,11 @@
 // Trees that Linux allows: longer than any path, with names that are no text.
 
 #include "CorbelKit/Formats/FileItem.h"
-#include "Tests/Support/TemporaryFolder.h"
+#include "Tests/Support/Testing.h"
 
 #include <fcntl.h>
-#include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
-
-#include <cstdlib>
-
-using Platform::URL;
 
 TEST(DeepFileItem, HoldsEveryLevelOfATreeDeeperThanAnyPath) {
     constexpr int levels = 5000;
@@ -23,8 +18,7 @@ TEST(DeepFileItem, HoldsEveryLevelOfATreeDeeperThanAnyPath) {
         level = below;
     }
     close(level);
-    const auto root = CorbelKit::FileItem::make(
-        URL::file(folder.path().string(), URL::DirectoryHint::isDirectory), true);
+    const auto root = CorbelKit::FileItem::make(TestSupport::folderURL(folder.path()), true);
     ASSERT_TRUE(root) << root.error().description;
     auto deepest = *root;
     int depth = 0;

@@ -3,31 +3,28 @@
 #include "CorbelKit/Formats/Themes.h"
 #include "CorbelKit/Services/Defaults.h"
 #include "Platform/UserDefaults.h"
-#include "Tests/Support/EnvironmentVariable.h"
 #include "Tests/Support/MainLoop.h"
-#include "Tests/Support/TemporaryFolder.h"
-
-#include <gtest/gtest.h>
+#include "Tests/Support/Testing.h"
 
 using namespace CorbelKit;
+using namespace TestSupport;
 
 // Without a bus the desktop is light.
 TEST(CurrentTheme, IsChosenByTheSettingsAndElseTheFirst) {
-    const TestSupport::TemporaryFolder folder;
-    const TestSupport::EnvironmentVariable configuration("XDG_CONFIG_HOME", folder.path().string());
-    const TestSupport::EnvironmentVariable noBus("DBUS_SESSION_BUS_ADDRESS", std::nullopt);
-    const TestSupport::EnvironmentVariable noFolder("XDG_RUNTIME_DIR", std::nullopt);
+    const TemporaryFolder folder;
+    const EnvironmentVariable configuration("XDG_CONFIG_HOME", folder.path().string());
+    const EnvironmentVariable noBus("DBUS_SESSION_BUS_ADDRESS", std::nullopt);
+    const EnvironmentVariable noFolder("XDG_RUNTIME_DIR", std::nullopt);
     const Themes themes(std::nullopt);
+
+    using enum Theme::City;
 
     const struct {
         std::optional<int> appearance, light, dark;
         Theme::City expected;
-    } cases[] = {
-        {{}, {}, {}, Theme::City::stockholm}, {2, {}, {}, Theme::City::oslo},
-        {1, 3, 0, Theme::City::helsinki},     {2, 3, 1, Theme::City::copenhagen},
-        {2, 3, 7, Theme::City::helsinki},     {2, 4, -1, Theme::City::stockholm},
-        {0, -1, 2, Theme::City::stockholm},
-    };
+    } cases[] = {{{}, {}, {}, stockholm}, {2, {}, {}, oslo},   {1, 3, 0, helsinki},
+                 {2, 3, 1, copenhagen},   {2, 3, 7, helsinki}, {2, 4, -1, stockholm},
+                 {0, -1, 2, stockholm}};
 
     auto& settings = Platform::UserDefaults::standard();
     const auto set = [&](std::string_view key, std::optional<int> value) {
@@ -45,16 +42,15 @@ TEST(CurrentTheme, IsChosenByTheSettingsAndElseTheFirst) {
     }
 }
 
-TEST(ThemesThatCannotBeSaved, AreKeptInMemoryAndTheUserIsTold) {
-    const TestSupport::TemporaryFolder folder;
-    Themes themes(Platform::URL::file((folder / "missing/Themes.plist").string()));
+TEST(ThemesThatCannotBeSaved, AreKeptInMemoryAndTheUserIsAlerted) {
+    const TemporaryFolder folder;
+    Themes themes(fileURL(folder / "missing/Themes.plist"));
     auto& theme = *themes.items()[0];
-    const Platform::Font font{.postScriptName = "Some-Font", .pointSize = 7};
     testing::internal::CaptureStderr();
-    themes.setFont(theme, Theme::Font::Kind::textFont, font);
+    themes.setFont(theme, Theme::Font::Kind::textFont, {.postScriptName = "F", .pointSize = 7});
     for (int round = 0; round < 3; ++round)
-        TestSupport::drainMainLoop();
-    const auto told = testing::internal::GetCapturedStderr();
-    EXPECT_TRUE(told.starts_with("An error occurred while saving: ")) << told;
-    EXPECT_EQ(theme.textFont.string, "Some-Font@@@@7.00");
+        drainMainLoop();
+    EXPECT_THAT(testing::internal::GetCapturedStderr(),
+                testing::StartsWith("An error occurred while saving: "));
+    EXPECT_EQ(theme.textFont.string, "F@@@@7.00");
 }

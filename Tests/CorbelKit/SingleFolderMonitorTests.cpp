@@ -1,18 +1,14 @@
 #include "CorbelKit/Monitors/SingleFolderMonitor.h"
 #include "Tests/CorbelKit/TellingDelegate.h"
+#include "Tests/Support/Testing.h"
 
 #include <fcntl.h>
-#include <gtest/gtest.h>
-#include <unistd.h>
 
-#include <atomic>
+using namespace TestSupport;
 
 namespace {
 
 using CorbelKit::SingleFolderMonitor;
-using Platform::URL;
-using TestSupport::waitUntil;
-using TestSupport::writeFile;
 
 class SingleFolderMonitorTest : public ::testing::Test {
 protected:
@@ -22,8 +18,8 @@ protected:
         EXPECT_TRUE(delegate->isToldOf(folder.path()));
     }
 
-    TestSupport::TemporaryFolder folder;
-    URL url = URL::file(folder.path().string(), URL::DirectoryHint::isDirectory);
+    TemporaryFolder folder;
+    Platform::URL url = folderURL(folder.path());
     std::shared_ptr<TellingDelegate> delegate = std::make_shared<TellingDelegate>();
 };
 
@@ -31,9 +27,9 @@ TEST_F(SingleFolderMonitorTest, TellsOfEachKindOfEntryChangeWithItsFolder) {
     auto monitor = SingleFolderMonitor::make(url);
     monitor->setDelegate(delegate);
     expectCallAfter([&] { writeFile(folder / "a", "1"); });
-    expectCallAfter([&] { rename((folder / "a").c_str(), (folder / "b").c_str()); });
-    expectCallAfter([&] { std::filesystem::create_hard_link(folder / "b", folder / "c"); });
-    expectCallAfter([&] { std::filesystem::remove(folder / "b"); });
+    expectCallAfter([&] { fs::rename(folder / "a", folder / "b"); });
+    expectCallAfter([&] { fs::create_hard_link(folder / "b", folder / "c"); });
+    expectCallAfter([&] { fs::remove(folder / "b"); });
     EXPECT_TRUE(delegate->hasFolderURLsOnly());
 }
 
@@ -42,13 +38,12 @@ TEST_F(SingleFolderMonitorTest, WritingIntoAFileIsNoEvent) {
     auto monitor = SingleFolderMonitor::make(url);
     monitor->setDelegate(delegate);
     writeFile(folder / "a", "2");
-    std::filesystem::permissions(folder / "a", std::filesystem::perms::owner_read);
+    fs::permissions(folder / "a", fs::perms::owner_read);
 
     // A second monitor sees, after the same writes, an entry change through the same queue.
-    TestSupport::TemporaryFolder other;
-    const auto otherURL = URL::file(other.path().string(), URL::DirectoryHint::isDirectory);
+    TemporaryFolder other;
     auto otherDelegate = std::make_shared<TellingDelegate>();
-    auto otherMonitor = SingleFolderMonitor::make(otherURL);
+    auto otherMonitor = SingleFolderMonitor::make(folderURL(other.path()));
     otherMonitor->setDelegate(otherDelegate);
     writeFile(other / "a", "1");
     ASSERT_TRUE(otherDelegate->isToldOf(other.path()));
@@ -56,8 +51,7 @@ TEST_F(SingleFolderMonitorTest, WritingIntoAFileIsNoEvent) {
 }
 
 TEST_F(SingleFolderMonitorTest, StaysIdleForAMissingFolder) {
-    auto monitor = SingleFolderMonitor::make(
-        URL::file((folder / "missing").string(), URL::DirectoryHint::isDirectory));
+    auto monitor = SingleFolderMonitor::make(folderURL(folder / "missing"));
     EXPECT_EQ(monitor->fileDescriptor(), -1);
     EXPECT_FALSE(monitor->hasSource());
     monitor->stopMonitoring();

@@ -39,8 +39,8 @@ TEST(EffectiveAppearance, TellsEachObserverOfEachChangeOnceUntilItHasEnoughOfIt)
         first.reset();
     });
 
-    // Dark and light; then neither of two ways to say light is news, and the next dark is.
-    for (const std::uint32_t scheme : {1U, 1U, 2U, 0U, 1U})
+    // Dark and light; then no other way to say light is news, and the next dark is.
+    for (const std::uint32_t scheme : {1U, 1U, 2U, 77U, 0U, 1U})
         portal.setColorScheme(scheme);
     EXPECT_TRUE(mainLoopBrings([&seen] { return seen.size() >= 3; }));
     const std::vector<std::optional<Name>> expected{Name::darkAqua, Name::aqua, Name::darkAqua};

@@ -51,9 +51,10 @@ TEST_F(ThemesTest, AreSavedByTheNamesOfTheirParts) {
         {"textFont", PropertyList::Dictionary{{"string", "T@@@@2"s}}}};
     for (const auto* name : {"command", "comment", "instruction", "keyword", "api", "variable",
                              "string", "attribute", "text", "invisible", "background",
-                             "highlightLine", "lineNumberText", "lineNumberBackground"})
+                             "highlightLine", "lineNumberText", "lineNumberBackground"}) {
         form[name] =
             PropertyList::Dictionary{{"red", 0.0}, {"green", 0.0}, {"blue", 0.0}, {"alpha", 1.09}};
+    }
     Theme theme;
     theme.lineNumberFont.string = "L@@@@1";
     theme.textFont.string = "T@@@@2";

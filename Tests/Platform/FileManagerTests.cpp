@@ -1,65 +1,56 @@
 #include "Platform/FileManager.h"
-#include "Tests/Support/EnvironmentVariable.h"
-#include "Tests/Support/TemporaryFolder.h"
+#include "Tests/Support/Testing.h"
 
-#include <gmock/gmock.h>
-#include <pwd.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
+using namespace TestSupport;
 using Platform::URL;
 using testing::Optional;
 namespace FileManager = Platform::FileManager;
 
-TEST(FileManager, ListsEveryEntryOnceAndFoldersAloneAsFolders) {
-    const TestSupport::TemporaryFolder folder;
-    TestSupport::writeFile(folder / ".hidden", "");
-    TestSupport::writeFile(folder / "caf\u00E9 %41", "");
-    std::filesystem::create_directory(folder / "folder");
-    std::filesystem::create_directory_symlink("folder", folder / "link to folder");
-    std::filesystem::create_symlink("nowhere", folder / "dangling");
-    ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
+namespace {
 
-    const auto here = URL::file(folder.path().string(), URL::DirectoryHint::isDirectory);
+class FileManagerTest : public testing::Test {
+protected:
+    const TemporaryFolder folder;
+    const URL here = folderURL(folder.path());
+    const URL elsewhere = *URL::parse("https://host/a/b");
+};
+
+TEST_F(FileManagerTest, ListsEveryEntryOnceAndFoldersAloneAsFolders) {
+    writeFile(folder / ".hidden", "");
+    writeFile(folder / "café %41", "");
+    fs::create_directory(folder / "folder");
+    fs::create_directory_symlink("folder", folder / "link to folder");
+    fs::create_symlink("nowhere", folder / "dangling");
+    ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
     EXPECT_THAT(
         FileManager::contentsOfDirectory(here),
         Optional(testing::UnorderedElementsAre(
-            here.appending(".hidden"), here.appending("caf\u00E9 %41"), here.appending("folder/"),
+            here.appending(".hidden"), here.appending("café %41"), here.appending("folder/"),
             here.appending("link to folder"), here.appending("dangling"), here.appending("pipe"))));
-}
 
-TEST(FileManager, TellsAnEmptyFolderFromOneThatCannotBeListed) {
-    const TestSupport::TemporaryFolder folder;
-    TestSupport::writeFile(folder / "file", "");
-    std::filesystem::create_directory(folder / "empty");
-    const auto here = URL::file(folder.path().string());
-    EXPECT_THAT(FileManager::contentsOfDirectory(here.appending("empty")),
+    EXPECT_THAT(FileManager::contentsOfDirectory(here.appending("folder")),
                 Optional(testing::IsEmpty()));
-    EXPECT_FALSE(FileManager::contentsOfDirectory(here.appending("missing")));
-    EXPECT_FALSE(FileManager::contentsOfDirectory(here.appending("file")));
-    EXPECT_FALSE(FileManager::contentsOfDirectory(*URL::parse("https://host/")));
+    for (const auto& noFolder : {here.appending("missing"), here.appending(".hidden"), elsewhere})
+        EXPECT_FALSE(FileManager::contentsOfDirectory(noFolder)) << noFolder.absoluteString();
 }
 
-TEST(FileManager, DisplaysAnOrdinaryItemUnderItsOwnName) {
-    const TestSupport::TemporaryFolder folder;
-    TestSupport::writeFile(folder / "caf\u00E9.txt", "");
-    const auto here = URL::file(folder.path().string());
-    EXPECT_EQ(FileManager::displayName(here.appending("caf\u00E9.txt")), "caf\u00E9.txt");
+TEST_F(FileManagerTest, DisplaysAnOrdinaryItemUnderItsOwnName) {
+    writeFile(folder / "café.txt", "");
+    EXPECT_EQ(FileManager::displayName(here.appending("café.txt")), "café.txt");
     EXPECT_EQ(FileManager::displayName(here.appending("missing")), "missing");
-    EXPECT_EQ(FileManager::displayName(*URL::parse("https://host/a/b")), "b");
+    EXPECT_EQ(FileManager::displayName(elsewhere), "b");
 }
 
-TEST(FileManager, ResolvesLinksAsFarAsThePathExists) {
-    const TestSupport::TemporaryFolder folder;
-    const auto real = URL::file(std::filesystem::canonical(folder.path()).string());
-    std::filesystem::create_directory(folder / "folder");
-    std::filesystem::create_directory_symlink("folder", folder / "link");
-    const auto here = URL::file(folder.path().string());
+TEST_F(FileManagerTest, ResolvesLinksAsFarAsThePathExists) {
+    fs::create_directory(folder / "folder");
+    fs::create_directory_symlink("folder", folder / "link");
     for (const auto& [path, resolved] :
-         {std::pair{"link", "folder"}, {"link/", "folder/"}, {"link/missing", "folder/missing"}}) {
+         {std::pair{"link", "folder"}, {"link/", "folder/"}, {"link/missing", "folder/missing"}})
         EXPECT_EQ(FileManager::resolvingSymlinksInPath(here.appending(path)),
-                  real.appending(resolved));
-    }
-    const auto elsewhere = *URL::parse("https://host/link");
+                  here.appending(resolved));
     EXPECT_EQ(FileManager::resolvingSymlinksInPath(elsewhere), elsewhere);
 }
+
+} // namespace

@@ -1,26 +1,30 @@
+#include "Platform/FileHandle.h"
 #include "Platform/Subprocess.h"
-#include "Tests/Platform/ReadAll.h"
-#include "Tests/Support/EnvironmentVariable.h"
-#include "Tests/Support/TemporaryFolder.h"
-#include "Tests/Support/WaitUntil.h"
+#include "Tests/Support/Testing.h"
 
 #include <fcntl.h>
-#include <gmock/gmock.h>
 #include <unistd.h>
 
-#include <cerrno>
 #include <csignal>
 
+using namespace TestSupport;
 using Platform::FileHandle;
-using Platform::Pipe;
 using Platform::Subprocess;
 using Platform::URL;
-using TestSupport::waitUntil;
 
 namespace {
 
-Pipe makePipe() {
-    return std::move(Pipe::make().value());
+/// Everything up to the end of what is written to it elsewhere, or up to the first failure.
+std::string readAll(Platform::Pipe& pipe) {
+    pipe.fileHandleForWriting.close();
+    std::string text;
+    std::array<std::byte, 1000> buffer{};
+    for (;;) {
+        const auto count = pipe.fileHandleForReading.read(buffer);
+        if (!count || *count == 0)
+            return text;
+        text += textOf(std::span(buffer).first(*count));
+    }
 }
 
 Subprocess shell(const std::string& script) {
@@ -29,12 +33,11 @@ Subprocess shell(const std::string& script) {
 
 /// What the process wrote up to its end, or why it did not start.
 std::string outputOf(Subprocess subprocess) {
-    auto pipe = makePipe();
+    auto pipe = *Platform::Pipe::make();
     subprocess.standardOutput = pipe.fileHandleForWriting.fileDescriptor();
     if (const auto error = subprocess.launch())
         return error->description;
-    pipe.fileHandleForWriting.close();
-    return readAll(pipe.fileHandleForReading);
+    return readAll(pipe);
 }
 
 bool isGone(pid_t process) {
@@ -42,15 +45,11 @@ bool isGone(pid_t process) {
     return kill(process, 0) == -1 && errno == ESRCH;
 }
 
-std::ptrdiff_t countOfDescriptors() {
-    return std::distance(std::filesystem::directory_iterator("/dev/fd"), {});
-}
-
 } // namespace
 
 TEST(Subprocess, SortsOutStreamsThatOverlapWithItsOwn) {
-    auto first = makePipe();
-    auto second = makePipe();
+    auto first = *Platform::Pipe::make();
+    auto second = *Platform::Pipe::make();
     const FileHandle ourOutput(dup(1));
     const FileHandle ourErrors(dup(2));
     auto swapped = shell("printf out; printf err >&2");
@@ -62,17 +61,15 @@ TEST(Subprocess, SortsOutStreamsThatOverlapWithItsOwn) {
     dup2(ourOutput.fileDescriptor(), 1);
     dup2(ourErrors.fileDescriptor(), 2);
     EXPECT_FALSE(error);
-    first.fileHandleForWriting.close();
-    second.fileHandleForWriting.close();
-    EXPECT_EQ(readAll(first.fileHandleForReading), "err");
-    EXPECT_EQ(readAll(second.fileHandleForReading), "out");
+    EXPECT_EQ(readAll(first), "err");
+    EXPECT_EQ(readAll(second), "out");
 }
 
 TEST(Subprocess, SaysWhyItCannotStart) {
-    const TestSupport::TemporaryFolder folder;
-    TestSupport::writeFile(folder / "not executable", "#!/bin/sh\n");
+    const TemporaryFolder folder;
+    writeFile(folder / "not executable", "#!/bin/sh\n");
     for (const auto& path : {folder / "missing", folder / "not executable", folder.path()}) {
-        const auto error = Subprocess{URL::file(path.string()), {}, {}}.launch();
+        const auto error = Subprocess{fileURL(path), {}, {}}.launch();
         ASSERT_TRUE(error) << path;
         EXPECT_THAT(error->description, testing::HasSubstr(path.string() + ": "));
     }
@@ -84,14 +81,13 @@ TEST(Subprocess, SaysWhyItCannotStart) {
 }
 
 TEST(Subprocess, ReturnsBeforeTheProcessEndsAndCollectsItLater) {
-    auto input = makePipe();
-    auto output = makePipe();
+    auto input = *Platform::Pipe::make();
+    auto output = *Platform::Pipe::make();
     auto waiting = shell("echo $$; exec >&-; read line");
     waiting.standardInput = input.fileHandleForReading.fileDescriptor();
     waiting.standardOutput = output.fileHandleForWriting.fileDescriptor();
     ASSERT_FALSE(waiting.launch());
-    output.fileHandleForWriting.close();
-    const auto process = std::stoi(readAll(output.fileHandleForReading));
+    const auto process = std::stoi(readAll(output));
     EXPECT_FALSE(isGone(process));
     input.fileHandleForWriting.close();
     EXPECT_TRUE(waitUntil([&] { return isGone(process); }));
@@ -101,12 +97,12 @@ TEST(Subprocess, LeavesNoDescriptorOpenHereWhetherItStartedOrNot) {
     // What collects processes may keep descriptors of its own from the first one on.
     const auto first = std::stoi(outputOf(shell("echo $$")));
     ASSERT_TRUE(waitUntil([&] { return isGone(first); }));
-    const auto before = countOfDescriptors();
+    const auto before = openDescriptors();
     for (int count = 0; count < 20; ++count) {
         outputOf(shell("exit"));
         EXPECT_TRUE((Subprocess{URL::file("/nowhere"), {}, {}}.launch()));
     }
-    EXPECT_TRUE(waitUntil([&] { return countOfDescriptors() <= before; }));
+    EXPECT_TRUE(waitUntil([&] { return openDescriptors() <= before; }));
 }
 
 TEST(Subprocess, GivesTheProcessNoDescriptorButTheThree) {

@@ -2,27 +2,12 @@
 
 #include "Platform/Bookmark.h"
 #include "Platform/Linux/Files/Bookmark/MovedFileSearch.h"
-#include "Tests/Support/TemporaryFolder.h"
-
-#include <gtest/gtest.h>
-
-#include <functional>
-#include <iterator>
-#include <utility>
-
-namespace {
+#include "Tests/Support/Testing.h"
 
 using namespace Platform;
-using TestSupport::writeFile;
-namespace fs = std::filesystem;
+using namespace TestSupport;
 
-URL url(const fs::path& path) {
-    return URL::file(path.string());
-}
-
-std::ptrdiff_t openDescriptors() {
-    return std::distance(fs::directory_iterator("/proc/self/fd"), {});
-}
+namespace {
 
 class Bookmark : public ::testing::Test {
 protected:
@@ -41,7 +26,7 @@ protected:
         return *PropertyList(record).write(PropertyList::Format::binary);
     }
 
-    BookmarkData bookmark() const { return *makeBookmark(url(file)); }
+    BookmarkData bookmark() const { return *makeBookmark(fileURL(file)); }
 
     static SecurityScopedResource resolved(const BookmarkData& data) {
         auto resource = SecurityScopedResource::resolve(data);
@@ -49,7 +34,7 @@ protected:
         return std::move(*resource);
     }
 
-    const TestSupport::TemporaryFolder folder;
+    const TemporaryFolder folder;
     const fs::path file = folder / "a/b/\xFFile"; // no text
 };
 
@@ -69,11 +54,11 @@ TEST_F(Bookmark, FindsTheFileWhereverItWasMovedNearby) {
         const auto data = bookmark();
         move();
         const auto resource = resolved(data);
-        EXPECT_EQ(resource.url(), url(place));
+        EXPECT_EQ(resource.url(), fileURL(place));
         EXPECT_EQ(resource.isStale(), place != file) << place;
         const auto fresh = resource.makeBookmark();
         ASSERT_TRUE(fresh);
-        EXPECT_EQ(resolved(*fresh).url(), url(place));
+        EXPECT_EQ(resolved(*fresh).url(), fileURL(place));
         EXPECT_FALSE(resolved(*fresh).isStale()) << place;
         if (place != file) {
             fs::create_directories(folder / "a/b/below");
@@ -87,7 +72,7 @@ TEST_F(Bookmark, TakesNoOtherFileForTheOneItMeans) {
     const auto data = bookmark();
     fs::rename(file, folder / "c/kept");
     writeFile(file, "");
-    EXPECT_EQ(resolved(data).url(), url(folder / "c/kept"));
+    EXPECT_EQ(resolved(data).url(), fileURL(folder / "c/kept"));
     // Its number is free now, and the next file may well get it.
     fs::remove(folder / "c/kept");
     fs::remove(file);
@@ -98,9 +83,9 @@ TEST_F(Bookmark, TakesNoOtherFileForTheOneItMeans) {
 TEST_F(Bookmark, IsOfALinkAndNotOfWhatItLeadsTo) {
     const auto link = folder / "link";
     fs::create_symlink(file, link);
-    auto data = makeBookmark(url(link));
+    auto data = makeBookmark(fileURL(link));
     ASSERT_TRUE(data);
-    EXPECT_EQ(resolved(*data).url(), url(link));
+    EXPECT_EQ(resolved(*data).url(), fileURL(link));
     fs::remove(link);
     EXPECT_FALSE(SecurityScopedResource::resolve(*data));
 }
@@ -118,8 +103,7 @@ TEST_F(Bookmark, IsAbsentFromBytesThatAreNone) {
     for (auto end = whole.begin(); end != whole.end(); ++end)
         EXPECT_FALSE(SecurityScopedResource::resolve({whole.begin(), end}));
     const auto path = [](std::string_view text) {
-        const auto bytes = std::as_bytes(std::span(text));
-        return PropertyList::Data(bytes.begin(), bytes.end());
+        return PropertyList::Data(bytesOf(text).begin(), bytesOf(text).end());
     };
     const std::pair<const char*, PropertyList> alterations[] = {
         {"Path", std::string("/etc/passwd")},
@@ -161,14 +145,13 @@ TEST_F(Bookmark, HoldsOneDescriptorFromTheStartToTheEndOfAccess) {
     const auto before = openDescriptors();
     {
         auto resource = resolved(bookmark());
-        resource.stopAccessing();
-        for (int round = 0; round < 2; ++round) {
-            EXPECT_TRUE(resource.startAccessing());
-            EXPECT_TRUE(resource.startAccessing());
-            EXPECT_EQ(openDescriptors(), before + 1);
-            resource.stopAccessing();
+        for (int round = 0; round < 4; ++round) {
             resource.stopAccessing();
             EXPECT_EQ(openDescriptors(), before);
+            for (int time = 0; time < 2; ++time)
+                EXPECT_TRUE(resource.startAccessing());
+            EXPECT_EQ(openDescriptors(), before + 1);
+            resource.stopAccessing();
         }
         resource.startAccessing();
         const auto moved = std::move(resource);
@@ -180,7 +163,7 @@ TEST_F(Bookmark, HoldsOneDescriptorFromTheStartToTheEndOfAccess) {
 TEST_F(Bookmark, GivesNoAccessToWhatCameInItsPlaceSinceItWasFound) {
     const auto before = openDescriptors();
     auto resource = resolved(bookmark());
-    TestSupport::replaceFile(file, "");
+    replaceFile(file, "");
     EXPECT_FALSE(resource.startAccessing());
     EXPECT_FALSE(resource.makeBookmark());
     fs::remove(file);

@@ -2,9 +2,6 @@
 
 #include <gmock/gmock.h>
 
-#include <algorithm>
-#include <vector>
-
 using Platform::Color;
 using testing::DoubleNear;
 using testing::Pointwise;

@@ -1,55 +1,37 @@
 // The main application in front shows a change itself, and the agent says nothing of it.
 
+#include "Tests/EndToEnd/AgentTest.h"
 #include "Tests/Support/Linux/BusDaemon.h"
-#include "Tests/Support/Linux/ChildProcess.h"
 #include "Tests/Support/Linux/DesktopSession.h"
 #include "Tests/Support/Linux/MainApplication.h"
-#include "Tools/AgentTrial.h"
-
-#include <gtest/gtest.h>
-
-#include <cstdlib>
 
 namespace {
 
-namespace fs = std::filesystem;
-
-class FrontApplication : public ::testing::Test {
+class FrontApplication : public AgentTest {
 protected:
-    void SetUp() override {
+    FrontApplication() {
         TestSupport::installMainApplication(
             trial.home(), "Exec=zenity\nName=Something else\nName[de]=Vesper Pro\n");
         trial.environment["DISPLAY"] = session.display();
         trial.environment["LC_ALL"] = "de_DE.UTF-8";
-        // The sanitizers do not bear the way in which the wrapper would pass on gethostname.
-        trial.environment["NSS_WRAPPER_DISABLE_DEEPBIND"] = "1";
-    }
-
-    fs::path change() {
-        auto job = trial.userAgents() / ("job" + std::to_string(++jobs));
-        trial.save(job, job.string());
-        return job;
     }
 
     void expectSilence() {
-        change();
+        save("silent" + std::to_string(saves));
         EXPECT_TRUE(trial.waitUntilAtRest());
     }
 
     void expectReport() {
-        const auto job = change();
-        const auto line = trial.nextLine();
-        ASSERT_TRUE(line);
-        EXPECT_TRUE(line->text.ends_with("/" + job.filename().string())) << line->text;
+        const auto name = "reported" + std::to_string(saves);
+        save(name);
+        expectNext("/" + name);
     }
 
     TestSupport::DesktopSession session;
-    Tools::AgentTrial trial{CORBEL_AGENT};
-    int jobs = 0;
 };
 
 TEST_F(FrontApplication, SilencesReportsWhenItIsTheMainOneByItsLocalisedName) {
-    ASSERT_TRUE(trial.start());
+    start();
     expectReport();
     const TestSupport::ForeignWindow main(session.display(), "vesper", "Com.tarnwell.vesperpro10");
     expectSilence();
@@ -58,7 +40,7 @@ TEST_F(FrontApplication, SilencesReportsWhenItIsTheMainOneByItsLocalisedName) {
 }
 
 TEST_F(FrontApplication, IsUnknownWhileTheXServerHangsAndOnceItIsGone) {
-    ASSERT_TRUE(trial.start());
+    start();
     const TestSupport::ForeignWindow main(session.display(), "a", "com.tarnwell.VesperPro10");
     expectSilence();
     session.freeze();
@@ -76,7 +58,7 @@ TEST_F(FrontApplication, IsFoundOnTheAccessibilityBusByItsProgram) {
         {"org.a11y.Bus", "/usr/libexec/at-spi-bus-launcher"}});
     trial.environment.erase("DISPLAY");
     trial.environment["DBUS_SESSION_BUS_ADDRESS"] = bus.address();
-    ASSERT_TRUE(trial.start());
+    start();
     expectReport();
     const std::vector<std::string> environment = {"DISPLAY=" + session.display(),
                                                   "DBUS_SESSION_BUS_ADDRESS=" + bus.address(),

@@ -4,19 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <utility>
-
-namespace {
-
-using Tools::AgentTrial;
-using Tools::jobFile;
-
-std::optional<std::string> lineAfterSaving(AgentTrial& trial, std::string_view content) {
-    trial.save(trial.userAgents() / "x.plist", content);
-    auto line = trial.nextLine();
-    return line ? std::optional(std::move(line->text)) : std::nullopt;
-}
-
 // Catches a table missing from the bundle, a neighbour's language, a word left in lower case.
 TEST(Languages, ReportJobsInTheUsersWordsAndDirection) {
     const std::string path = "~/Library/LaunchAgents/x.plist";
@@ -34,13 +21,14 @@ TEST(Languages, ReportJobsInTheUsersWordsAndDirection) {
 
     for (const auto& [locale, title, added, modified] : cases) {
         SCOPED_TRACE(locale);
-        AgentTrial trial{CORBEL_AGENT};
+        Tools::AgentTrial trial{CORBEL_AGENT};
         trial.environment["LC_ALL"] = locale + ".UTF-8";
         ASSERT_TRUE(trial.start());
-        EXPECT_EQ(lineAfterSaving(trial, jobFile("org.example.x")), title + " \u2014 " + added);
-        EXPECT_EQ(lineAfterSaving(trial, jobFile("org.example.x", "\n")),
-                  title + " \u2014 " + modified);
+        for (const auto& change : {added, modified}) {
+            trial.save(trial.userAgents() / "x.plist", change);
+            const auto line = trial.nextLine();
+            ASSERT_TRUE(line) << change;
+            EXPECT_EQ(line->text, title + " \u2014 " + change);
+        }
     }
 }
-
-} // namespace

@@ -1,23 +1,16 @@
 // The agent on a desktop as users have it: an X server, a window manager, a session bus and a
 // notification daemon that nobody here wrote.
 
+#include "Tests/EndToEnd/AgentTest.h"
 #include "Tests/Support/Linux/BusDaemon.h"
-#include "Tests/Support/Linux/ChildProcess.h"
 #include "Tests/Support/Linux/DesktopSession.h"
 #include "Tests/Support/Linux/MainApplication.h"
-#include "Tests/Support/WaitUntil.h"
-#include "Tools/AgentTrial.h"
 
-#include <gtest/gtest.h>
+using namespace TestSupport;
 
 namespace {
 
-using TestSupport::ChildProcess;
-using TestSupport::waitUntil;
-using TestSupport::writeFile;
-namespace fs = std::filesystem;
-
-class RealDesktop : public ::testing::Test {
+class RealDesktop : public AgentTest {
 protected:
     RealDesktop() {
         makeProgram(menu, "grep Show"); // the user's choice among a notification's actions
@@ -26,9 +19,8 @@ protected:
                                  "font = DejaVu Sans 10\nframe_width = 1\ncorner_radius = 6\n"
                                  "dmenu = " +
                                      menu.string() + "\n");
-        trial.environment.insert({{"DISPLAY", session.display()},
-                                  {"DBUS_SESSION_BUS_ADDRESS", bus.address()},
-                                  {"NSS_WRAPPER_DISABLE_DEEPBIND", "1"}});
+        trial.environment.insert(
+            {{"DISPLAY", session.display()}, {"DBUS_SESSION_BUS_ADDRESS", bus.address()}});
     }
 
     static void makeProgram(const fs::path& path, const std::string& command) {
@@ -49,9 +41,8 @@ protected:
         return waitUntil([&] { return ask({"dunstctl", "count", "displayed"}) == count; });
     }
 
-    TestSupport::DesktopSession session;
-    TestSupport::BusDaemon bus;
-    Tools::AgentTrial trial{CORBEL_AGENT};
+    DesktopSession session;
+    BusDaemon bus;
     const fs::path menu = trial.home() / "menu";
     const fs::path application = trial.home() / "application";
     const fs::path configuration = trial.home() / "dunstrc";
@@ -60,13 +51,11 @@ protected:
 // Leaves a screenshot: what the user sees.
 TEST_F(RealDesktop, ShowsAChangeWhoseButtonOpensTheJobAndSurvivesAStandstill) {
     const fs::path screenshot = CORBEL_BINARY_DIR "/notification.png";
-    TestSupport::installMainApplication(trial.home(),
-                                        "Name=V\nExec=" + application.string() + " %u\n");
+    installMainApplication(trial.home(), "Name=V\nExec=" + application.string() + " %u\n");
     const ChildProcess daemon({"dunst", "-config", configuration.string()}, sessionEnvironment());
     ASSERT_TRUE(displays("0"));
-    ASSERT_TRUE(trial.start());
-    trial.save(trial.userAgents() / "org.example.backup.plist",
-               Tools::jobFile("org.example.backup"));
+    start();
+    save("org.example.backup.plist");
     ASSERT_TRUE(displays("1"));
     fs::remove(screenshot);
     EXPECT_EQ(ask({"scrot", "--overwrite", "--autoselect", "156,0,484,104", screenshot.string()}),
@@ -79,13 +68,11 @@ TEST_F(RealDesktop, ShowsAChangeWhoseButtonOpensTheJobAndSurvivesAStandstill) {
     ask({"dunstctl", "close-all"});
     ASSERT_TRUE(displays("0"));
     daemon.send(SIGSTOP);
-    trial.save(trial.userAgents() / "late.plist", "late");
-    const auto line = trial.nextLine();
-    ASSERT_TRUE(line) << "a daemon that stands still is not noticed";
-    EXPECT_EQ(line->text, "org.freedesktop.Notifications.Notify: Timeout was reached");
+    save("late.plist");
+    expectNext("org.freedesktop.Notifications.Notify: Timeout was reached");
     daemon.send(SIGCONT);
     EXPECT_TRUE(displays("1"));
-    trial.save(trial.userAgents() / "next.plist", "next");
+    save("next.plist");
     EXPECT_TRUE(displays("2"));
 }
 

@@ -1,35 +1,21 @@
 // The user's settings seen from outside: what the agent leaves out, and from when on.
 
-#include "Tools/AgentTrial.h"
-
-#include <gtest/gtest.h>
+#include "Tests/EndToEnd/AgentTest.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 
-class Settings : public ::testing::Test {
+class Settings : public AgentTest {
 protected:
-    fs::path file() const {
-        return trial.home() / ".config/tarnwell/QX42K7M3ZP.com.tarnwell.Vesper.plist";
-    }
-
     void store(const std::string& exceptions, const std::string& excludePrefixes) const {
-        fs::create_directories(file().parent_path());
-        trial.save(file(), "<plist><dict><key>Exceptions</key>" + exceptions +
-                               "<key>ExcludePrefixes</key>" + excludePrefixes + "</dict></plist>");
+        fs::create_directories(file.parent_path());
+        trial.save(file, "<plist><dict><key>Exceptions</key>" + exceptions +
+                             "<key>ExcludePrefixes</key>" + excludePrefixes + "</dict></plist>");
     }
 
     // Nobody is told that the agent took up a change, but it rests only when it has.
     void letItComeToRest() const { ASSERT_TRUE(trial.waitUntilAtRest()); }
-
-    fs::path job(const std::string& name) const { return trial.userAgents() / (name + ".plist"); }
-
-    void expectNext(const std::string& change) {
-        const auto line = trial.nextLine();
-        ASSERT_TRUE(line) << "nothing came, expected " << change;
-        EXPECT_TRUE(line->text.ends_with(change + ".plist")) << line->text;
-    }
 
     // Of these jobs the agent speaks only of the first, when they are added and when they are
     // deleted. The first comes first by name too, so that any other's deletion would take its
@@ -37,18 +23,18 @@ protected:
     void expectOnlyTheFirst(const std::vector<std::string>& labels) {
         for (const auto& label : labels)
             trial.save(job(label + " file"), Tools::jobFile(label));
-        expectNext("New: ~/Library/LaunchAgents/" + labels.front() + " file");
+        expectNext("New: " + agents + labels.front() + " file");
         for (const auto& label : labels)
             fs::remove(job(label + " file"));
-        expectNext("Deleted: ~/Library/LaunchAgents/" + labels.front() + " file");
+        expectNext("Deleted: " + agents + labels.front() + " file");
     }
 
-    Tools::AgentTrial trial{CORBEL_AGENT};
+    const fs::path file = trial.home() / ".config/tarnwell/QX42K7M3ZP.com.tarnwell.Vesper.plist";
 };
 
 TEST_F(Settings, AreFollowedWithoutARestart) {
     const std::string exceptions = "<array><string>a</string><string>b</string></array>";
-    ASSERT_TRUE(trial.start());
+    start();
     expectOnlyTheFirst({"a"}); // from here on both lists are kept, and empty
     store(exceptions, "<array><string>ORG.example</string></array>");
     letItComeToRest();
@@ -57,20 +43,20 @@ TEST_F(Settings, AreFollowedWithoutARestart) {
     letItComeToRest();
     expectOnlyTheFirst({"Z", "a", "b"});
     expectOnlyTheFirst({"org.Example.x"});
-    fs::remove(file());
+    fs::remove(file);
     letItComeToRest();
     expectOnlyTheFirst({"a"});
 }
 
 TEST_F(Settings, CountFromTheStart) {
     store("<array><string>a</string></array>", "<array/>");
-    ASSERT_TRUE(trial.start());
+    start();
     expectOnlyTheFirst({"A", "a"});
 }
 
 TEST_F(Settings, NoPlaceForThemFiltersNothing) {
     trial.environment["XDG_CONFIG_HOME"] = "/dev/null";
-    ASSERT_TRUE(trial.start());
+    start();
     expectOnlyTheFirst({"a"});
 }
 

@@ -3,9 +3,9 @@
 #import <AppKit/AppKit.h>
 #import <UserNotifications/UserNotifications.h>
 
-/// What the system calls back in a program is an object whose class it finds by its name. The
-/// platform has such classes of its own; a program that wants them under names of its own chooses
-/// others, of the same protocol, in their `load`, and forwards from there what they hear.
+/// The objects through which the system calls back. The platform has classes for them; a program
+/// that wants classes under names of its own chooses those, each of the same protocol, in their
+/// `load`, and forwards from them what they hear.
 namespace Platform::SystemEvents {
 
 /// @{

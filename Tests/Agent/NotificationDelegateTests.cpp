@@ -5,9 +5,6 @@
 
 #include <gtest/gtest.h>
 
-#include <atomic>
-#include <utility>
-
 using namespace Vesper_Pro_Agent;
 using TestSupport::EnvironmentVariable;
 

@@ -1,8 +1,6 @@
 #include "CorbelKit/Formats/FileItem.h"
 #include "Tests/Support/Testing.h"
 
-#include <atomic>
-
 using namespace TestSupport;
 
 namespace {
@@ -89,7 +87,7 @@ TEST_F(FileItemTest, IsMadeInATaskAndKeptByAnyOfItsNodesWhichShowAsPeopleCount) 
                        node = item->child(0);
                        done = true;
                    });
-    ASSERT_TRUE(waitUntil([&] { return done.load(); }));
+    ASSERT_TRUE(waitUntil(done));
     std::vector<std::string_view> names;
     for (const auto& child : node->childrenInDisplayOrder())
         names.push_back(child.name());

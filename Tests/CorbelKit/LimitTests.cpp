@@ -3,7 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <atomic>
 #include <cmath>
 #include <semaphore>
 #include <thread>
@@ -37,7 +36,7 @@ TEST_F(Limit, ManyRequestsFromManyThreadsRunOnceWithTheFirstDelay) {
     // A late request may have come after the execution; what counts is that none ran beside it.
     std::atomic<bool> laterDone = false; // independently of what is held under the other name
     limit.request("another", brief * 2, [&] { laterDone = true; });
-    ASSERT_TRUE(waitUntil([&] { return laterDone.load(); }));
+    ASSERT_TRUE(waitUntil(laterDone));
     EXPECT_EQ(executions, 1);
 }
 

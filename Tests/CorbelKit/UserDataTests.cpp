@@ -2,8 +2,6 @@
 #include "Tests/CorbelKit/Note.h"
 #include "Tests/Support/Testing.h"
 
-#include <atomic>
-
 using namespace CorbelKit;
 using namespace TestSupport;
 
@@ -19,7 +17,7 @@ protected:
         std::atomic<bool> done = false;
         QueuedSave::shared().write({}, fileURL(folder / "fence"),
                                    [&](const auto&) { done = true; });
-        EXPECT_TRUE(waitUntil([&] { return done.load(); }));
+        EXPECT_TRUE(waitUntil(done));
         const auto items = UserDataFile::load<Note>(url);
         return items ? textsOf(*items) : Strings{items.error().description};
     }
@@ -117,7 +115,7 @@ TEST_F(UserData, RemembersWhatAChangeTookThePlaceOf) {
                                           found = item;
                                           done = true;
                                       });
-        EXPECT_TRUE(waitUntil([&] { return done.load(); }));
+        EXPECT_TRUE(waitUntil(done));
         return found;
     };
     EXPECT_EQ(decoded<Note>(find().value(), CodingFormat::propertyList)->text, "before");

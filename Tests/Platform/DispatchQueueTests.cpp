@@ -4,7 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <atomic>
 #include <thread>
 
 using Platform::DispatchQueue;
@@ -18,7 +17,7 @@ TEST(DispatchQueue, SerialTasksRunOneAtATimeInOrder) {
     for (int i = 0; i < 1000; ++i)
         queue.async([&, i] { EXPECT_EQ(next++, i); });
     queue.async([&] { done = true; });
-    ASSERT_TRUE(waitUntil([&] { return done.load(); }));
+    ASSERT_TRUE(waitUntil(done));
     EXPECT_EQ(next, 1000);
 }
 
@@ -60,7 +59,7 @@ TEST(DispatchQueue, ApplyEndsAlsoWhileEveryWorkerIsHeldOrApplying) {
         queue.async([&] {
             ++held;
             DispatchQueue::apply(4, [](std::size_t) {});
-            waitUntil([&] { return release.load(); });
+            waitUntil(release);
             ++ended;
         });
     }

@@ -7,16 +7,6 @@ using namespace TestSupport;
 using Platform::PropertyList;
 namespace JSON = Platform::JSON;
 
-TEST(JSON, ReadsEveryKindOfValueAndWritesItAgain) {
-    const std::string text = R"({"a":[null,true,-1,18446744073709551615,0.5,"ä\"\n"],"b":{}})";
-    const PropertyList value(PropertyList::Dictionary{
-        {"a", PropertyList::Array{PropertyList::Null(), true, std::int64_t{-1}, UINT64_MAX, 0.5,
-                                  std::string("ä\"\n")}},
-        {"b", PropertyList::Dictionary()}});
-    EXPECT_EQ(JSON::read(bytesOf(text)), value);
-    EXPECT_EQ(textOf(JSON::write(value).value()), text);
-}
-
 TEST(JSON, RefusesWhatIsNoneAndStaysWithinItsBounds) {
     const auto nested = [](std::size_t depth) {
         return std::string(depth, '[') + std::string(depth, ']');

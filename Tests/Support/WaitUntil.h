@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <chrono>
 #include <functional>
 
@@ -9,5 +10,9 @@ namespace TestSupport {
 /// because it only ends a test that has already failed.
 bool waitUntil(const std::function<bool()>& condition,
                std::chrono::milliseconds deadline = std::chrono::seconds(20));
+
+inline bool waitUntil(const std::atomic<bool>& flag) {
+    return waitUntil([&] { return flag.load(); });
+}
 
 } // namespace TestSupport

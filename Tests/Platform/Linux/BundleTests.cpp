@@ -3,8 +3,6 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
-#include <vector>
-
 TEST(Bundle, ChoosesTheLocalisationThatSuitsTheUserBest) {
     const std::tuple<std::vector<std::string>, std::string, std::string> cases[] = {
         {{"en", "pt", "pt-BR"}, "pt_BR", "pt-BR"},

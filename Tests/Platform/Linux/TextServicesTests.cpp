@@ -5,7 +5,6 @@
 #include <gmock/gmock.h>
 
 #include <list>
-#include <set>
 
 using namespace Platform::TextServices;
 using TestSupport::EnvironmentVariable;

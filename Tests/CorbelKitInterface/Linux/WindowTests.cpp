@@ -4,32 +4,24 @@
 #include "Tests/Support/Linux/BusDaemon.h"
 #include "Tests/Support/Linux/DesktopPortal.h"
 #include "Tests/Support/Linux/DesktopSession.h"
-#include "Tests/Support/WaitUntil.h"
+#include "Tests/Support/Testing.h"
 
-#include <gtest/gtest.h>
 #include <sys/stat.h>
 
 #include <fstream>
 
+using namespace TestSupport;
+
 namespace {
-
-using TestSupport::ChildProcess;
-using TestSupport::contentOf;
-using TestSupport::waitUntil;
-using TestSupport::writeFile;
-namespace fs = std::filesystem;
-
-const fs::path kitResources = CORBEL_KIT_RESOURCES;
 
 class Windows : public ::testing::Test {
 protected:
     Windows() {
-        const auto contents = folder / "Trial.app/Contents";
         fs::create_directories(program.parent_path());
         fs::create_directories(resources.parent_path());
         fs::copy_file(CORBEL_INTERFACE_TRIAL, program);
-        fs::create_directory_symlink(kitResources, resources);
-        writeFile(contents / "Info.plist", "{CFBundleName = \"Window Trial\";}");
+        fs::create_directory_symlink(CORBEL_KIT_RESOURCES, resources);
+        writeFile(folder / "Trial.app/Contents/Info.plist", "{CFBundleName = \"Window Trial\";}");
         fs::create_directories(data / "applications");
         fs::create_directories(folder / ".config");
         mkfifo((folder / "commands").c_str(), S_IRUSR | S_IWUSR);
@@ -51,10 +43,10 @@ protected:
         commands.open(folder / "commands");
     }
 
-    void tell(const std::string& command) { commands << command << std::endl; }
+    void order(const std::string& command) { commands << command << std::endl; }
 
     std::string ask(const std::string& command) {
-        tell(command);
+        order(command);
         return trial->readLine();
     }
 
@@ -80,11 +72,10 @@ protected:
     bool show() { return ask("show") == "shown" && opens(); }
 
     void click(const std::string& identifier) {
-        std::istringstream place(ask("where " + identifier));
-        std::string x;
-        std::string y;
-        place >> x >> y;
-        run({"xdotool", "mousemove", "--window", window(), x, y, "click", "1"});
+        const auto place = ask("where " + identifier);
+        const auto space = place.find(' ');
+        run({"xdotool", "mousemove", "--window", window(), place.substr(0, space),
+             place.substr(space + 1), "click", "1"});
     }
 
     void press(const std::string& key) { run({"xdotool", "key", key}); }
@@ -92,29 +83,24 @@ protected:
     /// An application that writes down what it is opened with, and whether the trial still has a
     /// window then.
     void install(const std::string& identifier, const std::string& lines) {
-        const auto record = folder / (identifier + ".opened");
         const auto script = folder / identifier;
         writeFile(script, "#!/bin/sh\nwindow=$(xdotool search --onlyvisible --class " +
                               program.filename().string() +
-                              ")\necho \"$1 ${window:-no window}\" >'" + record.string() +
-                              ".new'\nmv '" + record.string() + ".new' '" + record.string() +
-                              "'\n");
+                              ")\necho \"$1 ${window:-no window}\" >\"$0.new\"\n"
+                              "mv \"$0.new\" \"$0.opened\"\n");
         fs::permissions(script, fs::perms::owner_all);
         writeFile(data / "applications" / (identifier + ".desktop"),
                   "[Desktop Entry]\nType=Application\nExec=" + script.string() + " %u\n" + lines);
     }
 
-    bool isOpened(const std::string& identifier) const {
-        return waitUntil([&] { return fs::exists(folder / (identifier + ".opened")); });
-    }
-
     std::string opened(const std::string& identifier) const {
-        return isOpened(identifier) ? contentOf(folder / (identifier + ".opened")) : "nothing";
+        const auto record = folder / (identifier + ".opened");
+        return waitUntil([&] { return fs::exists(record); }) ? contentOf(record) : "nothing";
     }
 
-    TestSupport::DesktopSession session;
-    TestSupport::BusDaemon bus;
-    TestSupport::TemporaryFolder folder;
+    DesktopSession session;
+    BusDaemon bus;
+    TemporaryFolder folder;
     const fs::path program = folder / "Trial.app/Contents/Linux/window-trial";
     const fs::path resources =
         folder / "Trial.app/Contents/Frameworks/CorbelKit.framework/Resources";
@@ -128,19 +114,19 @@ using AllowBackgroundItem = Windows;
 
 TEST_F(AllowBackgroundItem, IsOneWindowThatClosesWhenItIsDoneWithOrTheUserTurnsElsewhere) {
     start();
+    using namespace std::string_view_literals;
     for (const auto* const ending : {"okButton", "Return", "Escape", "elsewhere"}) {
         SCOPED_TRACE(ending);
         ASSERT_TRUE(show());
         EXPECT_EQ(ask("show"), "shown"); // a second time, in front already
         EXPECT_EQ(ask("windows"), "1 of 1");
-        std::optional<TestSupport::ForeignWindow> other;
-        if (std::string_view(ending) == "okButton") {
-            click(ending);
-        } else if (std::string_view(ending) == "elsewhere") {
+        std::optional<ForeignWindow> other;
+        if (ending == "elsewhere"sv)
             other.emplace(session.display(), "other", "Other");
-        } else {
+        else if (ending == "okButton"sv)
+            click(ending);
+        else
             press(ending);
-        }
         EXPECT_TRUE(closes());
         EXPECT_EQ(ask("windows"), "0 of 1");
     }
@@ -172,7 +158,7 @@ TEST_F(AllowBackgroundItem, OpensItsPageOfTheOnlineHelpInPlaceOfItself) {
 }
 
 TEST_F(AllowBackgroundItem, SpeaksTheUsersLanguageAndFollowsDarkAndLight) {
-    TestSupport::DesktopPortal portal(bus.address());
+    DesktopPortal portal(bus.address());
     start();
     ASSERT_TRUE(show());
     EXPECT_EQ(run({"xdotool", "getwindowname", window()}), "Window Trial\n");
@@ -193,13 +179,14 @@ TEST_F(AllowBackgroundItem, ShowsNothingOfALayoutThatIsMissingOrAnothers) {
     fs::remove(resources);
     fs::create_directory(resources);
     const auto layout = resources / "AllowBackgroundItem.ui";
-    const std::string window = "<object class=\"GtkWindow\" id=\"Another\"/>";
-    for (const auto& text : {std::string(), "<interface>" + window + "</interface>",
-                             "<interface>" + window + "<object class=\"Unknown\"/></interface>",
-                             std::string("<interface>"), std::string("\xFF")}) {
+    const std::string another = R"(<interface><object class="GtkWindow" id="Another"/>)";
+    for (const auto& text : {another + "</interface>", std::string("<interface>"),
+                             another + R"(<object class="Unknown"/></interface>)",
+                             std::string("\xFF"), std::string()}) {
         SCOPED_TRACE(text);
-        if (!text.empty())
-            writeFile(layout, text);
+        writeFile(layout, text);
+        if (text.empty())
+            fs::remove(layout);
         EXPECT_EQ(ask("show"), "shown");
         EXPECT_EQ(ask("windows"), "0 of 0");
     }
@@ -210,7 +197,7 @@ TEST_F(Windows, ShowAnAlertFromAnyThreadUntilItIsDismissed) {
     for (const auto* const command : {"alert", "alert elsewhere"}) {
         for (const auto* const key : {"Return", "Escape"}) {
             SCOPED_TRACE(std::string(command) + ", " + key);
-            tell(command);
+            order(command);
             ASSERT_TRUE(opens());
             press(key);
             EXPECT_EQ(trial->readLine(), "dismissed");
@@ -221,7 +208,7 @@ TEST_F(Windows, ShowAnAlertFromAnyThreadUntilItIsDismissed) {
 
 TEST_F(Windows, TellOfAHelperToolWhileTheApplicationGoesOn) {
     start();
-    tell("helper");
+    order("helper");
     ASSERT_TRUE(opens());
     EXPECT_EQ(run({"xdotool", "getwindowname", window()}),
               "Die Kommunikation mit dem Hilfsprogramm konnte nicht hergestellt werden.\n");

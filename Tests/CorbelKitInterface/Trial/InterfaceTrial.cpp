@@ -16,9 +16,6 @@
 #include <cmath>
 #include <fstream>
 #include <iostream>
-#include <span>
-#include <sstream>
-#include <string>
 
 namespace {
 
@@ -54,11 +51,9 @@ std::string textOf(const std::string& identifier) {
     return button != nullptr ? button->get_label() : "nothing";
 }
 
-std::string roleOf(const std::string& identifier) {
+bool isImage(const std::string& identifier) {
     auto* const widget = find(identifier);
-    const bool isImage =
-        widget != nullptr && widget->property_accessible_role() == Gtk::Accessible::Role::IMG;
-    return isImage ? "image" : "another";
+    return widget != nullptr && widget->property_accessible_role() == Gtk::Accessible::Role::IMG;
 }
 
 /// How the window in front looks, by the colour of its background.
@@ -95,10 +90,8 @@ bool isInFront() {
 }
 
 void windows() {
-    std::size_t visible = 0;
     const auto all = Gtk::Window::list_toplevels();
-    for (const auto* const window : all)
-        visible += window->is_visible() ? 1 : 0;
+    const auto visible = std::ranges::count_if(all, &Gtk::Window::is_visible);
     say(std::to_string(visible) + " of " + std::to_string(all.size()));
 }
 
@@ -111,10 +104,9 @@ void alert() {
 }
 
 void obey(const std::string& line) {
-    std::istringstream words(line);
-    std::string command;
-    std::string argument;
-    words >> command >> argument;
+    const auto space = std::min(line.find(' '), line.size());
+    const auto command = line.substr(0, space);
+    const auto argument = line.substr(std::min(space + 1, line.size()));
     if (command == "show") {
         CorbelKit::AllowBackgroundItem::show();
         say("shown");
@@ -123,7 +115,7 @@ void obey(const std::string& line) {
     } else if (command == "text") {
         say(textOf(argument));
     } else if (command == "role") {
-        say(roleOf(argument));
+        say(isImage(argument) ? "image" : "another");
     } else if (command == "background") {
         say(background());
     } else if (command == "windows") {
@@ -163,10 +155,6 @@ private:
 } // namespace
 
 int main(int argumentCount, char** arguments) {
-    const std::span values(arguments, static_cast<std::size_t>(argumentCount));
-    if (values.size() != 2)
-        return EXIT_FAILURE;
-    const std::string commands = values[1];
-    return Platform::Application::run(argumentCount, arguments,
-                                      [&commands] { return std::make_unique<Delegate>(commands); });
+    return Platform::Application::run(
+        argumentCount, arguments, [arguments] { return std::make_unique<Delegate>(arguments[1]); });
 }

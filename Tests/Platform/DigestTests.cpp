@@ -12,13 +12,13 @@ TEST(Digest, AgreesWithThePublishedExamplesHoweverTheBytesAreCut) {
     };
     Platform::SHA256 sha256; // one for all, so that a rest of the digest before would show
     for (const auto& [text, expected] : cases) {
-        for (const std::size_t chunk : {1, 7, 63, 65, 4096}) {
+        for (const std::size_t chunk : {1U, 7U, 63U, 65U, 4096U}) {
             for (std::size_t begin = 0; begin < text.size(); begin += chunk)
                 sha256.update(TestSupport::bytesOf(text.substr(begin, chunk)));
             std::ostringstream digest;
+            digest << std::hex << std::setfill('0');
             for (const auto byte : sha256.finalize())
-                digest << std::hex << std::setw(2) << std::setfill('0')
-                       << std::to_integer<int>(byte);
+                digest << std::setw(2) << std::to_integer<int>(byte);
             EXPECT_EQ(digest.str(), expected) << chunk;
         }
     }

@@ -47,9 +47,10 @@ TEST_F(FileManagerTest, ResolvesLinksAsFarAsThePathExists) {
     fs::create_directory(folder / "folder");
     fs::create_directory_symlink("folder", folder / "link");
     for (const auto& [path, resolved] :
-         {std::pair{"link", "folder"}, {"link/", "folder/"}, {"link/missing", "folder/missing"}})
+         {std::pair{"link", "folder"}, {"link/", "folder/"}, {"link/missing", "folder/missing"}}) {
         EXPECT_EQ(FileManager::resolvingSymlinksInPath(here.appending(path)),
                   here.appending(resolved));
+    }
     EXPECT_EQ(FileManager::resolvingSymlinksInPath(elsewhere), elsewhere);
 }
 

@@ -121,12 +121,11 @@ TEST_F(AllowBackgroundItem, IsOneWindowThatClosesWhenItIsDoneWithOrTheUserTurnsE
         EXPECT_EQ(ask("show"), "shown"); // a second time, in front already
         EXPECT_EQ(ask("windows"), "1 of 1");
         std::optional<ForeignWindow> other;
-        if (ending == "elsewhere"sv)
+        if (ending == "elsewhere"sv) {
             other.emplace(session.display(), "other", "Other");
-        else if (ending == "okButton"sv)
-            click(ending);
-        else
-            press(ending);
+        } else {
+            ending == "okButton"sv ? click(ending) : press(ending);
+        }
         EXPECT_TRUE(closes());
         EXPECT_EQ(ask("windows"), "0 of 1");
     }

@@ -21,12 +21,12 @@ Connection::State::State(ConnectionAddress address)
     , deliveries_(std::make_shared<SuspendableQueue>("com.tarnwell.Connection")) {
     if (!isConfigured()) {
         reason_ = "the connection is not configured";
-        deliveries_->open(); // its calls fail at once, which is all that it ever tells
+        deliveries_->open(); // its calls fail at once, which is all that ever comes of it
     }
 }
 
 void Connection::State::resume() {
-    const std::lock_guard lock(mutex_);
+    const MutexLock lock(mutex_);
     if (deliveries_->resume() && standing_ == Standing::made)
         start();
 }
@@ -37,28 +37,28 @@ void Connection::State::suspend() {
 
 void Connection::State::invalidate() {
     std::unique_ptr<NativeConnection> native; // goes when the lock is free
-    const std::lock_guard lock(mutex_);
+    const MutexLock lock(mutex_);
     if (standing_ != Standing::invalid)
         native = end("the connection was invalidated");
-    deliveries_->open(); // also what a lost bus left to tell: nobody may resume it any more
+    deliveries_->open(); // also what is left of a lost bus: nobody may resume it any more
 }
 
 void Connection::State::setInterruptionHandler(Handler handler) {
-    const std::lock_guard lock(mutex_);
-    if (!hasToldInvalidation_)
+    const MutexLock lock(mutex_);
+    if (!hasNotifiedInvalidation_)
         std::swap(handlers_.interruption, handler); // the caller destroys the earlier one
 }
 
 void Connection::State::setInvalidationHandler(Handler handler) {
-    const std::lock_guard lock(mutex_);
-    if (!hasToldInvalidation_)
+    const MutexLock lock(mutex_);
+    if (!hasNotifiedInvalidation_)
         std::swap(handlers_.invalidation, handler);
 }
 
 void Connection::State::call(std::string method, PropertyList::Array arguments,
                              Completion completion) {
     const auto fault = faultOfCall(method, arguments);
-    const std::lock_guard lock(mutex_);
+    const MutexLock lock(mutex_);
     if (leadsNowhere()) {
         complete(std::move(completion), failure(Kind::invalidated, reason_));
     } else if (fault) {
@@ -94,42 +94,42 @@ NativeConnection::Events Connection::State::events() {
 }
 
 void Connection::State::replied(std::uint64_t number, ConnectionReply reply) {
-    const std::lock_guard lock(mutex_);
+    const MutexLock lock(mutex_);
     if (auto call = pending_.extract(number))
         complete(std::move(call.mapped()), std::move(reply));
 }
 
 void Connection::State::interrupted(const std::string& reason) {
-    const std::lock_guard lock(mutex_);
+    const MutexLock lock(mutex_);
     if (standing_ != Standing::started)
         return;
     failPending(Kind::interrupted, reason);
-    deliveries_->async([self = shared_from_this()] { self->tellInterruption(); });
+    deliveries_->async([self = shared_from_this()] { self->notifyInterruption(); });
 }
 
 void Connection::State::invalidated(std::string reason) {
     std::unique_ptr<NativeConnection> native; // goes when the lock is free
-    const std::lock_guard lock(mutex_);
+    const MutexLock lock(mutex_);
     if (standing_ == Standing::started)
         native = end(std::move(reason));
 }
 
-void Connection::State::tellInterruption() {
+void Connection::State::notifyInterruption() {
     Handler handler;
     {
-        const std::lock_guard lock(mutex_);
+        const MutexLock lock(mutex_);
         handler = handlers_.interruption;
     }
     if (handler)
         handler();
 }
 
-void Connection::State::tellInvalidation() {
+void Connection::State::notifyInvalidation() {
     Handlers handlers;
     {
-        const std::lock_guard lock(mutex_);
+        const MutexLock lock(mutex_);
         handlers = std::exchange(handlers_, {});
-        hasToldInvalidation_ = true;
+        hasNotifiedInvalidation_ = true;
     }
     if (handlers.invalidation)
         handlers.invalidation();
@@ -151,7 +151,7 @@ std::unique_ptr<NativeConnection> Connection::State::end(std::string reason) {
     reason_ = std::move(reason);
     unsent_.clear();
     failPending(Kind::invalidated, reason_);
-    deliveries_->async([self = shared_from_this()] { self->tellInvalidation(); });
+    deliveries_->async([self = shared_from_this()] { self->notifyInvalidation(); });
     return std::move(native_);
 }
 

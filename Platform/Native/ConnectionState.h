@@ -1,12 +1,12 @@
 #pragma once
 
+#include "Platform/Mutex.h"
 #include "Platform/Native/NativeConnection.h"
 #include "Platform/Native/SuspendableQueue.h"
 
 #include <cstdint>
 #include <map>
 #include <memory>
-#include <mutex>
 #include <string>
 #include <variant>
 #include <vector>
@@ -14,8 +14,8 @@
 namespace Platform {
 
 /// The account of one connection. It outlives the connection for as long as there is something
-/// left to tell. What a user gave it is neither called nor destroyed with the mutex held: both may
-/// come back to the connection.
+/// left to deliver. What a user gave it is neither called nor destroyed with the mutex held: both
+/// may come back to the connection.
 class Connection::State : public std::enable_shared_from_this<State> {
 public:
     explicit State(ConnectionAddress address);
@@ -47,28 +47,31 @@ private:
     void replied(std::uint64_t number, ConnectionReply reply);
     void interrupted(const std::string& reason);
     void invalidated(std::string reason);
-    void tellInterruption();
-    void tellInvalidation();
+    void notifyInterruption();
+    void notifyInvalidation();
 
-    // With mutex_ held:
-    bool leadsNowhere() const { return standing_ == Standing::invalid || !isConfigured(); }
+    bool leadsNowhere() const CORBEL_REQUIRES(mutex_) {
+        return standing_ == Standing::invalid || !isConfigured();
+    }
 
-    void start();
-    std::unique_ptr<NativeConnection> end(std::string reason);
-    void failPending(ConnectionError::Kind kind, const std::string& reason);
+    void start() CORBEL_REQUIRES(mutex_);
+    std::unique_ptr<NativeConnection> end(std::string reason) CORBEL_REQUIRES(mutex_);
+    void failPending(ConnectionError::Kind kind, const std::string& reason) CORBEL_REQUIRES(mutex_);
     void complete(Completion completion, ConnectionReply reply);
 
     const ConnectionAddress address_;
     const std::shared_ptr<SuspendableQueue> deliveries_;
-    std::mutex mutex_;                            // guards all that follows
-    Standing standing_ = Standing::made;          // mutex_
-    std::string reason_;                          // mutex_; why it is invalid
-    std::unique_ptr<NativeConnection> native_;    // mutex_; while started
-    std::uint64_t lastNumber_ = 0;                // mutex_
-    std::map<std::uint64_t, Completion> pending_; // mutex_; by number, so in the order of the calls
-    std::vector<Unsent> unsent_;                  // mutex_; before the start
-    Handlers handlers_;                           // mutex_
-    bool hasToldInvalidation_ = false;            // mutex_; from then on handlers are not kept
+    Mutex mutex_;
+    Standing standing_ CORBEL_GUARDED_BY(mutex_) = Standing::made;
+    std::string reason_ CORBEL_GUARDED_BY(mutex_);                       // why it is invalid
+    std::unique_ptr<NativeConnection> native_ CORBEL_GUARDED_BY(mutex_); // while started
+    std::uint64_t lastNumber_ CORBEL_GUARDED_BY(mutex_) = 0;
+    // By number, so in the order of the calls.
+    std::map<std::uint64_t, Completion> pending_ CORBEL_GUARDED_BY(mutex_);
+    std::vector<Unsent> unsent_ CORBEL_GUARDED_BY(mutex_); // before the start
+    Handlers handlers_ CORBEL_GUARDED_BY(mutex_);
+    // From then on handlers are not kept.
+    bool hasNotifiedInvalidation_ CORBEL_GUARDED_BY(mutex_) = false;
 };
 
 } // namespace Platform

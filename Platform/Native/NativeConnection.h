@@ -15,11 +15,11 @@ using ConnectionAddress =
     std::variant<std::monostate, ServiceName, MachServiceName, ListenerEndpoint>;
 
 /// What the system itself has for a `Connection` from its start on. It keeps no account: what is
-/// pending, suspended or over, and that nothing is told twice, is the caller's business, to whom it
-/// may tell the same thing more than once, or too late. Callable on any thread.
+/// pending, suspended or over, and that nothing is delivered twice, is the caller's business, to
+/// whom it may report the same thing more than once, or too late. Callable on any thread.
 class NativeConnection {
 public:
-    /// What the system tells, on any thread, and never within a call of this class.
+    /// What the system reports, on any thread, and never within a call of this class.
     /// The object may be destroyed meanwhile.
     struct Events {
         /// The outcome of the call that has the number.

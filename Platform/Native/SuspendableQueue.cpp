@@ -8,19 +8,19 @@ SuspendableQueue::SuspendableQueue(std::string label)
     : queue_(DispatchQueue::serial(std::move(label))) {}
 
 void SuspendableQueue::async(Task task) {
-    const std::lock_guard lock(mutex_);
+    const MutexLock lock(mutex_);
     tasks_.push_back(std::move(task));
     wake();
 }
 
 void SuspendableQueue::suspend() {
-    const std::lock_guard lock(mutex_);
+    const MutexLock lock(mutex_);
     if (!isOpen_)
         ++suspensions_;
 }
 
 bool SuspendableQueue::resume() {
-    const std::lock_guard lock(mutex_);
+    const MutexLock lock(mutex_);
     if (suspensions_ > 0)
         --suspensions_;
     wake();
@@ -28,7 +28,7 @@ bool SuspendableQueue::resume() {
 }
 
 void SuspendableQueue::open() {
-    const std::lock_guard lock(mutex_);
+    const MutexLock lock(mutex_);
     isOpen_ = true;
     suspensions_ = 0;
     wake();
@@ -47,7 +47,7 @@ void SuspendableQueue::run() {
 }
 
 std::optional<SuspendableQueue::Task> SuspendableQueue::next() {
-    const std::lock_guard lock(mutex_);
+    const MutexLock lock(mutex_);
     isRunning_ = suspensions_ == 0 && !tasks_.empty();
     if (!isRunning_)
         return std::nullopt;

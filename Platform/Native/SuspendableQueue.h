@@ -1,11 +1,11 @@
 #pragma once
 
 #include "Platform/DispatchQueue.h"
+#include "Platform/Mutex.h"
 
 #include <deque>
 #include <functional>
 #include <memory>
-#include <mutex>
 #include <optional>
 #include <string>
 
@@ -32,16 +32,16 @@ public:
     void open();
 
 private:
-    void wake(); // with mutex_ held
+    void wake() CORBEL_REQUIRES(mutex_);
     void run();
     std::optional<Task> next();
 
     const DispatchQueue queue_;
-    std::mutex mutex_;         // guards all that follows; no task runs, or ends, under it
-    unsigned suspensions_ = 1; // mutex_
-    bool isOpen_ = false;      // mutex_
-    bool isRunning_ = false;   // mutex_
-    std::deque<Task> tasks_;   // mutex_
+    Mutex mutex_; // no task runs, or ends, under it
+    unsigned suspensions_ CORBEL_GUARDED_BY(mutex_) = 1;
+    bool isOpen_ CORBEL_GUARDED_BY(mutex_) = false;
+    bool isRunning_ CORBEL_GUARDED_BY(mutex_) = false;
+    std::deque<Task> tasks_ CORBEL_GUARDED_BY(mutex_);
 };
 
 } // namespace Platform

@@ -1,16 +1,16 @@
 #include "Platform/Linux/Desktop/ActivationToken.h"
 
+#include "Platform/Mutex.h"
 #include "Platform/NeverDestroyed.h"
 
-#include <mutex>
 #include <utility>
 
 namespace Platform {
 namespace {
 
 struct Token {
-    std::mutex mutex;
-    std::string text;
+    Mutex mutex;
+    std::string text CORBEL_GUARDED_BY(mutex);
 };
 
 Token& current() {
@@ -21,13 +21,15 @@ Token& current() {
 } // namespace
 
 void setActivationToken(std::string token) {
-    const std::lock_guard lock(current().mutex);
-    current().text = std::move(token);
+    auto& latest = current();
+    const MutexLock lock(latest.mutex);
+    latest.text = std::move(token);
 }
 
 std::string takeActivationToken() {
-    const std::lock_guard lock(current().mutex);
-    return std::exchange(current().text, {});
+    auto& latest = current();
+    const MutexLock lock(latest.mutex);
+    return std::exchange(latest.text, {});
 }
 
 } // namespace Platform

@@ -4,7 +4,7 @@
 
 namespace Platform {
 
-// Desktops tell no such colour; this is how their themes and those of macOS have it.
+// Desktops name no such colour; this is how their themes and those of macOS have it.
 Color Color::label() {
     constexpr double opacity = 0.85;
     using Name = Appearance::Name;

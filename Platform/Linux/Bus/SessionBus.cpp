@@ -1,6 +1,6 @@
 #include "Platform/Linux/Bus/SessionBus.h"
 
-#include "Platform/Linux/Bus/BusConnection.h"
+#include "Platform/Linux/Bus/GLibConnection.h"
 #include "Platform/NeverDestroyed.h"
 #include "Platform/PrintableText.h"
 
@@ -29,8 +29,9 @@ bool isGone(const GError* error) {
            });
 }
 
-BusReply failure(GError* error, const std::string& method) {
-    const auto outcome = isGone(error) ? BusReply::Outcome::gone : BusReply::Outcome::refused;
+GLibBusReply failure(GError* error, const std::string& method) {
+    const auto outcome =
+        isGone(error) ? GLibBusReply::Outcome::gone : GLibBusReply::Outcome::refused;
     g_dbus_error_strip_remote_error(error);
     return {.outcome = outcome,
             .value = nullptr,
@@ -40,7 +41,7 @@ BusReply failure(GError* error, const std::string& method) {
 /// A call under way.
 struct Call {
     DispatchQueue queue;
-    std::function<void(BusReply)> completion;
+    std::function<void(GLibBusReply)> completion;
     std::string method; // with its interface
 
     // GLib is C: no exception may leave this.
@@ -54,7 +55,8 @@ struct Call {
                     g_variant_unref(variant);
             });
         const GErrorPtr error(failed);
-        BusReply reply{.outcome = BusReply::Outcome::answered, .value = value, .description = {}};
+        GLibBusReply reply{
+            .outcome = GLibBusReply::Outcome::answered, .value = value, .description = {}};
         if (error)
             reply = failure(error.get(), call->method);
         call->queue.async([completion = std::move(call->completion), reply = std::move(reply)] {
@@ -66,7 +68,7 @@ struct Call {
 /// Where the signals of a subscription go.
 struct Listener {
     DispatchQueue queue;
-    std::function<void(BusSignal)> task;
+    std::function<void(GLibBusSignal)> task;
 
     static void hear(GDBusConnection* /*connection*/, const char* sender, const char* /*path*/,
                      const char* /*interface*/, const char* name, GVariant* arguments,
@@ -74,9 +76,9 @@ struct Listener {
         const auto* listener = static_cast<const Listener*>(data);
         listener->queue.async(
             [task = listener->task,
-             signal = BusSignal{.sender = sender,
-                                .name = name,
-                                .arguments = {g_variant_ref(arguments), GVariantUnref()}}] {
+             signal = GLibBusSignal{.sender = sender,
+                                    .name = name,
+                                    .arguments = {g_variant_ref(arguments), GVariantUnref()}}] {
                 task(signal);
             });
     }
@@ -98,7 +100,7 @@ bool sessionHasBus() {
            std::filesystem::is_socket(std::filesystem::path(folder) / "bus", ignored);
 }
 
-BusMethod busDriverMethod(std::string name, std::string replyType) {
+GLibBusMethod glibBusDriverMethod(std::string name, std::string replyType) {
     return {.destination = driverName,
             .path = "/org/freedesktop/DBus",
             .interface = driverName,
@@ -106,11 +108,11 @@ BusMethod busDriverMethod(std::string name, std::string replyType) {
             .replyType = std::move(replyType)};
 }
 
-BusSubscription::BusSubscription(GDBusConnection* connection, guint identifier)
+GLibBusSubscription::GLibBusSubscription(GDBusConnection* connection, guint identifier)
     : connection_(connection)
     , identifier_(identifier) {}
 
-BusSubscription::~BusSubscription() {
+GLibBusSubscription::~GLibBusSubscription() {
     g_dbus_connection_signal_unsubscribe(connection_, identifier_);
 }
 
@@ -139,8 +141,8 @@ void SessionBus::whenConnected(const DispatchQueue& queue,
     });
 }
 
-void SessionBus::call(const BusMethod& method, const GVariantPtr& arguments,
-                      const DispatchQueue& queue, std::function<void(BusReply)> completion) {
+void SessionBus::call(const GLibBusMethod& method, const GVariantPtr& arguments,
+                      const DispatchQueue& queue, std::function<void(GLibBusReply)> completion) {
     auto call = std::make_unique<Call>(Call{.queue = queue,
                                             .completion = std::move(completion),
                                             .method = method.interface + "." + method.name});
@@ -152,21 +154,21 @@ void SessionBus::call(const BusMethod& method, const GVariantPtr& arguments,
                            static_cast<int>(deadline.count()), nullptr, Call::end, call.release());
 }
 
-std::unique_ptr<BusSubscription> SessionBus::subscribe(const BusSignalRule& rule,
-                                                       const DispatchQueue& queue,
-                                                       std::function<void(BusSignal)> task) {
+std::unique_ptr<GLibBusSubscription>
+SessionBus::subscribe(const GLibBusSignalRule& rule, const DispatchQueue& queue,
+                      std::function<void(GLibBusSignal)> task) {
     auto listener = std::make_unique<Listener>(Listener{.queue = queue, .task = std::move(task)});
     const auto identifier = g_dbus_connection_signal_subscribe(
         connection_.get(), orAny(rule.sender), rule.interface.c_str(), orAny(rule.name),
         rule.path.c_str(), orAny(rule.firstArgument), G_DBUS_SIGNAL_FLAGS_NONE, Listener::hear,
         listener.release(), Listener::forget);
-    return std::make_unique<BusSubscription>(connection_.get(), identifier);
+    return std::make_unique<GLibBusSubscription>(connection_.get(), identifier);
 }
 
 bool SessionBus::requestName(const std::string& name) {
     constexpr guint32 doNotQueue = 4;
     constexpr guint32 exists = 3;
-    const auto method = busDriverMethod("RequestName", "(u)");
+    const auto method = glibBusDriverMethod("RequestName", "(u)");
     const auto reply =
         callAndWait(method, takeVariant(g_variant_new("(su)", name.c_str(), doNotQueue)), deadline);
     guint32 outcome = 0;
@@ -175,7 +177,7 @@ bool SessionBus::requestName(const std::string& name) {
     return outcome != exists;
 }
 
-GVariantPtr SessionBus::callAndWait(const BusMethod& method, const GVariantPtr& arguments,
+GVariantPtr SessionBus::callAndWait(const GLibBusMethod& method, const GVariantPtr& arguments,
                                     std::chrono::milliseconds patience) {
     return GVariantPtr(g_dbus_connection_call_sync(
         connection_.get(), method.destination.c_str(), method.path.c_str(),

@@ -11,7 +11,7 @@
 namespace Platform {
 
 /// What a call over the bus came to.
-struct BusReply {
+struct GLibBusReply {
     enum class Outcome : std::uint8_t {
         answered,
         refused, ///< by an error, by an answer of another type, or by none within the deadline
@@ -23,7 +23,7 @@ struct BusReply {
     std::string description;         ///< otherwise why, in one line
 };
 
-struct BusMethod {
+struct GLibBusMethod {
     std::string destination;
     std::string path;
     std::string interface;
@@ -31,7 +31,7 @@ struct BusMethod {
     std::string replyType; ///< a D-Bus signature in parentheses; an answer of another is a refusal
 };
 
-struct BusSignalRule {
+struct GLibBusSignalRule {
     std::string sender;
     std::string path;
     std::string interface;
@@ -39,7 +39,7 @@ struct BusSignalRule {
     std::string name;          ///< empty: any
 };
 
-struct BusSignal {
+struct GLibBusSignal {
     std::string sender; ///< the unique name
     std::string name;
     std::shared_ptr<GVariant> arguments;
@@ -51,14 +51,14 @@ bool sessionHasBus();
 
 /// Signals that are listened to. Dropping it stops that; signals already on their way to the queue
 /// may still come.
-class BusSubscription {
+class GLibBusSubscription {
 public:
-    BusSubscription(GDBusConnection* connection, guint identifier);
-    ~BusSubscription();
-    BusSubscription(const BusSubscription&) = delete;
-    BusSubscription& operator=(const BusSubscription&) = delete;
-    BusSubscription(BusSubscription&&) = delete;
-    BusSubscription& operator=(BusSubscription&&) = delete;
+    GLibBusSubscription(GDBusConnection* connection, guint identifier);
+    ~GLibBusSubscription();
+    GLibBusSubscription(const GLibBusSubscription&) = delete;
+    GLibBusSubscription& operator=(const GLibBusSubscription&) = delete;
+    GLibBusSubscription(GLibBusSubscription&&) = delete;
+    GLibBusSubscription& operator=(GLibBusSubscription&&) = delete;
 
 private:
     GDBusConnection* connection_; // lives as long as the process
@@ -83,17 +83,17 @@ public:
 
     explicit SessionBus(GObjectPtr<GDBusConnection> connection);
 
-    void call(const BusMethod& method, const GVariantPtr& arguments, const DispatchQueue& queue,
-              std::function<void(BusReply reply)> completion);
+    void call(const GLibBusMethod& method, const GVariantPtr& arguments, const DispatchQueue& queue,
+              std::function<void(GLibBusReply reply)> completion);
 
     /// Waits for the answer, not for the main thread; null when there is none while the patience
     /// (1 ms and more) lasts, or a refusal. Starts the destination where the bus knows how to.
-    GVariantPtr callAndWait(const BusMethod& method, const GVariantPtr& arguments,
+    GVariantPtr callAndWait(const GLibBusMethod& method, const GVariantPtr& arguments,
                             std::chrono::milliseconds patience);
 
-    std::unique_ptr<BusSubscription> subscribe(const BusSignalRule& rule,
-                                               const DispatchQueue& queue,
-                                               std::function<void(BusSignal signal)> task);
+    std::unique_ptr<GLibBusSubscription> subscribe(const GLibBusSignalRule& rule,
+                                                   const DispatchQueue& queue,
+                                                   std::function<void(GLibBusSignal signal)> task);
 
     /// Owns the name as long as the process lives. False when another process does, and then this
     /// one does not stand in line for it. Waits for the answer: not for the main thread.
@@ -107,6 +107,6 @@ private:
 };
 
 /// The bus's own methods, by name.
-BusMethod busDriverMethod(std::string name, std::string replyType);
+GLibBusMethod glibBusDriverMethod(std::string name, std::string replyType);
 
 } // namespace Platform

@@ -1,6 +1,6 @@
 #include "Platform/Linux/Bus/SystemBus.h"
 
-#include "Platform/Linux/Bus/BusConnection.h"
+#include "Platform/Linux/Bus/GLibConnection.h"
 #include "Platform/NeverDestroyed.h"
 
 #include <gio/gunixfdlist.h>
@@ -55,8 +55,8 @@ SystemBus& SystemBus::shared() {
     return bus.get();
 }
 
-std::optional<FileHandle> SystemBus::openFile(const BusMethod& method, const GVariantPtr& arguments,
-                                              Milliseconds patience) {
+std::optional<FileHandle> SystemBus::openFile(const GLibBusMethod& method,
+                                              const GVariantPtr& arguments, Milliseconds patience) {
     const auto end = Clock::now() + patience;
     const auto connection = connectionUntil(end);
     if (!connection)

@@ -23,7 +23,7 @@ public:
     /// destination's name, a refusal, or no answer while the patience lasts; in this last
     /// case nobody is asked over this bus for a minute, so that many calls do not pay for the
     /// same silence.
-    std::optional<FileHandle> openFile(const BusMethod& method, const GVariantPtr& arguments,
+    std::optional<FileHandle> openFile(const GLibBusMethod& method, const GVariantPtr& arguments,
                                        std::chrono::milliseconds patience);
 
 private:

@@ -55,7 +55,7 @@ private:
     std::atomic<Name> appearance_ = Name::aqua;
     ObserverList observers_; // main thread
     DesktopSettings settings_;
-    const std::unique_ptr<BusSubscription> changes_;
+    const std::unique_ptr<GLibBusSubscription> changes_;
 };
 
 } // namespace

@@ -42,8 +42,8 @@ GVariantPtr DesktopSettings::read(const std::string& group, const std::string& k
     return innermost(GVariantPtr(g_variant_get_child_value(reply.get(), 0)));
 }
 
-std::unique_ptr<BusSubscription> DesktopSettings::observe(const std::string& group, std::string key,
-                                                          Observer observer) {
+std::unique_ptr<GLibBusSubscription> DesktopSettings::observe(const std::string& group,
+                                                              std::string key, Observer observer) {
     if (!bus_)
         return nullptr;
     return bus_->subscribe(
@@ -53,7 +53,7 @@ std::unique_ptr<BusSubscription> DesktopSettings::observe(const std::string& gro
          .firstArgument = group,
          .name = "SettingChanged"},
         DispatchQueue::main(),
-        [key = std::move(key), observer = std::move(observer)](const BusSignal& signal) {
+        [key = std::move(key), observer = std::move(observer)](const GLibBusSignal& signal) {
             if (g_variant_is_of_type(signal.arguments.get(), G_VARIANT_TYPE("(ssv)")) == FALSE)
                 return;
             const char* changed = nullptr;

@@ -23,8 +23,8 @@ public:
 
     /// Has the observer called on the main thread with every value that the setting gets from now
     /// on, while its loop runs. Null without a bus.
-    std::unique_ptr<BusSubscription> observe(const std::string& group, std::string key,
-                                             Observer observer);
+    std::unique_ptr<GLibBusSubscription> observe(const std::string& group, std::string key,
+                                                 Observer observer);
 
 private:
     const std::chrono::steady_clock::time_point end_;

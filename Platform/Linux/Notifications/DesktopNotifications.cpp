@@ -13,7 +13,7 @@ constexpr auto serviceName = "org.freedesktop.Notifications";
 constexpr auto servicePath = "/org/freedesktop/Notifications";
 constexpr std::size_t mostCallsInFlight = 16;
 
-bool hasType(const BusSignal& signal, const char* type) {
+bool hasType(const GLibBusSignal& signal, const char* type) {
     return g_variant_is_of_type(signal.arguments.get(), G_VARIANT_TYPE(type)) != FALSE;
 }
 
@@ -65,13 +65,13 @@ void DesktopNotifications::connect() {
         isConnected_ = true;
         bus_ = bus;
         if (bus_ != nullptr) {
-            const auto driver = busDriverMethod({}, {});
-            const BusSignalRule rule{.sender = driver.destination,
-                                     .path = driver.path,
-                                     .interface = driver.interface,
-                                     .firstArgument = serviceName,
-                                     .name = "NameOwnerChanged"};
-            ownerChanges_ = bus_->subscribe(rule, queue_, [this](const BusSignal& signal) {
+            const auto driver = glibBusDriverMethod({}, {});
+            const GLibBusSignalRule rule{.sender = driver.destination,
+                                         .path = driver.path,
+                                         .interface = driver.interface,
+                                         .firstArgument = serviceName,
+                                         .name = "NameOwnerChanged"};
+            ownerChanges_ = bus_->subscribe(rule, queue_, [this](const GLibBusSignal& signal) {
                 const char* newOwner = nullptr;
                 if (hasType(signal, "(sss)"))
                     g_variant_get(signal.arguments.get(), "(&s&s&s)", nullptr, nullptr, &newOwner);
@@ -84,9 +84,9 @@ void DesktopNotifications::connect() {
 }
 
 void DesktopNotifications::findOwner(std::function<void()> otherwise) {
-    ask(busDriverMethod("GetNameOwner", "(s)"), takeVariant(g_variant_new("(s)", serviceName)),
-        [this, otherwise = std::move(otherwise)](const BusReply& reply) {
-            if (reply.outcome != BusReply::Outcome::answered) {
+    ask(glibBusDriverMethod("GetNameOwner", "(s)"), takeVariant(g_variant_new("(s)", serviceName)),
+        [this, otherwise = std::move(otherwise)](const GLibBusReply& reply) {
+            if (reply.outcome != GLibBusReply::Outcome::answered) {
                 otherwise();
                 return;
             }
@@ -98,9 +98,10 @@ void DesktopNotifications::findOwner(std::function<void()> otherwise) {
 
 void DesktopNotifications::startService() {
     const guint32 noFlags = 0;
-    ask(busDriverMethod("StartServiceByName", "(u)"),
-        takeVariant(g_variant_new("(su)", serviceName, noFlags)), [this](const BusReply& reply) {
-            if (reply.outcome == BusReply::Outcome::answered) {
+    ask(glibBusDriverMethod("StartServiceByName", "(u)"),
+        takeVariant(g_variant_new("(su)", serviceName, noFlags)),
+        [this](const GLibBusReply& reply) {
+            if (reply.outcome == GLibBusReply::Outcome::answered) {
                 findOwner([this] { leaveWaitingToTerminal(); });
             } else {
                 leaveWaitingToTerminal();
@@ -118,12 +119,13 @@ void DesktopNotifications::setOwner(const std::string& owner) {
     activationOffer_.reset();
     ownerSignals_.reset();
     if (!owner_.empty()) {
-        ownerSignals_ = bus_->subscribe({.sender = owner_,
-                                         .path = servicePath,
-                                         .interface = serviceName,
-                                         .firstArgument = {},
-                                         .name = {}},
-                                        queue_, [this](const BusSignal& signal) { hear(signal); });
+        ownerSignals_ =
+            bus_->subscribe({.sender = owner_,
+                             .path = servicePath,
+                             .interface = serviceName,
+                             .firstArgument = {},
+                             .name = {}},
+                            queue_, [this](const GLibBusSignal& signal) { hear(signal); });
     }
     ++question_;
     isAsking_ = false;
@@ -131,9 +133,9 @@ void DesktopNotifications::setOwner(const std::string& owner) {
 }
 
 void DesktopNotifications::askCapabilities() {
-    ask(serviceMethod("GetCapabilities", "(as)"), nullptr, [this](const BusReply& reply) {
-        hasToldCapabilities_ = reply.outcome == BusReply::Outcome::answered;
-        if (reply.outcome != BusReply::Outcome::gone) {
+    ask(serviceMethod("GetCapabilities", "(as)"), nullptr, [this](const GLibBusReply& reply) {
+        hasToldCapabilities_ = reply.outcome == GLibBusReply::Outcome::answered;
+        if (reply.outcome != GLibBusReply::Outcome::gone) {
             capabilities_ = hasToldCapabilities_ ? NotificationCapabilities::read(reply.value.get())
                                                  : NotificationCapabilities{};
             proceed();
@@ -166,7 +168,7 @@ void DesktopNotifications::send(Delivery delivery) {
     identifiersInFlight_.insert(delivery.request.identifier);
     call(serviceMethod("Notify", "(u)"), arguments,
          [this, owner = owner_,
-          delivery = std::make_shared<Delivery>(std::move(delivery))](const BusReply& reply) {
+          delivery = std::make_shared<Delivery>(std::move(delivery))](const GLibBusReply& reply) {
              identifiersInFlight_.erase(delivery->request.identifier);
              endDelivery(*delivery, owner, reply);
              proceed();
@@ -174,15 +176,15 @@ void DesktopNotifications::send(Delivery delivery) {
 }
 
 void DesktopNotifications::endDelivery(Delivery& delivery, const std::string& owner,
-                                       const BusReply& reply) {
+                                       const GLibBusReply& reply) {
     const bool isOwner = owner == owner_;
-    if (reply.outcome == BusReply::Outcome::answered) {
+    if (reply.outcome == GLibBusReply::Outcome::answered) {
         guint32 number = 0;
         g_variant_get(reply.value.get(), "(u)", &number);
         if (isOwner)
             delivered_.record(number, std::move(delivery.request));
         delivery.completion(std::nullopt);
-    } else if (isOwner && reply.outcome == BusReply::Outcome::refused) {
+    } else if (isOwner && reply.outcome == GLibBusReply::Outcome::refused) {
         delivery.completion(Error{reply.description});
     } else {
         retry(std::move(delivery));
@@ -216,11 +218,11 @@ void DesktopNotifications::leaveWaitingToTerminal() {
 }
 
 // A call whose answer decides how to go on.
-void DesktopNotifications::ask(const BusMethod& method, const GVariantPtr& arguments,
+void DesktopNotifications::ask(const GLibBusMethod& method, const GVariantPtr& arguments,
                                ReplyHandler handler) {
     isAsking_ = true;
     call(method, arguments,
-         [this, question = ++question_, handler = std::move(handler)](const BusReply& reply) {
+         [this, question = ++question_, handler = std::move(handler)](const GLibBusReply& reply) {
              if (question == question_) {
                  isAsking_ = false;
                  handler(reply);
@@ -229,18 +231,18 @@ void DesktopNotifications::ask(const BusMethod& method, const GVariantPtr& argum
          });
 }
 
-void DesktopNotifications::call(const BusMethod& method, const GVariantPtr& arguments,
+void DesktopNotifications::call(const GLibBusMethod& method, const GVariantPtr& arguments,
                                 ReplyHandler handler) {
     ++callsInFlight_;
     bus_->call(method, arguments, queue_,
-               [this, handler = std::move(handler)](const BusReply& reply) {
+               [this, handler = std::move(handler)](const GLibBusReply& reply) {
                    --callsInFlight_;
                    handler(reply);
                });
 }
 
 // Sent to the owner itself: another one may have other abilities and other numbers.
-BusMethod DesktopNotifications::serviceMethod(std::string name, std::string replyType) const {
+GLibBusMethod DesktopNotifications::serviceMethod(std::string name, std::string replyType) const {
     return {.destination = owner_,
             .path = servicePath,
             .interface = serviceName,
@@ -248,7 +250,7 @@ BusMethod DesktopNotifications::serviceMethod(std::string name, std::string repl
             .replyType = std::move(replyType)};
 }
 
-void DesktopNotifications::hear(const BusSignal& signal) {
+void DesktopNotifications::hear(const GLibBusSignal& signal) {
     if (signal.sender != owner_)
         return;
     guint32 number = 0;

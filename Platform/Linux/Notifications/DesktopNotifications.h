@@ -49,7 +49,7 @@ private:
         std::string token;
     };
 
-    using ReplyHandler = std::function<void(const BusReply& reply)>;
+    using ReplyHandler = std::function<void(const GLibBusReply& reply)>;
 
     void proceed();
     void connect();
@@ -59,15 +59,15 @@ private:
     void askCapabilities();
     void sendWaiting();
     void send(Delivery delivery);
-    void endDelivery(Delivery& delivery, const std::string& owner, const BusReply& reply);
+    void endDelivery(Delivery& delivery, const std::string& owner, const GLibBusReply& reply);
     void retry(Delivery delivery);
     void leaveWaitingToTerminal();
 
-    void ask(const BusMethod& method, const GVariantPtr& arguments, ReplyHandler handler);
-    void call(const BusMethod& method, const GVariantPtr& arguments, ReplyHandler handler);
-    BusMethod serviceMethod(std::string name, std::string replyType) const;
+    void ask(const GLibBusMethod& method, const GVariantPtr& arguments, ReplyHandler handler);
+    void call(const GLibBusMethod& method, const GVariantPtr& arguments, ReplyHandler handler);
+    GLibBusMethod serviceMethod(std::string name, std::string replyType) const;
 
-    void hear(const BusSignal& signal);
+    void hear(const GLibBusSignal& signal);
     void answer(std::uint32_t number, const std::string& actionKey);
 
     const DispatchQueue queue_;
@@ -75,10 +75,10 @@ private:
 
     SessionBus* bus_ = nullptr; // null: none, or not connected yet
     bool isConnected_ = false;  // or has learned that there is no bus
-    std::unique_ptr<BusSubscription> ownerChanges_;
+    std::unique_ptr<GLibBusSubscription> ownerChanges_;
 
     std::string owner_; // the unique name behind the service's name; empty: none known
-    std::unique_ptr<BusSubscription> ownerSignals_;
+    std::unique_ptr<GLibBusSubscription> ownerSignals_;
     std::optional<NotificationCapabilities> capabilities_; // of the owner
     bool hasToldCapabilities_ = false; // false: they are assumed, for want of an answer
     DeliveredNotifications delivered_; // to the owner

@@ -1,4 +1,4 @@
-#include "Platform/Linux/Bus/BusConnection.h"
+#include "Platform/Linux/Bus/GLibConnection.h"
 
 #include <future>
 #include <system_error>

@@ -3,7 +3,7 @@ find_package(Threads REQUIRED)
 find_package(PkgConfig REQUIRED)
 find_package(nlohmann_json REQUIRED)
 find_path(ASIO_INCLUDE_DIR asio.hpp REQUIRED)
-set(modules gio-2.0 gio-unix-2.0 fontconfig xcb libcrypto expat icu-i18n icu-uc)
+set(modules gio-2.0 gio-unix-2.0 libsystemd fontconfig xcb libcrypto expat icu-i18n icu-uc)
 pkg_check_modules(CorbelPlatform REQUIRED IMPORTED_TARGET ${modules})
 
 target_include_directories(Platform SYSTEM PRIVATE ${ASIO_INCLUDE_DIR})

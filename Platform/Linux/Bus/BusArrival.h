@@ -1,0 +1,39 @@
+#pragma once
+
+#include "Platform/Linux/Bus/BusMessage.h"
+#include "Platform/Linux/Bus/BusReader.h"
+#include "Platform/Linux/Bus/SDBus.h"
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+
+namespace Platform {
+
+/// A message that has arrived, and is read in steps of a bounded time. On the buses' thread.
+class BusArrival {
+public:
+    /// Shares the message.
+    BusArrival(std::uint64_t number, sd_bus_message* message);
+
+    /// The number of whom it is for.
+    std::uint64_t number() const { return number_; }
+
+    /// The next step of reading it as the answer to a call; absent while it is not at its end.
+    std::optional<BusReply> readReply(const BusMethod& method, BusDeadline deadline);
+
+    /// The next step of reading it as a signal.
+    BusReader::State readSignal();
+
+    /// Once, when it is read.
+    BusSignal takeSignal();
+
+private:
+    BusReader::State readValues();
+
+    std::uint64_t number_;
+    SDBus::MessagePtr message_;
+    std::unique_ptr<BusReader> reader_;
+};
+
+} // namespace Platform

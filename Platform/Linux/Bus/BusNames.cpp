@@ -1,0 +1,65 @@
+#include "Platform/Linux/Bus/BusNames.h"
+
+#include "Platform/Linux/Bus/BusWriter.h"
+
+#include <utility>
+
+namespace Platform {
+namespace {
+
+constexpr auto driver = "org.freedesktop.DBus";
+constexpr auto driverPath = "/org/freedesktop/DBus";
+
+std::unique_ptr<BusSubscription> subscribe(BusConnection& connection, const std::string& name,
+                                           const DispatchQueue& queue,
+                                           std::weak_ptr<const BusNameWatch::Handler> weak) {
+    return connection.subscribe({.sender = driver,
+                                 .path = driverPath,
+                                 .interface = driver,
+                                 .name = "NameOwnerChanged",
+                                 .firstArgument = name},
+                                queue, [weak = std::move(weak)](const BusSignal& signal) {
+                                    const auto handler = weak.lock(); // may drop the watch
+                                    if (handler && signal.type == "sss")
+                                        (*handler)(*signal.values[2].get<std::string>());
+                                });
+}
+
+} // namespace
+
+BusMethod busDriverMethod(std::string name, std::string replyType) {
+    return {.destination = driver,
+            .path = driverPath,
+            .interface = driver,
+            .name = std::move(name),
+            .replyType = std::move(replyType)};
+}
+
+void requestBusName(BusConnection& connection, const std::string& name, const DispatchQueue& queue,
+                    std::function<void(bool isTaken)> completion) {
+    constexpr std::uint32_t doNotQueue = 4;
+    connection.call(busDriverMethod("RequestName", "u"), busArguments(name, doNotQueue),
+                    busDeadlineIn(std::chrono::seconds(5)), queue,
+                    [completion = std::move(completion)](const BusReply& reply) {
+                        constexpr std::int64_t exists = 3;
+                        completion(reply.outcome == BusReply::Outcome::answered &&
+                                   reply.values[0] == PropertyList(exists));
+                    });
+}
+
+// Asked after the bus was told to report, so that no change falls between the two.
+BusNameWatch::BusNameWatch(BusConnection& connection, const std::string& name,
+                           const DispatchQueue& queue, Handler handler)
+    : handler_(std::make_shared<const Handler>(std::move(handler)))
+    , changes_(subscribe(connection, name, queue, handler_)) {
+    connection.call(busDriverMethod("GetNameOwner", "s"), busArguments(name), BusDeadline::max(),
+                    queue, [weak = std::weak_ptr(handler_)](const BusReply& reply) {
+                        const auto living = weak.lock();
+                        if (!living || reply.outcome == BusReply::Outcome::closed)
+                            return; // the end of the connection is news of its own
+                        const bool isOwned = reply.outcome == BusReply::Outcome::answered;
+                        (*living)(isOwned ? *reply.values[0].get<std::string>() : std::string());
+                    });
+}
+
+} // namespace Platform

@@ -1,0 +1,164 @@
+// The room for message buses by itself. What its users make of it is tested with them.
+
+#include "Platform/Linux/Bus/BusAddress.h"
+#include "Platform/Linux/Bus/BusNames.h"
+#include "Platform/Linux/Bus/BusWriter.h"
+#include "Platform/Linux/Bus/SharedBus.h"
+#include "Platform/NeverDestroyed.h"
+#include "Tests/Support/EnvironmentVariable.h"
+#include "Tests/Support/Linux/BusDaemon.h"
+#include "Tests/Support/Linux/NotificationService.h"
+#include "Tests/Support/WaitUntil.h"
+
+#include <gmock/gmock.h>
+
+#include <atomic>
+#include <future>
+#include <mutex>
+
+using namespace Platform;
+
+namespace {
+
+using Outcome = BusReply::Outcome;
+using Services = TestSupport::BusDaemon::ActivatableServices;
+using testing::ElementsAre;
+using TestSupport::NotificationService;
+using TestSupport::waitUntil;
+
+constexpr auto name = NotificationService::standardName;
+
+class Bus : public testing::Test {
+protected:
+    static std::shared_ptr<BusConnection> connect(const std::string& address) {
+        std::promise<std::shared_ptr<BusConnection>> made;
+        BusConnection::connect(address, BusConnection::Peer::bus, in(20), [&made](auto result) {
+            made.set_value(result ? std::move(*result) : nullptr);
+        });
+        return made.get_future().get();
+    }
+
+    static BusDeadline in(int seconds) { return busDeadlineIn(std::chrono::seconds(seconds)); }
+
+    // Signals that came before its answer have been handed to their queues.
+    void settle() {
+        EXPECT_EQ(connection->callAndWait(busDriverMethod("GetId", "s"), {}, in(20)).outcome,
+                  Outcome::answered);
+        std::promise<void> handedOut;
+        queue.async([&handedOut] { handedOut.set_value(); });
+        handedOut.get_future().get();
+    }
+
+    TestSupport::BusDaemon daemon{Services{{"com.example.Silent", "/bin/sleep 60"}}};
+    std::shared_ptr<BusConnection> connection = connect(daemon.address());
+    const DispatchQueue queue = DispatchQueue::serial("tests");
+};
+
+} // namespace
+
+TEST_F(Bus, IsReachedAtTheFirstOfItsPlacesThatTakesUsAndStartsNothing) {
+    EXPECT_THAT(busPlaces("unixexec:path=/bin/false;unix:path=/a%20b;tcp:host=h;;unix:abstract=c"),
+                ElementsAre("unix:path=/a%20b", "unix:abstract=c"));
+    for (const std::string nowhere : {"", "autolaunch:", "unix:path=/none", "unix:", "unix"})
+        EXPECT_FALSE(connect(nowhere)) << nowhere;
+    EXPECT_TRUE(connect("unix:path=/none;" + daemon.address()));
+}
+
+TEST_F(Bus, EndsEveryCallInAWayThatIsTyped) {
+    NotificationService service(daemon.address());
+    const auto call = [&](const std::string& destination, const std::string& method,
+                          const std::string& type, BusDeadline deadline) {
+        return connection
+            ->callAndWait({.destination = destination,
+                           .path = "/org/freedesktop/Notifications",
+                           .interface = name,
+                           .name = method,
+                           .replyType = type,
+                           .mayStart = true},
+                          {}, deadline)
+            .outcome;
+    };
+    EXPECT_EQ(call(name, "GetCapabilities", "as", in(20)), Outcome::answered);
+    EXPECT_EQ(call(name, "GetCapabilities", "s", in(20)), Outcome::unreadable);
+    EXPECT_EQ(call(name, "Nothing", "", in(20)), Outcome::refused);
+    EXPECT_EQ(call("com.example.Nobody", "Any", "", in(20)), Outcome::gone);
+    EXPECT_EQ(call("no name", "Any", "", in(20)), Outcome::unsent);
+    EXPECT_EQ(call("com.example.Silent", "Any", "", busDeadlineIn(std::chrono::milliseconds(20))),
+              Outcome::refused);
+    std::promise<std::string> closed;
+    connection->whenClosed(queue, [&closed](const auto& reason) { closed.set_value(reason); });
+    auto pending =
+        std::async(std::launch::async, call, "com.example.Silent", "Any", "", BusDeadline::max());
+    daemon.end();
+    EXPECT_EQ(pending.get(), Outcome::closed);
+    EXPECT_NE(closed.get_future().get(), "");
+    EXPECT_EQ(call(name, "GetCapabilities", "as", in(20)), Outcome::closed);
+    EXPECT_TRUE(connection->isClosed());
+}
+
+TEST_F(Bus, GivesNoSignalOnceTheSubscriptionIsDropped) {
+    NotificationService service(daemon.address());
+    std::vector<std::string> kept; // queue
+    std::vector<std::string> dropped;
+    const BusSignalRule rule{.sender = name,
+                             .path = "/org/freedesktop/Notifications",
+                             .interface = name,
+                             .name = "ActionInvoked"};
+    const auto keeps = connection->subscribe(rule, queue, [&kept](const BusSignal& signal) {
+        kept.push_back(*signal.values[1].get<std::string>());
+    });
+    std::unique_ptr<BusSubscription> drops;
+    drops = connection->subscribe(rule, queue, [&](const BusSignal& signal) {
+        dropped.push_back(*signal.values[1].get<std::string>());
+        drops.reset();
+    });
+    settle();
+    for (const auto* const key : {"one", "two", "three"})
+        service.emitActionInvoked(1, key);
+    service.emitNotificationClosed(1, 1);
+    EXPECT_TRUE(waitUntil([&] {
+        settle();
+        return kept.size() == 3;
+    }));
+    EXPECT_THAT(kept, ElementsAre("one", "two", "three"));
+    EXPECT_THAT(dropped, ElementsAre("one"));
+}
+
+TEST_F(Bus, GivesANameToOneAndNewsOfItToWhoeverWatches) {
+    std::vector<std::string> owners; // queue
+    const BusNameWatch watch(*connection, name, queue,
+                             [&owners](const std::string& owner) { owners.push_back(owner); });
+    settle();
+    EXPECT_THAT(owners, ElementsAre(""));
+    auto other = connect(daemon.address());
+    const auto isTaken = [&](BusConnection& asking) {
+        std::promise<bool> answer;
+        requestBusName(asking, name, queue, [&answer](bool taken) { answer.set_value(taken); });
+        return answer.get_future().get();
+    };
+    EXPECT_FALSE(isTaken(*other));
+    EXPECT_TRUE(isTaken(*connection));
+    other.reset();
+    EXPECT_TRUE(waitUntil([&] {
+        settle();
+        return owners.size() == 3;
+    }));
+    EXPECT_EQ(owners[1].front(), ':');
+    EXPECT_EQ(owners[2], "");
+}
+
+TEST_F(Bus, IsSharedUntilItGoesAndFoundAgainWhenItIsBack) {
+    static std::string address;
+    address = daemon.address();
+    // As long as the process, like those that it has.
+    static const NeverDestroyed<SharedBus> shared([] { return address; });
+    const auto first = shared.get().connectAndWait(in(20));
+    ASSERT_TRUE(first);
+    EXPECT_EQ(shared.get().connectAndWait(in(20)), first);
+    daemon.end();
+    EXPECT_TRUE(waitUntil([&] { return first->isClosed(); }));
+    EXPECT_FALSE(shared.get().connectAndWait(in(20)));
+    const TestSupport::BusDaemon next;
+    address = next.address();
+    EXPECT_TRUE(shared.get().connectAndWait(in(20)));
+}

@@ -1,30 +1,20 @@
 #include "Platform/Linux/Helper/HelperRoute.h"
 
-#include "Platform/Linux/Bus/SessionBus.h"
+#include "Platform/Linux/Bus/BusAddress.h"
 #include "Platform/Linux/Helper/ListenerEndpointImpl.h"
-#include "Platform/Linux/Loops/GObjectPtr.h"
 
 #include <algorithm>
+#include <cstdint>
 
 namespace Platform {
 namespace {
 
-std::string busAddress(GBusType bus) {
-    if (bus == G_BUS_TYPE_SESSION && !sessionHasBus())
-        return {};
-    const GStringPtr address(g_dbus_address_get_for_bus_sync(bus, nullptr, nullptr));
-    return address ? address.get() : "";
-}
+enum class Bus : std::uint8_t { session, system };
 
-bool isServiceName(const std::string& name) {
-    return name.find('\0') == std::string::npos && g_dbus_is_name(name.c_str()) != FALSE &&
-           g_dbus_is_unique_name(name.c_str()) == FALSE;
-}
-
-Expected<HelperRoute> routeOverBus(GBusType bus, const std::string& name) {
+Expected<HelperRoute> routeOverBus(Bus bus, const std::string& name) {
     if (!isServiceName(name))
         return Error{"no service can have such a name"};
-    auto address = busAddress(bus);
+    auto address = bus == Bus::session ? sessionBusAddress() : systemBusAddress();
     if (address.empty())
         return Error{"there is no message bus"};
     auto interface = name;
@@ -35,7 +25,7 @@ Expected<HelperRoute> routeOverBus(GBusType bus, const std::string& name) {
                        .destination = name,
                        .path = std::move(path),
                        .interface = std::move(interface),
-                       .mayAskUser = bus == G_BUS_TYPE_SYSTEM};
+                       .mayAskUser = bus == Bus::system};
 }
 
 Expected<HelperRoute> route(std::monostate /*nobody*/) {
@@ -43,22 +33,19 @@ Expected<HelperRoute> route(std::monostate /*nobody*/) {
 }
 
 Expected<HelperRoute> route(const ServiceName& service) {
-    return routeOverBus(G_BUS_TYPE_SESSION, service.name);
+    return routeOverBus(Bus::session, service.name);
 }
 
 Expected<HelperRoute> route(const MachServiceName& service) {
     const auto options = static_cast<std::uint64_t>(service.options);
     const auto privileged = static_cast<std::uint64_t>(MachServiceName::Options::privileged);
-    return routeOverBus((options & privileged) != 0 ? G_BUS_TYPE_SYSTEM : G_BUS_TYPE_SESSION,
-                        service.name);
+    return routeOverBus((options & privileged) != 0 ? Bus::system : Bus::session, service.name);
 }
 
 Expected<HelperRoute> route(const ListenerEndpoint& endpoint) {
     const auto& address = endpoint.impl().address();
-    if (address.find('\0') != std::string::npos ||
-        g_dbus_is_supported_address(address.c_str(), nullptr) == FALSE) {
+    if (busPlaces(address).empty())
         return Error{"not the address of a listener"};
-    }
     return HelperRoute{.address = address,
                        .destination = {},
                        .path = "/com/tarnwell/Helper",

@@ -1,8 +1,6 @@
 #include "Platform/Linux/Helper/HelperSession.h"
 
-#include "Platform/Linux/Helper/BusValues.h"
-#include "Platform/Linux/Helper/HelperReply.h"
-#include "Platform/PrintableText.h"
+#include "Platform/Linux/Helper/HelperArguments.h"
 
 #include <utility>
 
@@ -10,78 +8,41 @@ namespace Platform {
 namespace {
 
 using Kind = ConnectionError::Kind;
+using Outcome = BusReply::Outcome;
 
 constexpr auto helperGone = "the helper went away";
 
-GDBusConnectionFlags flags(bool isOverBus) {
-    // A set of flags, which clang's analyzer does not see in this enumeration.
-    // NOLINTBEGIN(clang-analyzer-optin.core.EnumCastOutOfRange)
-    const auto flags = isOverBus ? G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
-                                       G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION
-                                 : G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT;
-    return static_cast<GDBusConnectionFlags>(flags);
-    // NOLINTEND(clang-analyzer-optin.core.EnumCastOutOfRange)
-}
-
-void close(GDBusConnection* connection) {
-    g_dbus_connection_close(connection, nullptr, nullptr, nullptr);
-}
-
-const char* orNone(const std::string& text) {
-    return text.empty() ? nullptr : text.c_str();
-}
-
-GObjectPtr<GDBusMessage> message(const HelperRoute& route, const HelperSession::Call& call) {
-    GObjectPtr<GDBusMessage> message(
-        g_dbus_message_new_method_call(orNone(route.destination), route.path.c_str(),
-                                       route.interface.c_str(), call.method.c_str()));
-    if (route.mayAskUser) {
-        g_dbus_message_set_flags(message.get(),
-                                 G_DBUS_MESSAGE_FLAGS_ALLOW_INTERACTIVE_AUTHORIZATION);
+ConnectionReply valueOf(PropertyList::Array values) {
+    if (values.empty())
+        return PropertyList();
+    if (values.size() > 1) {
+        return ConnectionError{.kind = Kind::badReply,
+                               .description = "an answer of several values"};
     }
-    GVariantBuilder arguments;
-    g_variant_builder_init(&arguments, G_VARIANT_TYPE_TUPLE);
-    for (const auto& argument : call.arguments)
-        g_variant_builder_add_value(&arguments, busValue(argument).get());
-    g_dbus_message_set_body(message.get(), g_variant_builder_end(&arguments));
-    return message;
+    return std::move(values.front());
 }
 
-/// A call that was sent.
-struct Sent {
-    using Replied = std::function<void(std::uint64_t number, ConnectionReply reply)>;
-
-    std::uint64_t number;
-    bool isOverBus;
-    Replied replied;
-
-    // GLib is C: no exception may leave this.
-    static void end(GObject* connection, GAsyncResult* result, gpointer data) noexcept {
-        const std::unique_ptr<Sent> sent(static_cast<Sent*>(data));
-        GError* failed = nullptr;
-        const GObjectPtr<GDBusMessage> answer(g_dbus_connection_send_message_with_reply_finish(
-            G_DBUS_CONNECTION(connection), result, &failed));
-        const GErrorPtr error(failed);
-        sent->replied(sent->number,
-                      answer ? readHelperReply(answer.get()) : sent->failure(error.get()));
+ConnectionReply meaningOf(BusReply reply) {
+    switch (reply.outcome) {
+    case Outcome::answered:
+        return valueOf(std::move(reply.values));
+    case Outcome::unreadable:
+        return ConnectionError{.kind = Kind::badReply, .description = std::move(reply.description)};
+    case Outcome::unsent:
+        return ConnectionError{.kind = Kind::badCall, .description = std::move(reply.description)};
+    case Outcome::refused:
+        return ConnectionError{.kind = Kind::refused, .description = std::move(reply.description)};
+    default:
+        return ConnectionError{.kind = Kind::interrupted,
+                               .description = std::move(reply.description)};
     }
-
-    // The connection broke, or, rarely, the message was one that it does not take.
-    ConnectionReply failure(const GError* error) const {
-        auto kind = isOverBus ? Kind::invalidated : Kind::interrupted;
-        if (!g_error_matches(error, G_IO_ERROR, G_IO_ERROR_CLOSED) &&
-            !g_error_matches(error, G_IO_ERROR, G_IO_ERROR_CANCELLED)) {
-            kind = Kind::badCall;
-        }
-        return ConnectionError{
-            .kind = kind, .description = printableText(error->message, ActingCharacters::spaced)};
-    }
-};
+}
 
 } // namespace
 
-HelperSession::HelperSession(NativeConnection::Events events)
-    : events_(std::move(events)) {}
+HelperSession::HelperSession(DispatchQueue queue, NativeConnection::Events events)
+    : queue_(std::move(queue))
+    , events_(std::move(events)) {}
 
 void HelperSession::start(const ConnectionAddress& address) {
     auto route = findHelperRoute(address);
@@ -97,7 +58,7 @@ void HelperSession::call(Call call) {
     if (isEnded_)
         return;
     if (connection_) {
-        send(call);
+        send(std::move(call));
     } else {
         waiting_.push_back(std::move(call));
         if (!isConnecting_)
@@ -108,66 +69,42 @@ void HelperSession::call(Call call) {
 void HelperSession::end() {
     isEnded_ = true;
     waiting_.clear();
-    disconnect();
+    nameWatch_.reset();
+    peerWatch_.reset();
+    connection_.reset();
 }
 
 void HelperSession::connect() {
     isConnecting_ = true;
-    cancellable_.reset(g_cancellable_new());
-    g_dbus_connection_new_for_address(
-        route_.address.c_str(), flags(isOverBus()), nullptr, cancellable_.get(),
-        [](GObject* /*source*/, GAsyncResult* result, gpointer data) noexcept {
-            const std::unique_ptr<Weak> weak(static_cast<Weak*>(data));
-            GError* failed = nullptr;
-            GObjectPtr<GDBusConnection> connection(
-                g_dbus_connection_new_for_address_finish(result, &failed));
-            const GErrorPtr error(failed);
-            if (const auto self = weak->lock(); self && !self->isEnded_) {
-                self->connected(std::move(connection), error.get());
-            } else if (connection) {
-                close(connection.get());
-            }
-        },
-        std::make_unique<Weak>(weak_from_this()).release());
+    const auto peer = isOverBus() ? BusConnection::Peer::bus : BusConnection::Peer::process;
+    BusConnection::connect(
+        route_.address, peer, BusDeadline::max(),
+        [queue = queue_, task = handler(&HelperSession::connected)](auto connection) {
+            queue.async([task, connection = std::move(connection)] { task(connection); });
+        });
 }
 
-void HelperSession::connected(GObjectPtr<GDBusConnection> connection, const GError* error) {
+void HelperSession::connected(Expected<std::shared_ptr<BusConnection>> connection) {
     isConnecting_ = false;
     if (!connection) {
-        lose(printableText(error->message, ActingCharacters::spaced));
+        lose(connection.error().description);
         return;
     }
-    connection_ = std::move(connection);
-    closedHandler_ = g_signal_connect_data(
-        connection_.get(), "closed",
-        G_CALLBACK(+[](GDBusConnection* /*connection*/, gboolean /*remotePeerVanished*/,
-                       GError* /*error*/, gpointer data) noexcept {
-            if (const auto self = static_cast<Weak*>(data)->lock())
-                self->closed();
-        }),
-        std::make_unique<Weak>(weak_from_this()).release(),
-        [](gpointer data, GClosure* /*closure*/) {
-            std::unique_ptr<Weak>(static_cast<Weak*>(data)).reset();
-        },
-        G_CONNECT_DEFAULT);
-    if (g_dbus_connection_is_closed(connection_.get()) != FALSE) {
-        closed(); // perhaps so soon that nobody has heard of it
-        return;
-    }
+    connection_ = std::move(*connection);
+    connection_->whenClosed(
+        queue_, [task = handler(&HelperSession::closed)](const auto& /*why*/) { task(); });
     if (isOverBus()) {
-        nameWatch_ = std::make_unique<NameWatch>(connection_.get(), route_.destination,
-                                                 [weak = weak_from_this()](const auto& owner) {
-                                                     if (const auto self = weak.lock())
-                                                         self->hearOwner(owner);
-                                                 });
+        nameWatch_ = std::make_unique<BusNameWatch>(*connection_, route_.destination, queue_,
+                                                    handler(&HelperSession::ownerChanged));
     }
-    for (const auto& call : std::exchange(waiting_, {}))
-        send(call);
+    for (auto& call : std::exchange(waiting_, {}))
+        send(std::move(call));
 }
 
 void HelperSession::closed() {
-    waiting_.clear();
-    disconnect();
+    nameWatch_.reset();
+    peerWatch_.reset();
+    connection_.reset();
     if (isOverBus()) {
         lose("the message bus went away");
     } else {
@@ -175,22 +112,10 @@ void HelperSession::closed() {
     }
 }
 
-void HelperSession::disconnect() {
-    if (cancellable_)
-        g_cancellable_cancel(cancellable_.get());
-    nameWatch_.reset();
-    peerWatch_.reset();
-    if (!connection_)
-        return;
-    g_signal_handler_disconnect(connection_.get(), closedHandler_);
-    close(connection_.get());
-    connection_.reset();
-}
-
 // A helper that lets go of its name may still answer what it was asked; it is lost when it leaves
 // the bus, or when another has taken its place.
-void HelperSession::hearOwner(const std::string& owner) {
-    if (owner.empty() || owner == peer_ || isEnded_)
+void HelperSession::ownerChanged(const std::string& owner) {
+    if (owner.empty() || owner == peer_)
         return;
     if (!peer_.empty())
         events_.interrupted("another helper took the place of the one before");
@@ -199,15 +124,16 @@ void HelperSession::hearOwner(const std::string& owner) {
 
 void HelperSession::setPeer(const std::string& peer) {
     peer_ = peer;
-    peerWatch_ = std::make_unique<NameWatch>(connection_.get(), peer,
-                                             [weak = weak_from_this()](const auto& owner) {
-                                                 const auto self = weak.lock();
-                                                 if (!self || !owner.empty() || self->isEnded_)
-                                                     return;
-                                                 self->peer_.clear();
-                                                 self->peerWatch_.reset();
-                                                 self->events_.interrupted(helperGone);
-                                             });
+    peerWatch_ = std::make_unique<BusNameWatch>(*connection_, peer, queue_,
+                                                handler(&HelperSession::peerChanged));
+}
+
+void HelperSession::peerChanged(const std::string& owner) {
+    if (!owner.empty())
+        return;
+    peer_.clear();
+    peerWatch_.reset();
+    events_.interrupted(helperGone);
 }
 
 void HelperSession::lose(std::string reason) {
@@ -215,17 +141,22 @@ void HelperSession::lose(std::string reason) {
     events_.invalidated(std::move(reason));
 }
 
-void HelperSession::send(const Call& call) {
-    auto sent = std::make_unique<Sent>(
-        Sent{.number = call.number,
-             .isOverBus = isOverBus(),
-             .replied = [weak = weak_from_this()](std::uint64_t number, ConnectionReply reply) {
-                 if (const auto self = weak.lock(); self && !self->isEnded_)
-                     self->events_.replied(number, std::move(reply));
-             }});
-    g_dbus_connection_send_message_with_reply(
-        connection_.get(), message(route_, call).get(), G_DBUS_SEND_MESSAGE_FLAGS_NONE,
-        G_MAXINT /* no time limit */, nullptr, cancellable_.get(), Sent::end, sent.release());
+void HelperSession::send(Call call) {
+    connection_->call({.destination = route_.destination,
+                       .path = route_.path,
+                       .interface = route_.interface,
+                       .name = std::move(call.method),
+                       .mayStart = true,
+                       .mayAskUser = route_.mayAskUser},
+                      helperArguments(std::move(call.arguments)), BusDeadline::max(), queue_,
+                      [number = call.number, task = handler(&HelperSession::replied)](
+                          BusReply reply) { task(number, std::move(reply)); });
+}
+
+// What the end of the connection means, the next event says.
+void HelperSession::replied(std::uint64_t number, BusReply reply) {
+    if (reply.outcome != Outcome::closed)
+        events_.replied(number, meaningOf(std::move(reply)));
 }
 
 } // namespace Platform

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "Platform/DispatchQueue.h"
+#include "Platform/Linux/Bus/BusNames.h"
 #include "Platform/Linux/Helper/HelperRoute.h"
-#include "Platform/Linux/Helper/NameWatch.h"
-#include "Platform/Linux/Loops/GObjectPtr.h"
 #include "Platform/Native/NativeConnection.h"
 
 #include <cstdint>
@@ -14,7 +14,7 @@
 namespace Platform {
 
 /// One connection to a helper over D-Bus, on a socket of its own. Everything about it happens on
-/// the helper loop.
+/// the serial queue that it is given.
 class HelperSession : public std::enable_shared_from_this<HelperSession> {
 public:
     struct Call {
@@ -23,7 +23,7 @@ public:
         PropertyList::Array arguments;
     };
 
-    explicit HelperSession(NativeConnection::Events events);
+    HelperSession(DispatchQueue queue, NativeConnection::Events events);
 
     void start(const ConnectionAddress& address);
     void call(Call call);
@@ -32,30 +32,37 @@ public:
     void end();
 
 private:
-    using Weak = std::weak_ptr<HelperSession>;
-
     void connect();
-    void connected(GObjectPtr<GDBusConnection> connection, const GError* error);
+    void connected(Expected<std::shared_ptr<BusConnection>> connection);
     void closed();
-    void disconnect();
-    void hearOwner(const std::string& owner);
+    void ownerChanged(const std::string& owner);
     void setPeer(const std::string& peer);
+    void peerChanged(const std::string& owner);
     void lose(std::string reason);
-    void send(const Call& call);
+    void send(Call call);
+    void replied(std::uint64_t number, BusReply reply);
 
     bool isOverBus() const { return !route_.destination.empty(); }
 
+    /// Has the member called with what comes on the queue, as long as there is somebody to call.
+    template <class... Values>
+    auto handler(void (HelperSession::*member)(Values...)) {
+        return [weak = weak_from_this(), member](auto&&... values) {
+            if (const auto self = weak.lock(); self && !self->isEnded_)
+                (self.get()->*member)(std::forward<decltype(values)>(values)...);
+        };
+    }
+
+    const DispatchQueue queue_;
     const NativeConnection::Events events_;
-    bool isEnded_ = false; // and nothing is told any more
+    bool isEnded_ = false; // and no event is sent any more
     HelperRoute route_;
     bool isConnecting_ = false;
-    GObjectPtr<GCancellable> cancellable_; // of all that is under way on the connection
-    GObjectPtr<GDBusConnection> connection_;
-    gulong closedHandler_ = 0;
-    std::vector<Call> waiting_;            // for the connection
-    std::unique_ptr<NameWatch> nameWatch_; // of the helper's name: who serves it
-    std::unique_ptr<NameWatch> peerWatch_; // of who serves it: whether it lives
-    std::string peer_;                     // unique name; empty: none known
+    std::shared_ptr<BusConnection> connection_;
+    std::vector<Call> waiting_;               // for the connection
+    std::unique_ptr<BusNameWatch> nameWatch_; // of the helper's name: who serves it
+    std::unique_ptr<BusNameWatch> peerWatch_; // of who serves it: whether it lives
+    std::string peer_;                        // unique name; empty: none known
 };
 
 } // namespace Platform

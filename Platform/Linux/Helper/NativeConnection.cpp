@@ -1,6 +1,5 @@
 #include "Platform/Native/NativeConnection.h"
 
-#include "Platform/Linux/Helper/HelperLoop.h"
 #include "Platform/Linux/Helper/HelperSession.h"
 
 #include <utility>
@@ -10,15 +9,16 @@ namespace Platform {
 class NativeConnection::Impl {
 public:
     explicit Impl(Events events)
-        : session_(std::make_shared<HelperSession>(std::move(events))) {}
+        : session_(std::make_shared<HelperSession>(queue_, std::move(events))) {}
 
-    /// Has the task done with the session on the helper loop.
+    /// Has the task done with the session on its queue.
     template <class Task>
     void post(Task task) const {
-        HelperLoop::invoke([session = session_, task = std::move(task)] { task(*session); });
+        queue_.async([session = session_, task = std::move(task)] { task(*session); });
     }
 
 private:
+    const DispatchQueue queue_ = DispatchQueue::serial("com.tarnwell.HelperSession");
     const std::shared_ptr<HelperSession> session_;
 };
 

@@ -66,9 +66,10 @@ TEST_F(DesktopNotification, TellsTheServiceAllThatItHasToKnowAndRests) {
     EXPECT_EQ(call.summary, "Vesper Pro noticed a change");
     EXPECT_EQ(call.body, "New: " + agents + "a&lt;b&gt;&amp;c");
     EXPECT_THAT(call.actions, ElementsAre("default", "", "ShowAction", "Show"));
-    EXPECT_THAT(call.hints, UnorderedElementsAre(
-                                Pair("desktop-entry", "'com.tarnwell.VesperProAgent'"),
-                                Pair("category", "'x-tarnwell.job'"), Pair("urgency", "0x01")));
+    EXPECT_THAT(call.hints,
+                UnorderedElementsAre(Pair("desktop-entry", "'com.tarnwell.VesperProAgent'"),
+                                     Pair("category", "'x-tarnwell.VesperAgent'"),
+                                     Pair("urgency", "0x01")));
     EXPECT_EQ(call.lifetime, -1);
     EXPECT_TRUE(trial.waitUntilAtRest());
 }

@@ -1,7 +1,8 @@
 #include "Platform/Application.h"
 
 #include "Platform/Bundle.h"
-#include "Platform/Linux/Bus/SessionBus.h"
+#include "Platform/Linux/Bus/BusNames.h"
+#include "Platform/Linux/Bus/SharedBus.h"
 #include "Platform/Linux/Desktop/ServiceManager.h"
 #include "Platform/MainThread.h"
 #include "Platform/POSIX/ProcessStart.h"
@@ -61,18 +62,21 @@ bool becomeTheSessionsOnly(GMainLoop* loop) {
     auto promise = std::make_shared<std::promise<bool>>();
     auto isOnly = promise->get_future();
     const auto queue = DispatchQueue::serial("com.tarnwell.Application");
-    SessionBus::whenConnected(queue, [loop, promise](SessionBus* bus) {
-        const auto quit = [loop] { g_main_loop_quit(loop); };
-        if (bus != nullptr)
-            bus->whenClosed(quit);
-        const bool isSecond =
-            bus != nullptr && !bus->requestName(Bundle::main().text("CFBundleIdentifier"));
-        if (isSecond) {
-            std::cout << Bundle::main().text("CFBundleName") + " is already running.\n"
-                      << std::flush;
-            MainThread::run(quit);
+    const auto quit = [loop] { g_main_loop_quit(loop); };
+    SharedBus::session().whenConnected(queue, [quit, queue, promise](const auto& bus) {
+        if (!bus) {
+            promise->set_value(true);
+            return;
         }
-        promise->set_value(!isSecond);
+        bus->whenClosed(DispatchQueue::main(), [quit](const auto& /*reason*/) { quit(); });
+        requestBusName(*bus, Bundle::main().text("CFBundleIdentifier"), queue, [=](bool isTaken) {
+            if (isTaken) {
+                std::cout << Bundle::main().text("CFBundleName") + " is already running.\n"
+                          << std::flush;
+                MainThread::run(quit);
+            }
+            promise->set_value(!isTaken);
+        });
     });
     return isOnly.wait_for(patience) != std::future_status::ready || isOnly.get();
 }

@@ -1,6 +1,7 @@
 #include "Platform/Linux/Notifications/DesktopNotifications.h"
 
-#include "Platform/Linux/Desktop/ActivationToken.h"
+#include "Platform/Linux/Bus/BusWriter.h"
+#include "Platform/Linux/Bus/SharedBus.h"
 #include "Platform/Linux/Notifications/TerminalNotifications.h"
 
 #include <algorithm>
@@ -12,16 +13,18 @@ namespace {
 constexpr auto serviceName = "org.freedesktop.Notifications";
 constexpr auto servicePath = "/org/freedesktop/Notifications";
 constexpr std::size_t mostCallsInFlight = 16;
+constexpr auto patience = std::chrono::seconds(5); // with a service that does not answer
 
-bool hasType(const GLibBusSignal& signal, const char* type) {
-    return g_variant_is_of_type(signal.arguments.get(), G_VARIANT_TYPE(type)) != FALSE;
+bool hasGone(const BusReply& reply) {
+    return reply.outcome == BusReply::Outcome::gone || reply.outcome == BusReply::Outcome::closed;
 }
 
 } // namespace
 
-DesktopNotifications::DesktopNotifications(DispatchQueue queue, AnswerHandler answerHandler)
+DesktopNotifications::DesktopNotifications(DispatchQueue queue,
+                                           NotificationAnswers::Handler answerHandler)
     : queue_(std::move(queue))
-    , answerHandler_(std::move(answerHandler)) {}
+    , answers_(std::move(answerHandler)) {}
 
 void DesktopNotifications::deliver(NotificationRequest request,
                                    std::vector<NotificationAction> actions, Completion completion) {
@@ -47,10 +50,10 @@ void DesktopNotifications::proceed() {
         return;
     if (!isConnected_) {
         connect();
-    } else if (bus_ == nullptr) {
+    } else if (!bus_) {
         leaveWaitingToTerminal();
     } else if (owner_.empty()) {
-        findOwner([this] { startService(); });
+        startService();
     } else if (!capabilities_) {
         askCapabilities();
     } else {
@@ -60,49 +63,36 @@ void DesktopNotifications::proceed() {
 
 void DesktopNotifications::connect() {
     isAsking_ = true;
-    SessionBus::whenConnected(queue_, [this](SessionBus* bus) {
+    SharedBus::session().whenConnected(queue_, [this](std::shared_ptr<BusConnection> bus) {
         isAsking_ = false;
         isConnected_ = true;
-        bus_ = bus;
-        if (bus_ != nullptr) {
-            const auto driver = glibBusDriverMethod({}, {});
-            const GLibBusSignalRule rule{.sender = driver.destination,
-                                         .path = driver.path,
-                                         .interface = driver.interface,
-                                         .firstArgument = serviceName,
-                                         .name = "NameOwnerChanged"};
-            ownerChanges_ = bus_->subscribe(rule, queue_, [this](const GLibBusSignal& signal) {
-                const char* newOwner = nullptr;
-                if (hasType(signal, "(sss)"))
-                    g_variant_get(signal.arguments.get(), "(&s&s&s)", nullptr, nullptr, &newOwner);
-                if (newOwner != nullptr)
-                    setOwner(newOwner);
-            });
+        bus_ = std::move(bus);
+        if (bus_) {
+            nameWatch_ = std::make_unique<BusNameWatch>(
+                *bus_, serviceName, queue_, [this](const std::string& owner) { setOwner(owner); });
         }
         proceed();
     });
 }
 
-void DesktopNotifications::findOwner(std::function<void()> otherwise) {
-    ask(glibBusDriverMethod("GetNameOwner", "(s)"), takeVariant(g_variant_new("(s)", serviceName)),
-        [this, otherwise = std::move(otherwise)](const GLibBusReply& reply) {
-            if (reply.outcome != GLibBusReply::Outcome::answered) {
-                otherwise();
-                return;
+// One that runs is not started again; whoever owns the name by then is news of the watch.
+void DesktopNotifications::startService() {
+    constexpr std::uint32_t noFlags = 0;
+    ask(busDriverMethod("StartServiceByName", "u"), busArguments(serviceName, noFlags),
+        [this](const BusReply& reply) {
+            if (reply.outcome == BusReply::Outcome::answered) {
+                findOwner();
+            } else {
+                leaveWaitingToTerminal();
             }
-            const char* owner = nullptr;
-            g_variant_get(reply.value.get(), "(&s)", &owner);
-            setOwner(owner);
         });
 }
 
-void DesktopNotifications::startService() {
-    const guint32 noFlags = 0;
-    ask(glibBusDriverMethod("StartServiceByName", "(u)"),
-        takeVariant(g_variant_new("(su)", serviceName, noFlags)),
-        [this](const GLibBusReply& reply) {
-            if (reply.outcome == GLibBusReply::Outcome::answered) {
-                findOwner([this] { leaveWaitingToTerminal(); });
+void DesktopNotifications::findOwner() {
+    ask(busDriverMethod("GetNameOwner", "s"), busArguments(serviceName),
+        [this](const BusReply& reply) {
+            if (reply.outcome == BusReply::Outcome::answered) {
+                setOwner(*reply.values[0].get<std::string>());
             } else {
                 leaveWaitingToTerminal();
             }
@@ -115,17 +105,12 @@ void DesktopNotifications::setOwner(const std::string& owner) {
         return;
     owner_ = owner;
     capabilities_.reset();
-    delivered_.clear();
-    activationOffer_.reset();
+    answers_.clear();
     ownerSignals_.reset();
     if (!owner_.empty()) {
         ownerSignals_ =
-            bus_->subscribe({.sender = owner_,
-                             .path = servicePath,
-                             .interface = serviceName,
-                             .firstArgument = {},
-                             .name = {}},
-                            queue_, [this](const GLibBusSignal& signal) { hear(signal); });
+            bus_->subscribe({.sender = owner_, .path = servicePath, .interface = serviceName},
+                            queue_, [this](const BusSignal& signal) { answers_.receive(signal); });
     }
     ++question_;
     isAsking_ = false;
@@ -133,10 +118,10 @@ void DesktopNotifications::setOwner(const std::string& owner) {
 }
 
 void DesktopNotifications::askCapabilities() {
-    ask(serviceMethod("GetCapabilities", "(as)"), nullptr, [this](const GLibBusReply& reply) {
-        hasToldCapabilities_ = reply.outcome == GLibBusReply::Outcome::answered;
-        if (reply.outcome != GLibBusReply::Outcome::gone) {
-            capabilities_ = hasToldCapabilities_ ? NotificationCapabilities::read(reply.value.get())
+    ask(serviceMethod("GetCapabilities", "as"), nullptr, [this](const BusReply& reply) {
+        hasToldCapabilities_ = reply.outcome == BusReply::Outcome::answered;
+        if (!hasGone(reply)) {
+            capabilities_ = hasToldCapabilities_ ? NotificationCapabilities::read(reply.values)
                                                  : NotificationCapabilities{};
             proceed();
             return;
@@ -161,14 +146,14 @@ void DesktopNotifications::sendWaiting() {
 }
 
 void DesktopNotifications::send(Delivery delivery) {
-    const auto replaced = delivered_.numberShowing(delivery.request.identifier);
+    const auto replaced = answers_.delivered().numberShowing(delivery.request.identifier);
     const auto arguments =
         makeNotifyArguments(delivery.request, delivery.actions,
                             capabilities_.value_or(NotificationCapabilities{}), replaced);
     identifiersInFlight_.insert(delivery.request.identifier);
-    call(serviceMethod("Notify", "(u)"), arguments,
+    call(serviceMethod("Notify", "u"), arguments,
          [this, owner = owner_,
-          delivery = std::make_shared<Delivery>(std::move(delivery))](const GLibBusReply& reply) {
+          delivery = std::make_shared<Delivery>(std::move(delivery))](const BusReply& reply) {
              identifiersInFlight_.erase(delivery->request.identifier);
              endDelivery(*delivery, owner, reply);
              proceed();
@@ -176,16 +161,15 @@ void DesktopNotifications::send(Delivery delivery) {
 }
 
 void DesktopNotifications::endDelivery(Delivery& delivery, const std::string& owner,
-                                       const GLibBusReply& reply) {
+                                       const BusReply& reply) {
     const bool isOwner = owner == owner_;
-    if (reply.outcome == GLibBusReply::Outcome::answered) {
-        guint32 number = 0;
-        g_variant_get(reply.value.get(), "(u)", &number);
+    if (reply.outcome == BusReply::Outcome::answered) {
+        const auto number = static_cast<std::uint32_t>(*reply.values[0].get<std::int64_t>());
         if (isOwner)
-            delivered_.record(number, std::move(delivery.request));
+            answers_.delivered().record(number, std::move(delivery.request));
         delivery.completion(std::nullopt);
-    } else if (isOwner && reply.outcome == GLibBusReply::Outcome::refused) {
-        delivery.completion(Error{reply.description});
+    } else if (isOwner && !hasGone(reply)) {
+        delivery.completion(Error{std::string(serviceName) + ".Notify: " + reply.description});
     } else {
         retry(std::move(delivery));
         if (isOwner)
@@ -218,11 +202,10 @@ void DesktopNotifications::leaveWaitingToTerminal() {
 }
 
 // A call whose answer decides how to go on.
-void DesktopNotifications::ask(const GLibBusMethod& method, const GVariantPtr& arguments,
-                               ReplyHandler handler) {
+void DesktopNotifications::ask(BusMethod method, BusArguments arguments, ReplyHandler handler) {
     isAsking_ = true;
-    call(method, arguments,
-         [this, question = ++question_, handler = std::move(handler)](const GLibBusReply& reply) {
+    call(std::move(method), std::move(arguments),
+         [this, question = ++question_, handler = std::move(handler)](const BusReply& reply) {
              if (question == question_) {
                  isAsking_ = false;
                  handler(reply);
@@ -231,53 +214,22 @@ void DesktopNotifications::ask(const GLibBusMethod& method, const GVariantPtr& a
          });
 }
 
-void DesktopNotifications::call(const GLibBusMethod& method, const GVariantPtr& arguments,
-                                ReplyHandler handler) {
+void DesktopNotifications::call(BusMethod method, BusArguments arguments, ReplyHandler handler) {
     ++callsInFlight_;
-    bus_->call(method, arguments, queue_,
-               [this, handler = std::move(handler)](const GLibBusReply& reply) {
+    bus_->call(std::move(method), std::move(arguments), busDeadlineIn(patience), queue_,
+               [this, handler = std::move(handler)](const BusReply& reply) {
                    --callsInFlight_;
                    handler(reply);
                });
 }
 
 // Sent to the owner itself: another one may have other abilities and other numbers.
-GLibBusMethod DesktopNotifications::serviceMethod(std::string name, std::string replyType) const {
+BusMethod DesktopNotifications::serviceMethod(std::string name, std::string replyType) const {
     return {.destination = owner_,
             .path = servicePath,
             .interface = serviceName,
             .name = std::move(name),
             .replyType = std::move(replyType)};
-}
-
-void DesktopNotifications::hear(const GLibBusSignal& signal) {
-    if (signal.sender != owner_)
-        return;
-    guint32 number = 0;
-    const char* text = nullptr;
-    if (hasType(signal, "(us)")) {
-        g_variant_get(signal.arguments.get(), "(u&s)", &number, &text);
-        if (signal.name == "ActionInvoked")
-            answer(number, text);
-        if (signal.name == "ActivationToken")
-            activationOffer_ = {.notification = number, .token = text};
-    } else if (hasType(signal, "(uu)") && signal.name == "NotificationClosed") {
-        g_variant_get(signal.arguments.get(), "(uu)", &number, nullptr);
-        delivered_.close(number);
-    }
-}
-
-void DesktopNotifications::answer(std::uint32_t number, const std::string& actionKey) {
-    const auto* request = delivered_.find(number);
-    if (request == nullptr)
-        return;
-    const auto offer = std::exchange(activationOffer_, std::nullopt);
-    setActivationToken(offer && offer->notification == number ? offer->token : std::string());
-    const bool isDefault = actionKey == defaultActionKey;
-    answerHandler_(
-        {.actionIdentifier =
-             isDefault ? std::string(NotificationResponse::defaultActionIdentifier) : actionKey,
-         .request = *request});
 }
 
 } // namespace Platform

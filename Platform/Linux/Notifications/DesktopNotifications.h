@@ -1,8 +1,8 @@
 #pragma once
 
 #include "Platform/DispatchQueue.h"
-#include "Platform/Linux/Bus/SessionBus.h"
-#include "Platform/Linux/Notifications/DeliveredNotifications.h"
+#include "Platform/Linux/Bus/BusNames.h"
+#include "Platform/Linux/Notifications/NotificationAnswers.h"
 #include "Platform/Linux/Notifications/NotificationMessage.h"
 #include "Platform/UserNotificationCenter.h"
 
@@ -17,18 +17,17 @@
 
 namespace Platform {
 
-/// Has the session's notification service show notifications, and hears the user's answers
+/// Has the session's notification service show notifications, and takes the user's answers
 /// (freedesktop Desktop Notifications 1.2). The service is started where the bus can start it; it
 /// may vanish, come back and refuse at any time. Where the session has none, the terminal shows
 /// them. Lives as long as the process; everything here runs on the one serial queue given to it.
 class DesktopNotifications {
 public:
-    /// Told once what became of a request: nothing when it was shown, or a later one of its
+    /// Called once with what became of a request: nothing when it was shown, or a later one of its
     /// identifier took its place; why not, when the service refused it.
     using Completion = std::function<void(std::optional<Error> error)>;
-    using AnswerHandler = std::function<void(const NotificationResponse& response)>;
 
-    DesktopNotifications(DispatchQueue queue, AnswerHandler answerHandler);
+    DesktopNotifications(DispatchQueue queue, NotificationAnswers::Handler answerHandler);
 
     /// Requests of one identifier reach the service one after the other, so that each can replace
     /// the one before it.
@@ -44,45 +43,35 @@ private:
         bool wasRetried = false;
     };
 
-    struct ActivationOffer {
-        std::uint32_t notification;
-        std::string token;
-    };
-
-    using ReplyHandler = std::function<void(const GLibBusReply& reply)>;
+    using ReplyHandler = std::function<void(const BusReply& reply)>;
 
     void proceed();
     void connect();
-    void findOwner(std::function<void()> otherwise);
     void startService();
+    void findOwner();
     void setOwner(const std::string& owner);
     void askCapabilities();
     void sendWaiting();
     void send(Delivery delivery);
-    void endDelivery(Delivery& delivery, const std::string& owner, const GLibBusReply& reply);
+    void endDelivery(Delivery& delivery, const std::string& owner, const BusReply& reply);
     void retry(Delivery delivery);
     void leaveWaitingToTerminal();
 
-    void ask(const GLibBusMethod& method, const GVariantPtr& arguments, ReplyHandler handler);
-    void call(const GLibBusMethod& method, const GVariantPtr& arguments, ReplyHandler handler);
-    GLibBusMethod serviceMethod(std::string name, std::string replyType) const;
-
-    void hear(const GLibBusSignal& signal);
-    void answer(std::uint32_t number, const std::string& actionKey);
+    void ask(BusMethod method, BusArguments arguments, ReplyHandler handler);
+    void call(BusMethod method, BusArguments arguments, ReplyHandler handler);
+    BusMethod serviceMethod(std::string name, std::string replyType) const;
 
     const DispatchQueue queue_;
-    const AnswerHandler answerHandler_;
 
-    SessionBus* bus_ = nullptr; // null: none, or not connected yet
-    bool isConnected_ = false;  // or has learned that there is no bus
-    std::unique_ptr<GLibBusSubscription> ownerChanges_;
+    std::shared_ptr<BusConnection> bus_; // null: none, or not connected yet
+    bool isConnected_ = false;           // or has learned that there is no bus
+    std::unique_ptr<BusNameWatch> nameWatch_;
 
     std::string owner_; // the unique name behind the service's name; empty: none known
-    std::unique_ptr<GLibBusSubscription> ownerSignals_;
+    std::unique_ptr<BusSubscription> ownerSignals_;
     std::optional<NotificationCapabilities> capabilities_; // of the owner
     bool hasToldCapabilities_ = false; // false: they are assumed, for want of an answer
-    DeliveredNotifications delivered_; // to the owner
-    std::optional<ActivationOffer> activationOffer_;
+    NotificationAnswers answers_;      // to what the owner was given
 
     // One question at a time stands between what waits and the service. A new owner makes it stale.
     bool isAsking_ = false;

@@ -1,15 +1,18 @@
 #include "Platform/Linux/Notifications/NotificationMessage.h"
 
 #include "Platform/Bundle.h"
+#include "Platform/Linux/Bus/BusWriter.h"
+#include "Platform/Linux/Loops/GObjectPtr.h"
 
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace Platform {
 namespace {
 
-constexpr guchar normalUrgency = 1;
-constexpr gint32 lifetimeOfTheServicesChoice = -1;
+constexpr std::uint8_t normalUrgency = 1;
+constexpr std::int32_t lifetimeOfTheServicesChoice = -1;
 
 // The bus disconnects whoever sends it anything else.
 std::string validText(const std::string& bytes) {
@@ -44,56 +47,76 @@ std::string bodyOf(const NotificationContent& content, const NotificationCapabil
     return service.bodyMarkup ? escapeMarkup(body) : body;
 }
 
-GVariant* actionList(const std::vector<NotificationAction>& actions,
-                     const NotificationCapabilities& service) {
-    GVariantBuilder list;
-    g_variant_builder_init(&list, G_VARIANT_TYPE("as"));
-    if (service.actions) {
-        g_variant_builder_add(&list, "s", defaultActionKey);
-        g_variant_builder_add(&list, "s", "");
-        for (const auto& action : actions) {
-            g_variant_builder_add(&list, "s", validText(action.identifier).c_str());
-            g_variant_builder_add(&list, "s", validText(action.title).c_str());
-        }
-    }
-    return g_variant_builder_end(&list);
+// A category that is not the standard's own begins with "x-" and its vendor's name; that is the
+// second part of an identifier such as "com.example.Program".
+std::string categoryHint(const std::string& category) {
+    const auto identifier = Bundle::main().text("CFBundleIdentifier");
+    const auto vendor = identifier.substr(identifier.find('.') + 1);
+    return "x-" + validText(vendor.substr(0, vendor.find('.')) + "." + category);
 }
 
-GVariant* hints() {
-    GVariantBuilder table;
-    g_variant_builder_init(&table, G_VARIANT_TYPE("a{sv}"));
-    g_variant_builder_add(
-        &table, "{sv}", "desktop-entry",
-        g_variant_new_string(validText(Bundle::main().text("CFBundleIdentifier")).c_str()));
-    g_variant_builder_add(&table, "{sv}", "category", g_variant_new_string("x-tarnwell.job"));
-    g_variant_builder_add(&table, "{sv}", "urgency", g_variant_new_byte(normalUrgency));
-    return g_variant_builder_end(&table);
+/// Keys and titles, one after the other.
+std::vector<std::string> actionList(const std::vector<NotificationAction>& actions,
+                                    const NotificationCapabilities& service) {
+    if (!service.actions)
+        return {};
+    std::vector<std::string> list = {defaultActionKey, ""};
+    for (const auto& action : actions) {
+        list.push_back(validText(action.identifier));
+        list.push_back(validText(action.title));
+    }
+    return list;
+}
+
+/// All the texts of a call.
+struct Message {
+    std::string application = validText(Bundle::main().text("CFBundleName"));
+    std::string title;
+    std::string body;
+    std::vector<std::string> actions;
+    std::string desktopEntry = validText(Bundle::main().text("CFBundleIdentifier"));
+    std::string category; ///< empty: none
+};
+
+void writeHints(const Message& message, BusWriter& writer) {
+    writer.array("{sv}", [&] {
+        writer.entry("desktop-entry", "s", [&] { writer.add(message.desktopEntry); });
+        if (!message.category.empty())
+            writer.entry("category", "s", [&] { writer.add(message.category); });
+        writer.entry("urgency", "y", [&] { writer.add(normalUrgency); });
+    });
 }
 
 } // namespace
 
-NotificationCapabilities NotificationCapabilities::read(GVariant* answer) {
-    const GVariantPtr list(g_variant_get_child_value(answer, 0));
+NotificationCapabilities NotificationCapabilities::read(const PropertyList::Array& answer) {
     NotificationCapabilities capabilities;
-    for (gsize index = 0; index < g_variant_n_children(list.get()); ++index) {
-        const GVariantPtr item(g_variant_get_child_value(list.get(), index));
-        const std::string_view name = g_variant_get_string(item.get(), nullptr);
-        capabilities.actions |= name == "actions";
-        capabilities.bodyMarkup |= name == "body-markup";
+    for (const auto& name : *answer[0].get<PropertyList::Array>()) {
+        capabilities.actions |= name == PropertyList(std::string("actions"));
+        capabilities.bodyMarkup |= name == PropertyList(std::string("body-markup"));
     }
     return capabilities;
 }
 
-GVariantPtr makeNotifyArguments(const NotificationRequest& request,
-                                const std::vector<NotificationAction>& actions,
-                                const NotificationCapabilities& capabilities,
-                                std::uint32_t replaced) {
-    const auto noIcon = "";
-    return takeVariant(
-        g_variant_new("(susss@as@a{sv}i)", validText(Bundle::main().text("CFBundleName")).c_str(),
-                      replaced, noIcon, validText(request.content.title).c_str(),
-                      bodyOf(request.content, capabilities).c_str(),
-                      actionList(actions, capabilities), hints(), lifetimeOfTheServicesChoice));
+BusArguments makeNotifyArguments(const NotificationRequest& request,
+                                 const std::vector<NotificationAction>& actions,
+                                 const NotificationCapabilities& capabilities,
+                                 std::uint32_t replaced) {
+    const auto& category = request.content.categoryIdentifier;
+    Message message{.title = validText(request.content.title),
+                    .body = bodyOf(request.content, capabilities),
+                    .actions = actionList(actions, capabilities),
+                    .category = category.empty() ? "" : categoryHint(category)};
+    return [message = std::move(message), replaced](BusWriter& writer) {
+        const auto noIcon = "";
+        writer.add(message.application).add(replaced).add(noIcon).add(message.title);
+        writer.add(message.body).array("s", [&] {
+            for (const auto& text : message.actions)
+                writer.add(text);
+        });
+        writeHints(message, writer);
+        writer.add(lifetimeOfTheServicesChoice);
+    };
 }
 
 } // namespace Platform

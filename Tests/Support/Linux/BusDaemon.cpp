@@ -13,7 +13,11 @@ std::string configuration(const std::filesystem::path& folder) {
            "<busconfig><type>session</type><listen>unix:path=" +
            (folder / "bus").string() + "</listen><servicedir>" + (folder / "services").string() +
            "</servicedir><policy context=\"default\"><allow send_destination=\"*\"/>"
-           "<allow eavesdrop=\"true\"/><allow own=\"*\"/></policy></busconfig>\n";
+           "<allow eavesdrop=\"true\"/><allow own=\"*\"/></policy>"
+           // Those of a session's bus, as the reference implementation is installed.
+           "<limit name=\"max_incoming_bytes\">1000000000</limit>"
+           "<limit name=\"max_outgoing_bytes\">1000000000</limit>"
+           "<limit name=\"max_message_size\">1000000000</limit></busconfig>\n";
 }
 
 } // namespace

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "Platform/Linux/Bus/BusMessage.h"
+#include "Platform/Linux/Notifications/DeliveredNotifications.h"
+#include "Platform/UserNotificationCenter.h"
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+
+namespace Platform {
+
+/// What becomes of notifications after one service has shown them: the user answers, or closes
+/// them. For one serial queue.
+class NotificationAnswers {
+public:
+    using Handler = std::function<void(const NotificationResponse& response)>;
+
+    explicit NotificationAnswers(Handler handler);
+
+    /// What the service has taken; its numbers mean nothing to the next one.
+    DeliveredNotifications& delivered() { return delivered_; }
+
+    /// Takes a signal of the service.
+    void receive(const BusSignal& signal);
+
+    /// The service has gone.
+    void clear();
+
+private:
+    struct ActivationOffer {
+        std::uint32_t notification;
+        std::string token;
+    };
+
+    void answer(std::uint32_t number, const std::string& actionKey);
+
+    const Handler handler_;
+    DeliveredNotifications delivered_;
+    std::optional<ActivationOffer> activationOffer_; // comes before the answer that it is for
+};
+
+} // namespace Platform

@@ -1,11 +1,12 @@
 #include "Platform/Linux/Desktop/AccessibilityBus.h"
 
-#include "Platform/Linux/Bus/SessionBus.h"
+#include "Platform/Linux/Bus/BusAddress.h"
+#include "Platform/Linux/Bus/BusNames.h"
+#include "Platform/Linux/Bus/BusWriter.h"
+#include "Platform/Linux/Bus/SharedBus.h"
 
-#include <gio/gio.h>
-
-#include <algorithm>
 #include <functional>
+#include <future>
 #include <memory>
 #include <string>
 #include <utility>
@@ -13,38 +14,10 @@
 namespace Platform::AccessibilityBus {
 namespace {
 
-template <auto release>
-struct Release {
-    void operator()(auto* handle) const { release(handle); }
-};
-
-using Connection = std::unique_ptr<GDBusConnection, Release<g_object_unref>>;
-using Variant = std::unique_ptr<GVariant, Release<g_variant_unref>>;
-using Cancellable = std::unique_ptr<GCancellable, Release<g_object_unref>>;
-using MainContext = std::unique_ptr<GMainContext, Release<g_main_context_unref>>;
+using Outcome = BusReply::Outcome;
 
 constexpr auto accessibleInterface = "org.a11y.atspi.Accessible";
 constexpr auto rootPath = "/org/a11y/atspi/accessible/root";
-
-// No bus and no application is started to be asked what it shows.
-constexpr auto callFlags = G_DBUS_CALL_FLAGS_NO_AUTO_START;
-
-class Deadline {
-public:
-    explicit Deadline(std::chrono::milliseconds patience)
-        : end_(Clock::now() + patience) {}
-
-    /// For a call of D-Bus, which takes 0 and less for something else.
-    int millisecondsLeft() const {
-        const auto left = std::chrono::ceil<std::chrono::milliseconds>(end_ - Clock::now());
-        return static_cast<int>(std::max<std::int64_t>(left.count(), 1));
-    }
-
-private:
-    using Clock = std::chrono::steady_clock;
-
-    Clock::time_point end_;
-};
 
 /// An object of an application on the bus.
 struct Accessible {
@@ -52,175 +25,144 @@ struct Accessible {
     std::string path;
 };
 
-struct Method {
-    const char* interface;
-    const char* name;
-};
-
-/// The values that the method returns; null when it failed or returned others than `type`.
-Variant call(const Connection& connection, const Accessible& object, Method method,
-             GVariant* arguments, const char* type, const Deadline& deadline) {
-    return Variant(g_dbus_connection_call_sync(connection.get(), object.busName.c_str(),
-                                               object.path.c_str(), method.interface, method.name,
-                                               arguments, G_VARIANT_TYPE(type), callFlags,
-                                               deadline.millisecondsLeft(), nullptr, nullptr));
+// No bus and no application is started to be asked what it shows.
+BusMethod methodOf(const Accessible& object, std::string name, std::string replyType) {
+    return {.destination = object.busName,
+            .path = object.path,
+            .interface = accessibleInterface,
+            .name = std::move(name),
+            .replyType = std::move(replyType)};
 }
 
-Connection connect(const Deadline& deadline) {
-    if (!sessionHasBus())
-        return nullptr;
-    const Connection session(g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr));
+std::string findAddress(BusDeadline deadline) {
+    const auto session = SharedBus::session().connectAndWait(deadline);
     if (!session)
-        return nullptr;
-    g_dbus_connection_set_exit_on_close(session.get(), FALSE);
-    const auto reply =
-        call(session, {.busName = "org.a11y.Bus", .path = "/org/a11y/bus"},
-             {.interface = "org.a11y.Bus", .name = "GetAddress"}, nullptr, "(s)", deadline);
-    if (!reply)
-        return nullptr;
-    const char* address = nullptr;
-    g_variant_get(reply.get(), "(&s)", &address);
-    // A set of flags, which clang's analyzer does not see in this enumeration.
-    // NOLINTBEGIN(clang-analyzer-optin.core.EnumCastOutOfRange)
-    constexpr auto flags =
-        static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
-                                          G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION);
-    // NOLINTEND(clang-analyzer-optin.core.EnumCastOutOfRange)
-    return Connection(
-        g_dbus_connection_new_for_address_sync(address, flags, nullptr, nullptr, nullptr));
+        return {};
+    const auto reply = session->callAndWait({.destination = "org.a11y.Bus",
+                                             .path = "/org/a11y/bus",
+                                             .interface = "org.a11y.Bus",
+                                             .name = "GetAddress",
+                                             .replyType = "s"},
+                                            {}, deadline);
+    return reply.outcome == Outcome::answered ? *reply.values[0].get<std::string>() : "";
+}
+
+std::shared_ptr<BusConnection> connect(BusDeadline deadline) {
+    const auto promise = std::make_shared<std::promise<std::shared_ptr<BusConnection>>>();
+    auto connection = promise->get_future();
+    BusConnection::connect(
+        findAddress(deadline), BusConnection::Peer::bus, deadline,
+        [promise](auto made) { promise->set_value(made ? std::move(*made) : nullptr); });
+    return connection.get();
 }
 
 /// Asks all applications at once, so that one that hangs does not keep the others from answering.
-class FrameSearch {
+/// Goes on from answer to answer on the buses' thread, and keeps itself until the last has come.
+class FrameSearch : public std::enable_shared_from_this<FrameSearch> {
 public:
-    FrameSearch(const Connection& connection, const Deadline& deadline)
-        : connection_(connection)
+    FrameSearch(std::shared_ptr<BusConnection> connection, BusDeadline deadline)
+        : connection_(std::move(connection))
         , deadline_(deadline) {}
 
-    /// The application's root object.
+    /// The application's root object. Waits: every question ends, by the deadline at the latest.
     std::optional<Accessible> run() {
-        g_main_context_push_thread_default(context_.get());
         askForChildren({.busName = "org.a11y.atspi.Registry", .path = rootPath},
                        [this](const Accessible& application) { askForFrames(application); });
-        while (pending_ > 0) // every call ends, by its deadline at the latest
-            g_main_context_iteration(context_.get(), TRUE);
-        g_main_context_pop_thread_default(context_.get());
-        return found_;
+        return found_.get_future().get();
     }
 
 private:
-    using Receiver = std::function<void(GVariant* values)>;
+    using Receiver = std::function<void(const PropertyList::Array& values)>;
 
     // Far more than any desktop shows; a bus that claims more is not worth its time.
     static constexpr int mostCalls = 1000;
-    static constexpr guint32 activeState = 1U << 1U; // ATSPI_STATE_ACTIVE
+    static constexpr std::uint64_t activeState = 1U << 1U; // ATSPI_STATE_ACTIVE
 
     void askForFrames(const Accessible& application) {
         askForChildren(application, [this, application](const Accessible& frame) {
-            ask(frame, "GetState", "(au)", [this, application](GVariant* values) {
-                const Variant states(g_variant_get_child_value(values, 0));
-                guint32 first = 0;
-                if (g_variant_n_children(states.get()) > 0)
-                    g_variant_get_child(states.get(), 0, "u", &first);
-                if ((first & activeState) != 0)
-                    finish(application);
-            });
+            ask(methodOf(frame, "GetState", "au"),
+                [this, application](const PropertyList::Array& values) {
+                    const auto& states = *values[0].get<PropertyList::Array>();
+                    const auto* const first =
+                        states.empty() ? nullptr : states[0].get<std::int64_t>();
+                    if (first != nullptr && (static_cast<std::uint64_t>(*first) & activeState) != 0)
+                        finish(application);
+                });
         });
     }
 
     void askForChildren(const Accessible& object,
                         std::function<void(const Accessible& child)> receiver) {
-        ask(object, "GetChildren", "(a(so))", [receiver = std::move(receiver)](GVariant* values) {
-            const Variant children(g_variant_get_child_value(values, 0));
-            for (gsize index = 0; index < g_variant_n_children(children.get()); ++index) {
-                const char* busName = nullptr;
-                const char* path = nullptr;
-                g_variant_get_child(children.get(), index, "(&s&o)", &busName, &path);
-                receiver({.busName = busName, .path = path});
-            }
-        });
+        ask(methodOf(object, "GetChildren", "a(so)"),
+            [receiver = std::move(receiver)](const PropertyList::Array& values) {
+                for (const auto& child : *values[0].get<PropertyList::Array>()) {
+                    const auto& place = *child.get<PropertyList::Array>();
+                    receiver({.busName = *place[0].get<std::string>(),
+                              .path = *place[1].get<std::string>()});
+                }
+            });
     }
 
-    void ask(const Accessible& object, const char* method, const char* type, Receiver receiver) {
-        if (found_ || ++calls_ > mostCalls || g_dbus_is_name(object.busName.c_str()) == FALSE)
+    void ask(BusMethod method, Receiver receiver) {
+        if (isFinished_ || ++calls_ > mostCalls)
             return;
         ++pending_;
-        auto question =
-            std::make_unique<Question>(Question{.search = *this, .receiver = std::move(receiver)});
-        g_dbus_connection_call(connection_.get(), object.busName.c_str(), object.path.c_str(),
-                               accessibleInterface, method, nullptr, G_VARIANT_TYPE(type),
-                               callFlags, deadline_.millisecondsLeft(), cancellable_.get(),
-                               &Question::end, question.release());
+        connection_->call(
+            std::move(method), {}, deadline_,
+            [self = shared_from_this(), receiver = std::move(receiver)](const BusReply& reply) {
+                if (reply.outcome == Outcome::answered && !self->isFinished_)
+                    receiver(reply.values);
+                if (--self->pending_ == 0)
+                    self->finish(std::nullopt);
+            });
     }
 
-    void finish(const Accessible& application) {
-        found_ = application;
-        g_cancellable_cancel(cancellable_.get());
+    void finish(std::optional<Accessible> application) {
+        if (!std::exchange(isFinished_, true))
+            found_.set_value(std::move(application));
     }
 
-    struct Question {
-        FrameSearch& search;
-        Receiver receiver;
-
-        static void end(GObject* connection, GAsyncResult* result, gpointer data) noexcept {
-            const std::unique_ptr<Question> question(static_cast<Question*>(data));
-            --question->search.pending_;
-            const Variant values(
-                g_dbus_connection_call_finish(G_DBUS_CONNECTION(connection), result, nullptr));
-            if (values && !question->search.found_)
-                question->receiver(values.get());
-        }
-    };
-
-    const Connection& connection_;
-    const Deadline& deadline_;
-    const MainContext context_{g_main_context_new()};
-    const Cancellable cancellable_{g_cancellable_new()};
-    std::optional<Accessible> found_;
+    const std::shared_ptr<BusConnection> connection_;
+    const BusDeadline deadline_;
+    std::promise<std::optional<Accessible>> found_;
+    bool isFinished_ = false;
     int pending_ = 0;
     int calls_ = 0;
 };
 
-std::string nameOf(const Connection& connection, const Accessible& application,
-                   const Deadline& deadline) {
-    const auto reply = call(connection, application,
-                            {.interface = "org.freedesktop.DBus.Properties", .name = "Get"},
-                            g_variant_new("(ss)", accessibleInterface, "Name"), "(v)", deadline);
-    if (!reply)
-        return {};
-    GVariant* value = nullptr;
-    g_variant_get(reply.get(), "(v)", &value);
-    const Variant name(value);
-    if (g_variant_is_of_type(name.get(), G_VARIANT_TYPE_STRING) == FALSE)
-        return {};
-    return g_variant_get_string(name.get(), nullptr);
+std::string nameOf(BusConnection& connection, const Accessible& application, BusDeadline deadline) {
+    const auto reply = connection.callAndWait({.destination = application.busName,
+                                               .path = application.path,
+                                               .interface = "org.freedesktop.DBus.Properties",
+                                               .name = "Get",
+                                               .replyType = "v"},
+                                              busArguments(accessibleInterface, "Name"), deadline);
+    const auto* const name =
+        reply.outcome == Outcome::answered ? reply.values[0].get<std::string>() : nullptr;
+    return name != nullptr ? *name : "";
 }
 
-pid_t processOf(const Connection& connection, const Accessible& application,
-                const Deadline& deadline) {
-    const auto reply =
-        call(connection, {.busName = "org.freedesktop.DBus", .path = "/org/freedesktop/DBus"},
-             {.interface = "org.freedesktop.DBus", .name = "GetConnectionUnixProcessID"},
-             g_variant_new("(s)", application.busName.c_str()), "(u)", deadline);
-    guint32 process = 0;
-    if (reply)
-        g_variant_get(reply.get(), "(u)", &process);
-    return static_cast<pid_t>(process);
+pid_t processOf(BusConnection& connection, const Accessible& application, BusDeadline deadline) {
+    const auto reply = connection.callAndWait(busDriverMethod("GetConnectionUnixProcessID", "u"),
+                                              busArguments(application.busName), deadline);
+    return reply.outcome == Outcome::answered
+               ? static_cast<pid_t>(*reply.values[0].get<std::int64_t>())
+               : 0;
 }
 
 } // namespace
 
 std::optional<FrontWindow> activeFrame(std::chrono::milliseconds patience) {
-    const Deadline deadline(patience);
+    const auto deadline = busDeadlineIn(patience);
     const auto connection = connect(deadline);
     if (!connection)
         return std::nullopt;
-    const auto application = FrameSearch(connection, deadline).run();
+    const auto application = std::make_shared<FrameSearch>(connection, deadline)->run();
     if (!application)
         return std::nullopt;
     return FrontWindow{.instanceName = {},
-                       .className = nameOf(connection, *application, deadline),
-                       .process = processOf(connection, *application, deadline)};
+                       .className = nameOf(*connection, *application, deadline),
+                       .process = processOf(*connection, *application, deadline)};
 }
 
 } // namespace Platform::AccessibilityBus

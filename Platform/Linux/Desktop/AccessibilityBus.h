@@ -6,7 +6,7 @@
 #include <optional>
 
 /// The session's accessibility bus (AT-SPI 2), on which applications describe their windows. The
-/// one place where a Wayland session tells other programs which window is in front.
+/// one place where a Wayland session shows other programs which window is in front.
 namespace Platform::AccessibilityBus {
 
 /// The application that holds the active frame. Absent when none does, no such bus runs (it is

@@ -16,14 +16,12 @@ using Name = Appearance::Name;
 constexpr auto group = "org.freedesktop.appearance";
 constexpr auto key = "color-scheme";
 
-Name appearanceOf(const GVariantPtr& value) {
-    constexpr guint32 prefersDark = 1; // 2 stands for light, 0 for no preference
-    const bool isDark = g_variant_is_of_type(value.get(), G_VARIANT_TYPE_UINT32) != FALSE &&
-                        g_variant_get_uint32(value.get()) == prefersDark;
-    return isDark ? Name::darkAqua : Name::aqua;
+Name appearanceOf(const PropertyList& value) {
+    constexpr std::int64_t prefersDark = 1; // 2 stands for light, 0 for no preference
+    return value == PropertyList(prefersDark) ? Name::darkAqua : Name::aqua;
 }
 
-/// The desktop's colour scheme, as its portal tells it.
+/// The desktop's colour scheme, as its portal has it.
 class ColorScheme {
 public:
     static ColorScheme& shared() {
@@ -31,13 +29,13 @@ public:
         return scheme.get();
     }
 
-    // It listens before it asks: nobody tells again of a change that came in between.
+    // It listens before it asks: nobody reports again a change that came in between.
     ColorScheme()
         : settings_(std::chrono::milliseconds(250))
         , changes_(settings_.observe(
-              group, key, [this](const GVariantPtr& value) { become(appearanceOf(value)); })) {
+              group, key, [this](const PropertyList& value) { become(appearanceOf(value)); })) {
         if (const auto value = settings_.read(group, key))
-            appearance_ = appearanceOf(value);
+            appearance_ = appearanceOf(*value);
     }
 
     /// Callable on any thread.
@@ -55,7 +53,7 @@ private:
     std::atomic<Name> appearance_ = Name::aqua;
     ObserverList observers_; // main thread
     DesktopSettings settings_;
-    const std::unique_ptr<GLibBusSubscription> changes_;
+    const std::unique_ptr<BusSubscription> changes_;
 };
 
 } // namespace

@@ -100,9 +100,8 @@ bool isFixedPitch(const FcPattern* font) {
 std::string readMonospaceSetting() {
     DesktopSettings settings(std::chrono::milliseconds(250));
     const auto value = settings.read("org.gnome.desktop.interface", "monospace-font-name");
-    if (!value || g_variant_is_of_type(value.get(), G_VARIANT_TYPE_STRING) == FALSE)
-        return {};
-    return g_variant_get_string(value.get(), nullptr);
+    const auto* const text = value ? value->get<std::string>() : nullptr;
+    return text != nullptr ? *text : "";
 }
 
 } // namespace

@@ -1,9 +1,16 @@
 #include "Platform/ProcessActivity.h"
 
 #include "Platform/Bundle.h"
-#include "Platform/Linux/Bus/SystemBus.h"
+#include "Platform/Linux/Bus/BusAddress.h"
+#include "Platform/Linux/Bus/BusWriter.h"
+#include "Platform/Linux/Bus/SharedBus.h"
+#include "Platform/Linux/Loops/GStringPtr.h"
+#include "Platform/Mutex.h"
+#include "Platform/NeverDestroyed.h"
 
+#include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 
 namespace Platform {
@@ -28,19 +35,62 @@ std::string inhibited(Options options) {
     return what;
 }
 
-/// org.freedesktop.login1(5): what is inhibited stays so until the file is closed.
-std::optional<FileHandle> inhibit(const std::string& what, std::string_view why) {
-    const GStringPtr reason(g_utf8_make_valid(why.data(), static_cast<gssize>(why.size())));
-    const auto arguments = takeVariant(g_variant_new("(ssss)", what.c_str(),
-                                                     Bundle::main().text("CFBundleName").c_str(),
-                                                     reason.get(), "block"));
-    return SystemBus::shared().openFile({.destination = "org.freedesktop.login1",
-                                         .path = "/org/freedesktop/login1",
-                                         .interface = "org.freedesktop.login1.Manager",
-                                         .name = "Inhibit",
-                                         .replyType = "(h)"},
-                                        arguments, patience);
-}
+/// The login manager, as org.freedesktop.login1(5) describes it. Callable on any thread.
+class LoginManager {
+public:
+    static LoginManager& shared() {
+        static const NeverDestroyed<LoginManager> manager;
+        return manager.get();
+    }
+
+    /// What is inhibited stays so until the file is closed. Absent when there is no bus or no
+    /// manager, when it refuses, and when it does not answer in time; then it is not asked again
+    /// for a minute, so that many calls do not pay for the same silence.
+    std::optional<FileHandle> inhibit(const std::string& what, std::string_view why) {
+        if (isResting())
+            return std::nullopt;
+        const auto deadline = busDeadlineIn(patience);
+        auto file = ask(what, why, deadline);
+        if (!file && BusClock::now() >= deadline)
+            rest();
+        return file;
+    }
+
+private:
+    static std::optional<FileHandle> ask(const std::string& what, std::string_view why,
+                                         BusDeadline deadline) {
+        const auto bus = SharedBus::system().connectAndWait(deadline);
+        if (!bus)
+            return std::nullopt;
+        const GStringPtr reason(g_utf8_make_valid(why.data(), static_cast<gssize>(why.size())));
+        const auto reply = bus->callAndWait({.destination = "org.freedesktop.login1",
+                                             .path = "/org/freedesktop/login1",
+                                             .interface = "org.freedesktop.login1.Manager",
+                                             .name = "Inhibit",
+                                             .replyType = "h"},
+                                            busArguments(what, Bundle::main().text("CFBundleName"),
+                                                         std::string(reason.get()), "block"),
+                                            deadline);
+        if (reply.outcome != BusReply::Outcome::answered)
+            return std::nullopt;
+        return std::move(*reply.file);
+    }
+
+    bool isResting() {
+        const MutexLock lock(mutex_);
+        return systemBusAddress() == silentBus_ && BusClock::now() < restsUntil_;
+    }
+
+    void rest() {
+        const MutexLock lock(mutex_);
+        silentBus_ = systemBusAddress();
+        restsUntil_ = BusClock::now() + std::chrono::minutes(1);
+    }
+
+    Mutex mutex_;
+    std::string silentBus_ CORBEL_GUARDED_BY(mutex_); // where nobody answered
+    BusDeadline restsUntil_ CORBEL_GUARDED_BY(mutex_);
+};
 
 } // namespace
 
@@ -55,7 +105,7 @@ private:
 
 ProcessActivity ProcessActivity::begin(Options options, std::string_view reason) {
     const auto what = inhibited(options);
-    auto inhibitor = what.empty() ? std::nullopt : inhibit(what, reason);
+    auto inhibitor = what.empty() ? std::nullopt : LoginManager::shared().inhibit(what, reason);
     return ProcessActivity(inhibitor ? std::make_unique<Impl>(std::move(*inhibitor)) : nullptr);
 }
 

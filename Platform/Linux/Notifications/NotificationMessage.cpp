@@ -2,7 +2,7 @@
 
 #include "Platform/Bundle.h"
 #include "Platform/Linux/Bus/BusWriter.h"
-#include "Platform/Linux/Loops/GObjectPtr.h"
+#include "Platform/Linux/Loops/GStringPtr.h"
 
 #include <string>
 #include <string_view>

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Tests/Support/Linux/NotificationService.h"
 #include "Tests/Support/Testing.h"
 #include "Tools/AgentTrial.h"
 
@@ -18,6 +19,22 @@ protected:
         const auto line = trial.nextLine();
         ASSERT_TRUE(line) << "nothing was printed, expected " << end;
         EXPECT_THAT(line->text, testing::EndsWith(end));
+    }
+
+    /// What the service is asked to show next.
+    static TestSupport::NotifyCall next(TestSupport::NotificationService& service) {
+        const auto call = service.next();
+        EXPECT_TRUE(call) << "no notification";
+        return call.value_or(TestSupport::NotifyCall());
+    }
+
+    /// What the service is asked to show once the file was saved.
+    TestSupport::NotifyCall shown(TestSupport::NotificationService& service,
+                                  const std::string& name) {
+        save(name);
+        auto call = next(service);
+        EXPECT_THAT(call.body, testing::EndsWith(name));
+        return call;
     }
 
     /// Proves that nothing was said of what came before: a further change is the next thing said.

@@ -1,40 +1,31 @@
 // What the user's answers to a notification lead to, through a real bus and the installed main
 // application.
 
+#include "Tests/EndToEnd/AgentTest.h"
 #include "Tests/Support/Linux/BusDaemon.h"
-#include "Tests/Support/Linux/ChildProcess.h"
 #include "Tests/Support/Linux/MainApplication.h"
-#include "Tests/Support/Linux/NotificationService.h"
-#include "Tests/Support/WaitUntil.h"
-#include "Tools/AgentTrial.h"
 
-#include <gmock/gmock.h>
+using namespace TestSupport;
+using testing::HasSubstr;
 
 namespace {
 
-using ::testing::HasSubstr;
-using TestSupport::BusDaemon;
-using TestSupport::ChildProcess;
-using TestSupport::contentOf;
-using TestSupport::NotificationService;
-namespace fs = std::filesystem;
-
 /// An agent on a bus with a notification service, in a home where the main application is
 /// installed: each of its starts is a line in a file.
-class Answer : public ::testing::Test {
+class Answer : public AgentTest {
 protected:
     void installApplication(const std::string& extraOfEntry = "") const {
-        TestSupport::writeFile(program,
-                               "#!/bin/sh\n"
-                               "{ echo \"$# arguments: $1;\""
-                               " \"$XDG_ACTIVATION_TOKEN, $DESKTOP_STARTUP_ID;\""
-                               " \"$NOTIFY_SOCKET\"\n"
-                               "  ls /proc/$$/fd >\"$0.fd\"\n" // a pipe would be seen
-                               "  grep '^[3-9]$' \"$0.fd\"\n"
-                               "  grep SigIgn /proc/$$/status | tail -c 8; } >>\"$0.starts\"\n");
+        writeFile(program,
+                  "#!/bin/sh\n"
+                  "{ echo \"$# arguments: $1;\""
+                  " \"$XDG_ACTIVATION_TOKEN, $DESKTOP_STARTUP_ID;\""
+                  " \"$NOTIFY_SOCKET\"\n"
+                  "  ls /proc/$$/fd >\"$0.fd\"\n" // a pipe would be seen
+                  "  grep '^[3-9]$' \"$0.fd\"\n"
+                  "  grep SigIgn /proc/$$/status | tail -c 8; } >>\"$0.starts\"\n");
         fs::permissions(program, fs::perms::owner_all);
-        TestSupport::installMainApplication(
-            trial.home(), "Name=Vesper Pro\nExec=" + program.string() + " %u\n" + extraOfEntry);
+        installMainApplication(trial.home(), "Name=Vesper Pro\nExec=" + program.string() + " %u\n" +
+                                                 extraOfEntry);
     }
 
     void start(const BusDaemon& session) {
@@ -44,28 +35,18 @@ protected:
         ASSERT_TRUE(trial.start());
     }
 
-    // What the service is asked to show once the file was saved.
-    TestSupport::NotifyCall shown(NotificationService& service, const fs::path& file) const {
-        trial.save(file, file.string());
-        const auto call = service.next();
-        EXPECT_TRUE(call) << "no notification of " << file;
-        return call.value_or(TestSupport::NotifyCall());
-    }
-
-    static std::string link(const fs::path& file) {
-        const ChildProcess encoder(
-            {"sh", "-c", "printf %s \"$0\" | base64 --wrap=0", file.string()});
+    std::string link(const std::string& name) const {
+        const ChildProcess encoder({"sh", "-c", "printf %s \"$0\" | base64 --wrap=0", job(name)});
         return "vesperpro10joburl://" + encoder.readAll();
     }
 
     std::string starts() const { return contentOf(program.string() + ".starts"); }
 
     void expectStarts(const std::string& lines) const {
-        TestSupport::waitUntil([&] { return starts().size() >= lines.size(); });
+        waitUntil([&] { return starts().size() >= lines.size(); });
         EXPECT_EQ(starts(), lines);
     }
 
-    Tools::AgentTrial trial{CORBEL_AGENT};
     const fs::path program = trial.home() / "application";
     const fs::path log = trial.home() / "system.log";
 };
@@ -78,34 +59,32 @@ TEST_F(Answer, ShowOpensTheJobOrTheApplicationAndAnyOtherAnswerNothing) {
     start(bus);
     const std::string noDescriptorNoSignal = "\n0000000\n";
 
-    const auto job = trial.userAgents() / "\u00FF~~~???.plist"; // a "+" and a "/" in the link
-    const auto added = shown(service, job);
+    const std::string name = "\u00FF~~~???.plist"; // a "+" and a "/" in the link
+    const auto added = shown(service, name);
     stranger.emitActionInvoked(added.number, "ShowAction");
     service.emitActionInvoked(added.number + 1000, "ShowAction");
     service.emitActivationToken(added.number + 1000, "token of another");
     service.emitActionInvoked(added.number, "default");
-    EXPECT_TRUE(TestSupport::waitUntil([&] { return !contentOf(log).empty(); }));
+    EXPECT_TRUE(waitUntil([&] { return !contentOf(log).empty(); }));
     service.emitActivationToken(added.number, "token-1");
     service.emitActionInvoked(added.number, "ShowAction");
-    const auto start = "1 arguments: " + link(job) + "; token-1, token-1; " + noDescriptorNoSignal;
+    const auto start = "1 arguments: " + link(name) + "; token-1, token-1; " + noDescriptorNoSignal;
     expectStarts(start);
 
-    fs::remove(job);
-    const auto deleted = service.next();
-    ASSERT_TRUE(deleted);
-    service.emitNotificationClosed(deleted->number, 2); // the answer comes after all
-    service.emitActionInvoked(deleted->number, "ShowAction");
+    fs::remove(job(name));
+    const auto deleted = next(service);
+    service.emitNotificationClosed(deleted.number, 2); // the answer comes after all
+    service.emitActionInvoked(deleted.number, "ShowAction");
     expectStarts(start + "0 arguments: ; , ; " + noDescriptorNoSignal);
     EXPECT_EQ(contentOf(log), "vesper-pro-agent: Unknown action\n");
 
     service.vanish();
     service.comeBack({"actions"});
     service.emitActionInvoked(added.number, "ShowAction"); // the number of another owner's
-    const auto next = trial.userAgents() / "next.plist";
-    service.emitActionInvoked(shown(service, next).number, "ShowAction");
-    TestSupport::waitUntil([&] { return starts().find(link(next)) != std::string::npos; });
-    EXPECT_EQ(starts().find(link(job), start.size()), std::string::npos);
-    EXPECT_NE(starts().find(link(next)), std::string::npos);
+    service.emitActionInvoked(shown(service, "next.plist").number, "ShowAction");
+    waitUntil([&] { return starts().find(link("next.plist")) != std::string::npos; });
+    EXPECT_EQ(starts().find(link(name), start.size()), std::string::npos);
+    EXPECT_NE(starts().find(link("next.plist")), std::string::npos);
 }
 
 TEST_F(Answer, AsksTheBusForAnApplicationThatWantsIt) {
@@ -124,12 +103,11 @@ TEST_F(Answer, AsksTheBusForAnApplicationThatWantsIt) {
     installApplication("DBusActivatable=true\nStartupNotify=true\n");
     start(bus);
 
-    const auto job = trial.userAgents() / "x.plist";
-    const auto added = shown(service, job);
+    const auto added = shown(service, "x.plist");
     service.emitActivationToken(added.number, "token-1");
     service.emitActionInvoked(added.number, "ShowAction");
     EXPECT_THAT(skipTo("method call"), HasSubstr("member=Open"));
-    EXPECT_THAT(skipTo("vesperpro10joburl"), HasSubstr("\"" + link(job) + "\""));
+    EXPECT_THAT(skipTo("vesperpro10joburl"), HasSubstr("\"" + link("x.plist") + "\""));
     EXPECT_THAT(skipTo("token-1"), HasSubstr("\"token-1\""));
     EXPECT_EQ(starts(), "");
 }

@@ -1,14 +1,10 @@
 #pragma once
 
 #include "Platform/UserDefaults.h"
-#include "Tests/Support/EnvironmentVariable.h"
-#include "Tests/Support/TemporaryFolder.h"
-#include "Tests/Support/WaitUntil.h"
+#include "Tests/Support/EventLog.h"
+#include "Tests/Support/Testing.h"
 
-#include <gtest/gtest.h>
 #include <unistd.h>
-
-#include <mutex>
 
 /// A suite of settings that no other process uses.
 class UserDefaultsTest : public ::testing::Test {
@@ -38,30 +34,17 @@ protected:
     UserDefaults::Observation observe(const std::string& key) {
         return open().observe(key, [this](const auto& keyPath, const auto& value) {
             const auto* text = value ? value->template get<std::string>() : nullptr;
-            const std::lock_guard lock(toldMutex);
-            told.push_back(keyPath + ":" + (text != nullptr ? *text : "-"));
+            notified.add(keyPath + ":" + (text != nullptr ? *text : "-"));
         });
     }
 
-    void expectTold(const std::vector<std::string>& expected) {
-        EXPECT_TRUE(TestSupport::waitUntil([&] {
-            const std::lock_guard lock(toldMutex);
-            return told.size() >= expected.size();
-        }));
-        const std::lock_guard lock(toldMutex);
-        EXPECT_EQ(std::exchange(told, {}), expected);
-    }
-
     // A file written in place may be seen while it is empty, so other values may come first.
-    void expectToldInTheEnd(const std::string& expected) {
-        std::string last;
+    void expectInTheEnd(const std::string& expected) {
         EXPECT_TRUE(TestSupport::waitUntil([&] {
-            const std::lock_guard lock(toldMutex);
-            last = told.empty() ? std::string() : told.back();
-            return last == expected;
-        })) << last;
+            const auto events = notified.events();
+            return !events.empty() && events.back() == expected;
+        })) << expected;
     }
 
-    std::mutex toldMutex;
-    std::vector<std::string> told; // toldMutex; "-" for no value
+    TestSupport::EventLog notified; // "-" for no value
 };

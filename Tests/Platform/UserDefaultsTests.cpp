@@ -1,22 +1,18 @@
 #include "Tests/Platform/UserDefaultsSuite.h"
 
-#include <atomic>
-#include <memory>
-#include <optional>
-
 using namespace Platform;
+using testing::ElementsAre;
 
 TEST_F(UserDefaultsTest, ReadsEachKindAsItselfAndAsNoOther) {
     const PropertyList::Data bytes = {std::byte{0}, std::byte{255}};
-    const PropertyList values[] = {
-        std::string("5"),
-        std::int64_t{1},
-        true,
-        bytes,
-        PropertyList::Array{std::string("a"), std::string("b")},
-        PropertyList::Array{std::string("a"), true},
-        PropertyList::Dictionary{},
-    };
+    const std::string text = "5";
+    const PropertyList values[] = {text,
+                                   1,
+                                   true,
+                                   bytes,
+                                   PropertyList::Array{text, text},
+                                   PropertyList::Array{text, true},
+                                   PropertyList::Dictionary{}};
     auto defaults = open();
     for (const auto& value : values) {
         defaults.set("Key", value);
@@ -50,20 +46,20 @@ TEST_F(UserDefaultsTest, OpensNoSuiteThatCannotBeKept) {
         EXPECT_FALSE(UserDefaults::suite(name)) << name;
 }
 
-TEST_F(UserDefaultsObservation, TellsOnlyOfKeysWhoseValueChanged) {
+TEST_F(UserDefaultsObservation, NotifiesOnlyOfKeysWhoseValueChanged) {
     open().set("B", std::string("kept"));
     const auto a = observe("A");
     const auto b = observe("B");
     open().set("C", std::string("of no interest"));
     open().set("B", std::string("kept"));
     open().set("A", std::string("1"));
-    expectTold({"A:1"});
+    EXPECT_THAT(notified.take(1), ElementsAre("A:1"));
     open().remove("B");
-    expectTold({"B:-"});
+    EXPECT_THAT(notified.take(1), ElementsAre("B:-"));
     const auto unregistered = folder.path().filename().string(); // what is registered stays so
     const auto c = observe(unregistered);
     open().registerDefaults({{unregistered, std::string("registered")}});
-    expectTold({unregistered + ":registered"});
+    EXPECT_THAT(notified.take(1), ElementsAre(unregistered + ":registered"));
     removeAll({"A", "C"});
 }
 
@@ -88,7 +84,7 @@ TEST_F(UserDefaultsObservation, EndsWithItsObjectAndDisturbsNoOther) {
         EXPECT_TRUE(TestSupport::waitUntil([&] { return calls > 0; }));
         open().set("A", std::string("2"));
         open().set("Marker", std::string("1"));
-        expectTold({"Marker:1"});
+        EXPECT_THAT(notified.take(1), ElementsAre("Marker:1"));
         EXPECT_EQ(calls, 1);
     }
     removeAll({"A", "Marker"});

@@ -6,17 +6,13 @@
 #include <sys/wait.h>
 
 #include <csignal>
-#include <functional>
 #include <random>
-#include <span>
 #include <thread>
-#include <utility>
 
 namespace {
 
 using namespace Platform;
-using TestSupport::writeFile;
-namespace fs = std::filesystem;
+using namespace TestSupport;
 
 std::string settings(const std::string& key, const std::string& text) {
     return "<plist><dict><key>" + key + "</key><string>" + text +
@@ -29,7 +25,7 @@ class WithFile : public Fixture {
 protected:
     void makeFolder() const { fs::create_directories(file.parent_path()); }
 
-    std::string content() const { return TestSupport::contentOf(file); }
+    std::string content() const { return contentOf(file); }
 
     const fs::path file = this->configuration / "tarnwell" / (this->suiteName + ".plist");
 };
@@ -38,7 +34,7 @@ using UserDefaultsFile = WithFile<UserDefaultsTest>;
 using UserDefaultsFileObservation = WithFile<UserDefaultsObservation>;
 
 TEST_F(UserDefaultsFile, ThatHasNoPlaceMakesNoSuite) {
-    const TestSupport::EnvironmentVariable noFolder("XDG_CONFIG_HOME", "/dev/null");
+    const EnvironmentVariable noFolder("XDG_CONFIG_HOME", "/dev/null");
     EXPECT_FALSE(UserDefaults::suite(suiteName));
 }
 
@@ -50,9 +46,8 @@ TEST_F(UserDefaultsFile, KeepsFileAndFoldersToTheUserAndTheFileInItsForm) {
     EXPECT_EQ(modeOf(file.parent_path()), fs::perms::owner_all);
     EXPECT_EQ(modeOf(configuration.parent_path()), fs::perms::owner_all);
 
-    const auto binary =
-        PropertyList(PropertyList::Dictionary{{"Old", true}}).write(PropertyList::Format::binary);
-    writeFile(file, {reinterpret_cast<const char*>(binary->data()), binary->size()});
+    const PropertyList old = PropertyList::Dictionary{{"Old", true}};
+    writeFile(file, textOf(*old.write(PropertyList::Format::binary)));
     open().set("Key", std::string("\x01")); // which XML cannot hold
     EXPECT_TRUE(content().starts_with("bplist00"));
     EXPECT_EQ(open().boolean("Old"), true);
@@ -125,7 +120,7 @@ TEST_F(UserDefaultsFile, IsWholeWheneverItsWriterIsKilled) {
         kill(writer, SIGKILL);
         ASSERT_EQ(waitpid(writer, nullptr, 0), writer);
         const auto bytes = content();
-        ASSERT_TRUE(PropertyList::read(std::as_bytes(std::span(bytes)))) << bytes;
+        ASSERT_TRUE(PropertyList::read(bytesOf(bytes))) << bytes;
         ASSERT_EQ(open().string("Kept"), std::string(5000, 'x'));
     }
     open().set("Last", true); // what the dead have left behind is in nobody's way
@@ -133,13 +128,13 @@ TEST_F(UserDefaultsFile, IsWholeWheneverItsWriterIsKilled) {
     EXPECT_TRUE(open().integer("Changing")) << "no writer has come to write anything";
 }
 
-TEST_F(UserDefaultsFileObservation, TellsHoweverTheFileComesToDiffer) {
+TEST_F(UserDefaultsFileObservation, NotifiesHoweverTheFileComesToDiffer) {
     const auto elsewhere = folder / "elsewhere";
     const auto parent = file.parent_path();
     const std::pair<std::function<void()>, const char*> steps[] = {
         {[&] { open().set("Key", std::string("late")); }, "late"}, // no folder so far
         {[&] { writeFile(file, settings("Key", "in place")); }, "in place"},
-        {[&] { TestSupport::replaceFile(file, settings("Key", "replaced")); }, "replaced"},
+        {[&] { replaceFile(file, settings("Key", "replaced")); }, "replaced"},
         {[&] { fs::remove(file); }, "-"},
         {[&] { writeFile(file, settings("Key", "anew")); }, "anew"},
         {[&] { writeFile(file, "<plist><dict>"); }, "-"},
@@ -154,29 +149,29 @@ TEST_F(UserDefaultsFileObservation, TellsHoweverTheFileComesToDiffer) {
     const auto observation = observe("Key");
     for (const auto& [step, value] : steps) {
         step();
-        expectToldInTheEnd(std::string("Key:") + value);
+        expectInTheEnd(std::string("Key:") + value);
     }
 }
 
-TEST_F(UserDefaultsFileObservation, TellsNothingOfAFileThatSaysTheSameAndWatchesNothingInTheEnd) {
+TEST_F(UserDefaultsFileObservation,
+       NotifiesOfNothingInAFileThatSaysTheSameAndWatchesNothingInTheEnd) {
     const auto watchesNothing = [] {
-        for (const auto& entry : fs::directory_iterator("/proc/self/fd")) {
+        const fs::directory_iterator descriptors("/proc/self/fd");
+        return std::none_of(begin(descriptors), end(descriptors), [](const auto& entry) {
             std::error_code gone;
-            if (fs::read_symlink(entry, gone) == "anon_inode:inotify")
-                return false;
-        }
-        return true;
+            return fs::read_symlink(entry, gone) == "anon_inode:inotify";
+        });
     };
     open().set("B", std::string("kept"));
     {
         const auto a = observe("A");
         const auto b = observe("B");
         fs::last_write_time(file, fs::file_time_type::clock::now());
-        TestSupport::replaceFile(file, settings("B", "kept"));
+        replaceFile(file, settings("B", "kept"));
         open().set("A", std::string("1"));
-        expectTold({"A:1"});
+        EXPECT_THAT(notified.take(1), testing::ElementsAre("A:1"));
     }
-    EXPECT_TRUE(TestSupport::waitUntil(watchesNothing));
+    EXPECT_TRUE(waitUntil(watchesNothing));
 }
 
 } // namespace

@@ -1,14 +1,12 @@
-// What a connection makes of what its system tells it. The system's half is a scripted one, linked
-// in place of the platform's: no helper tells the same thing twice, or too late, on request.
+// What a connection makes of what its system reports. The system's half is a scripted one, linked
+// in place of the platform's: no helper says the same thing twice, or too late, on request.
 
 #include "Platform/Connection.h"
 #include "Platform/Native/NativeConnection.h"
-#include "Tests/Support/WaitUntil.h"
+#include "Tests/Support/EventLog.h"
 
 #include <gmock/gmock.h>
 
-#include <atomic>
-#include <mutex>
 #include <thread>
 
 using namespace Platform;
@@ -67,39 +65,23 @@ using TestSupport::waitUntil;
 
 class ConnectionTest : public testing::Test {
 protected:
-    void add(const std::string& event) {
-        const std::lock_guard lock(mutex_);
-        told_.push_back(event);
-    }
-
-    std::vector<std::string> toldAfter(std::size_t count) {
-        waitUntil([&] {
-            const std::lock_guard lock(mutex_);
-            return told_.size() >= count;
-        });
-        const std::lock_guard lock(mutex_);
-        return told_;
-    }
-
     Connection::Completion outcome(const std::string& name) {
         return [this, name](const ConnectionReply& reply) {
             constexpr const char* kinds[] = {"interrupted", "invalidated", "refused", "badReply",
                                              "badCall"};
-            add(name + " " + (reply ? "answered" : kinds[static_cast<int>(reply.error().kind)]));
+            record.add(name + " " +
+                       (reply ? "answered" : kinds[static_cast<int>(reply.error().kind)]));
         };
     }
 
     void observe(Connection& observed) {
-        observed.setInterruptionHandler([this] { add("interruption"); });
-        observed.setInvalidationHandler([this] { add("invalidation"); });
+        observed.setInterruptionHandler([this] { record.add("interruption"); });
+        observed.setInvalidationHandler([this] { record.add("invalidation"); });
     }
 
     std::shared_ptr<FarSide> far = farSide = std::make_shared<FarSide>();
     std::shared_ptr<Connection> connection = std::make_shared<Connection>(ServiceName{"com.a"});
-
-private:
-    std::mutex mutex_;
-    std::vector<std::string> told_; // mutex_
+    TestSupport::EventLog record;
 };
 
 } // namespace
@@ -126,14 +108,14 @@ TEST_F(ConnectionTest, HoldsEverythingBackWhileSuspendedAndKeepsItsOrder) {
     Connection other{ServiceName{"com.b"}};
     other.invalidate();
     other.call("m", {}, outcome("other"));
-    EXPECT_THAT(toldAfter(1), ElementsAre("other invalidated"));
+    EXPECT_THAT(record.after(1), ElementsAre("other invalidated"));
     connection->resume();
-    EXPECT_THAT(toldAfter(8),
+    EXPECT_THAT(record.after(8),
                 ElementsAre("other invalidated", "2 answered", "1 interrupted", "3 interrupted",
                             "interruption", "4 answered", "invalidation", "5 invalidated"));
 }
 
-TEST_F(ConnectionTest, EndsEachCallOnceAndTellsEachLossOnce) {
+TEST_F(ConnectionTest, EndsEachCallOnceAndReportsEachLossOnce) {
     observe(*connection);
     connection->resume();
     connection->call("m", {}, outcome("1"));
@@ -152,12 +134,12 @@ TEST_F(ConnectionTest, EndsEachCallOnceAndTellsEachLossOnce) {
     connection->invalidate();
     connection->resume();
     connection->call("m", {}, outcome("5"));
-    EXPECT_THAT(toldAfter(6), ElementsAre("1 answered", "2 interrupted", "interruption",
-                                          "4 invalidated", "invalidation", "5 invalidated"));
+    EXPECT_THAT(record.after(6), ElementsAre("1 answered", "2 interrupted", "interruption",
+                                             "4 invalidated", "invalidation", "5 invalidated"));
     EXPECT_FALSE(far->isConnected);
 }
 
-TEST_F(ConnectionTest, TellsTheEndHoweverItComes) {
+TEST_F(ConnectionTest, NotifiesOfTheEndHoweverItComes) {
     const std::function<void()> cases[] = {
         [&] { connection->invalidate(); }, // before it was resumed
         [&] { connection.reset(); },
@@ -180,7 +162,7 @@ TEST_F(ConnectionTest, TellsTheEndHoweverItComes) {
         connection->call("m", {}, outcome("call"));
         endIn();
         expected.insert(expected.end(), {"call invalidated", "invalidation"});
-        EXPECT_EQ(toldAfter(expected.size()), expected);
+        EXPECT_EQ(record.after(expected.size()), expected);
     }
 }
 
@@ -194,26 +176,27 @@ TEST_F(ConnectionTest, EndsInsideItsHandlersAndIsNotKeptByThem) {
         held->invalidate();
         held->setInterruptionHandler([held] {}); // too late to be kept
         held->setInvalidationHandler([held] {});
-        add("invalidation");
+        record.add("invalidation");
     });
     connection->resume();
     connection->call("m", {}, [held = connection](const auto&) {});
     connection.reset();
     far->events.interrupted("");
     EXPECT_TRUE(waitUntil([&] { return weak.expired(); }));
-    EXPECT_THAT(toldAfter(1), ElementsAre("invalidation"));
+    EXPECT_THAT(record.after(1), ElementsAre("invalidation"));
 }
 
 TEST_F(ConnectionTest, FailsAtOnceWhereItLeadsNowhere) {
     Connection unconfigured;
     observe(unconfigured);
     unconfigured.call("m", {}, outcome("early"));
-    EXPECT_THAT(toldAfter(1), ElementsAre("early invalidated"));
+    EXPECT_THAT(record.after(1), ElementsAre("early invalidated"));
     unconfigured.suspend();
     unconfigured.resume();
     unconfigured.resume();
     unconfigured.call("m", {}, outcome("late"));
-    EXPECT_THAT(toldAfter(3), ElementsAre("early invalidated", "invalidation", "late invalidated"));
+    EXPECT_THAT(record.after(3),
+                ElementsAre("early invalidated", "invalidation", "late invalidated"));
 }
 
 TEST_F(ConnectionTest, SendsNothingThatWouldCostItTheBus) {
@@ -248,7 +231,7 @@ TEST_F(ConnectionTest, SendsNothingThatWouldCostItTheBus) {
         if (isSent)
             far->events.replied(far->called().back(), PropertyList());
         expected.emplace_back(isSent ? "call answered" : "call badCall");
-        EXPECT_EQ(toldAfter(expected.size()), expected) << method;
+        EXPECT_EQ(record.after(expected.size()), expected) << method;
     }
 }
 

@@ -26,7 +26,13 @@ public:
         return waitUntil([&] { return events().size() >= count; });
     }
 
-    /// What happened up to so many events, which are forgotten.
+    /// What happened, once there are so many events.
+    std::vector<std::string> after(std::size_t count) const {
+        reaches(count);
+        return events();
+    }
+
+    /// The same, which is forgotten then.
     std::vector<std::string> take(std::size_t count) {
         reaches(count);
         const std::lock_guard lock(mutex_);

@@ -3,18 +3,14 @@
 #include "CorbelKit/Services/HelperToolAlert.h"
 #include "CorbelKit/Services/XPCConnection.h"
 #include "Platform/AlertPresenter.h"
-#include "Tests/Support/EnvironmentVariable.h"
+#include "Tests/Support/EventLog.h"
 #include "Tests/Support/Linux/BusDaemon.h"
 #include "Tests/Support/MainLoop.h"
-#include "Tests/Support/WaitUntil.h"
+#include "Tests/Support/Testing.h"
 
-#include <gmock/gmock.h>
-
-#include <algorithm>
-#include <atomic>
-#include <filesystem>
 #include <future>
-#include <mutex>
+
+using namespace TestSupport;
 
 namespace {
 
@@ -25,49 +21,11 @@ using Platform::MachServiceName;
 using Platform::PropertyList;
 using Platform::ServiceName;
 using testing::ElementsAre;
-using TestSupport::ChildProcess;
-using TestSupport::waitUntil;
 using Kind = ConnectionError::Kind;
 
 constexpr auto invalidation = "invalidation";
 const std::string helperName = "com.example.My-Helper";
 const std::string helperTool = CORBEL_BINARY_DIR "/Tests/Support/HelperTool";
-
-/// What happened to a connection, in order.
-class Record {
-public:
-    void add(std::string event) {
-        const std::lock_guard lock(mutex_);
-        events_.push_back(std::move(event));
-    }
-
-    std::vector<std::string> events() const {
-        const std::lock_guard lock(mutex_);
-        return events_;
-    }
-
-    std::string last() const { return events().back(); }
-
-    bool reaches(std::size_t count) const {
-        return waitUntil([&] { return events().size() >= count; });
-    }
-
-    void observe(Platform::Connection& connection) {
-        connection.setInterruptionHandler([this] { add("interruption"); });
-        connection.setInvalidationHandler([this] { add(invalidation); });
-    }
-
-    XPCConnection::ReplyCompletion<NoReply> outcome() {
-        return [this](const auto& reply) {
-            add(reply ? "answered"
-                      : "failed " + std::to_string(static_cast<int>(reply.error().kind)));
-        };
-    }
-
-private:
-    mutable std::mutex mutex_;
-    std::vector<std::string> events_; // mutex_
-};
 
 std::string failure(Kind kind) {
     return "failed " + std::to_string(static_cast<int>(kind));
@@ -90,21 +48,32 @@ std::unique_ptr<ChildProcess> startHelper(const std::vector<std::string>& place)
     return helper;
 }
 
-class HelperOnABus : public testing::Test {
+class Helper : public testing::Test {
+protected:
+    void observe(Platform::Connection& connection) {
+        connection.setInterruptionHandler([this] { record.add("interruption"); });
+        connection.setInvalidationHandler([this] { record.add(invalidation); });
+    }
+
+    XPCConnection::ReplyCompletion<NoReply> outcome() {
+        return [this](const auto& reply) {
+            record.add(reply ? "answered" : failure(reply.error().kind));
+        };
+    }
+
+    TemporaryFolder folder;
+    EventLog record;
+};
+
+class HelperOnABus : public Helper {
 protected:
     std::unique_ptr<ChildProcess> start() const {
         return startHelper({"bus", bus.address(), helperName});
     }
 
-    TestSupport::BusDaemon bus;
-    TestSupport::EnvironmentVariable session{"DBUS_SESSION_BUS_ADDRESS", bus.address()};
-    Record record;
+    BusDaemon bus;
+    EnvironmentVariable session{"DBUS_SESSION_BUS_ADDRESS", bus.address()};
 };
-
-std::ptrdiff_t openDescriptors() {
-    const std::filesystem::directory_iterator all("/proc/self/fd");
-    return std::distance(begin(all), end(all));
-}
 
 } // namespace
 
@@ -136,13 +105,13 @@ TEST_F(HelperOnABus, TakesNaturalTypesAndRefusesWhatHasNoMeaning) {
                     [&natural](auto reply) { natural.set_value(*reply); });
     using Array = PropertyList::Array;
     using std::string;
-    const Array expected = {std::int64_t{1},
-                            std::int64_t{-2},
-                            std::int64_t{3},
-                            std::int64_t{4},
+    const Array expected = {1,
+                            -2,
+                            3,
+                            4,
                             Array{string("a"), string("b")},
                             string("/o"),
-                            Array{std::int64_t{1}, string("x")},
+                            Array{1, string("x")},
                             PropertyList::Dictionary{{"k", Array{true}}},
                             ~std::uint64_t{0}};
     EXPECT_EQ(natural.get_future().get(), PropertyList(expected));
@@ -159,11 +128,11 @@ TEST_F(HelperOnABus, TakesNaturalTypesAndRefusesWhatHasNoMeaning) {
 TEST_F(HelperOnABus, InterruptsOnceWhenKilledAndReachesTheSuccessor) {
     auto helper = start();
     XPCConnection connection{MachServiceName{.name = helperName}};
-    record.observe(connection);
+    observe(connection);
     connection.resume();
     ASSERT_TRUE(callAndWait<NoReply>(connection, "echo"));
-    connection.call<NoReply>("wait", record.outcome());
-    connection.call<NoReply>("wait", record.outcome());
+    connection.call<NoReply>("wait", outcome());
+    connection.call<NoReply>("wait", outcome());
     helper->readLine();
     helper->readLine();
     helper->end(SIGKILL);
@@ -180,14 +149,13 @@ TEST_F(HelperOnABus, InterruptsOnceWhenKilledAndReachesTheSuccessor) {
     EXPECT_TRUE(callAndWait<NoReply>(connection, "echo"));
     connection.invalidate();
     EXPECT_TRUE(record.reaches(5));
-    EXPECT_EQ(record.last(), invalidation);
+    EXPECT_EQ(record.events().back(), invalidation);
 }
 
-TEST(Helper, IsStartedByTheBus) {
-    using Services = TestSupport::BusDaemon::ActivatableServices;
-    const TestSupport::BusDaemon bus(
-        Services{{helperName, helperTool + " bus starter " + helperName}});
-    const TestSupport::EnvironmentVariable session("DBUS_SESSION_BUS_ADDRESS", bus.address());
+TEST_F(Helper, IsStartedByTheBus) {
+    using Services = BusDaemon::ActivatableServices;
+    const BusDaemon bus(Services{{helperName, helperTool + " bus starter " + helperName}});
+    const EnvironmentVariable session("DBUS_SESSION_BUS_ADDRESS", bus.address());
     XPCConnection connection{ServiceName{helperName}};
     connection.resume();
     EXPECT_TRUE(callAndWait<NoReply>(connection, "echo"));
@@ -195,17 +163,17 @@ TEST(Helper, IsStartedByTheBus) {
 
 TEST_F(HelperOnABus, InvalidatesOnceWhenTheBusGoes) {
     const auto helper = start();
-    const TestSupport::EnvironmentVariable system("DBUS_SYSTEM_BUS_ADDRESS", bus.address());
-    const TestSupport::EnvironmentVariable noSession("DBUS_SESSION_BUS_ADDRESS", "unix:path=/none");
+    const EnvironmentVariable system("DBUS_SYSTEM_BUS_ADDRESS", bus.address());
+    const EnvironmentVariable noSession("DBUS_SESSION_BUS_ADDRESS", "unix:path=/none");
     XPCConnection connection{
         MachServiceName{.name = helperName, .options = MachServiceName::Options::privileged}};
-    record.observe(connection);
-    connection.call<NoReply>("wait", record.outcome());
+    observe(connection);
+    connection.call<NoReply>("wait", outcome());
     connection.resume();
     helper->readLine();
     bus.end();
-    EXPECT_TRUE(
-        waitUntil([&] { return record.events().size() > 1 && record.last() == invalidation; }));
+    EXPECT_TRUE(waitUntil(
+        [&] { return record.events().size() > 1 && record.events().back() == invalidation; }));
     EXPECT_EQ(callAndWait<NoReply>(connection, "echo").error().kind, Kind::invalidated);
     connection.invalidate();
     EXPECT_FALSE(callAndWait<NoReply>(connection, "echo"));
@@ -215,38 +183,18 @@ TEST_F(HelperOnABus, InvalidatesOnceWhenTheBusGoes) {
     EXPECT_EQ(events.back(), invalidation);
 }
 
-TEST_F(HelperOnABus, HoldsRepliesBackWhileSuspended) {
-    const auto helper = start();
-    XPCConnection connection{ServiceName{helperName}};
-    connection.resume();
-    connection.suspend();
-    connection.call<NoReply>("echo", record.outcome());
-    connection.call<NoReply>("wait", record.outcome());
-    EXPECT_EQ(helper->readLine(), "wait"); // so it was called, and has answered the first
-    helper->end(SIGKILL);
-    XPCConnection other{ServiceName{helperName}};
-    other.resume();
-    EXPECT_FALSE(callAndWait<NoReply>(other, "echo"));
-    EXPECT_TRUE(record.events().empty());
-    connection.resume();
-    EXPECT_TRUE(record.reaches(2));
-    EXPECT_THAT(record.events(), ElementsAre("answered", failure(Kind::interrupted)));
-}
-
-TEST(Helper, IsReachedWithoutABusAndAgainAfterItsEnd) {
-    const TestSupport::TemporaryFolder folder;
+TEST_F(Helper, IsReachedWithoutABusAndAgainAfterItsEnd) {
     const auto address = "unix:path=" + (folder / "helper").string();
     auto helper = startHelper({"peer", address});
-    Record record;
     XPCConnection connection{Platform::ListenerEndpoint(address)};
-    record.observe(connection);
+    observe(connection);
     connection.resume();
     EXPECT_EQ(*callAndWait<int>(connection, "echo", 7), 7);
-    connection.call<NoReply>("wait", record.outcome());
+    connection.call<NoReply>("wait", outcome());
     helper->readLine();
     helper->end(SIGKILL);
     EXPECT_TRUE(record.reaches(2));
-    std::filesystem::remove(folder / "helper");
+    fs::remove(folder / "helper");
     helper = startHelper({"peer", address});
     EXPECT_EQ(*callAndWait<int>(connection, "echo", 8), 8);
     helper->end(SIGKILL);
@@ -290,26 +238,17 @@ TEST_F(HelperOnABus, LeavesNoDescriptorBehind) {
     EXPECT_TRUE(waitUntil([&] { return openDescriptors() <= before; })) << openDescriptors();
 }
 
-TEST_F(HelperOnABus, TellsTheUserOnceWhenItIsKilled) {
-    auto helper = start();
+TEST_F(HelperOnABus, IsReportedToTheUserWhoseCallItLeaves) {
+    EXPECT_FALSE(XPCConnection{ServiceName{helperName}}.presentError);
     std::vector<Platform::Alert> shown; // main thread
     Platform::setAlertPresenter([&shown](const Platform::Alert& alert) {
         shown.push_back(alert);
         return true;
     });
     std::atomic<bool> isDismissed = false;
-    XPCConnection connection{ServiceName{helperName}};
-    EXPECT_FALSE(connection.presentError);
-    connection.presentError = true;
-    connection.setInterruptionHandler([&] {
-        if (connection.presentError)
-            CorbelKit::showHelperToolAlert([&isDismissed] { isDismissed = true; });
-    });
-    connection.resume();
-    ASSERT_TRUE(callAndWait<NoReply>(connection, "echo"));
-    helper->end(SIGKILL);
+    CorbelKit::showHelperToolAlert([&isDismissed] { isDismissed = true; });
     EXPECT_TRUE(waitUntil([&] {
-        TestSupport::drainMainLoop();
+        drainMainLoop();
         return isDismissed.load();
     }));
     Platform::setAlertPresenter({});

@@ -1,61 +1,21 @@
 // The agent on a session bus of its own: files in, calls of the notification service out.
 
+#include "Tests/EndToEnd/AgentTest.h"
 #include "Tests/Support/Linux/BusDaemon.h"
-#include "Tests/Support/Linux/ChildProcess.h"
-#include "Tests/Support/Linux/NotificationService.h"
-#include "Tools/AgentTrial.h"
 
-#include <gmock/gmock.h>
-
-#include <cstdlib>
+using namespace testing;
+using namespace TestSupport;
 
 namespace {
 
-using namespace ::testing;
-using TestSupport::BusDaemon;
-using TestSupport::NotificationService;
-namespace fs = std::filesystem;
-
-const std::string agents = "~/Library/LaunchAgents/";
-
-class DesktopNotification : public ::testing::Test {
+class DesktopNotification : public AgentTest {
 protected:
-    void start() {
-        trial.environment["DBUS_SESSION_BUS_ADDRESS"] = bus.address();
-        ASSERT_TRUE(trial.start());
-    }
-
-    fs::path job(const std::string& name) const { return trial.userAgents() / name; }
-
-    void save(const std::string& name) { trial.save(job(name), std::to_string(++saves)); }
-
-    void expectNextLine(const std::string& end) {
-        const auto line = trial.nextLine();
-        ASSERT_TRUE(line) << "nothing was printed, expected " << end;
-        EXPECT_THAT(line->text, EndsWith(end));
-    }
-
-    // What the service is asked to show next.
-    static TestSupport::NotifyCall next(NotificationService& service) {
-        const auto call = service.next();
-        EXPECT_TRUE(call) << "no notification";
-        return call.value_or(TestSupport::NotifyCall());
-    }
-
-    // Saves the file and gives what the service is then asked to show.
-    TestSupport::NotifyCall shown(NotificationService& service, const std::string& name) {
-        save(name);
-        auto call = next(service);
-        EXPECT_TRUE(call.body.ends_with(name)) << call.body;
-        return call;
-    }
+    DesktopNotification() { trial.environment["DBUS_SESSION_BUS_ADDRESS"] = bus.address(); }
 
     BusDaemon bus;
-    Tools::AgentTrial trial{CORBEL_AGENT};
-    int saves = 0;
 };
 
-TEST_F(DesktopNotification, TellsTheServiceAllThatItHasToKnowAndRests) {
+TEST_F(DesktopNotification, GivesTheServiceAllThatItHasToKnowAndRests) {
     NotificationService service(bus.address(), {"actions", "body", "body-markup"});
     start();
     save("a<b>&c");
@@ -150,7 +110,7 @@ TEST_F(DesktopNotification, PrintsARefusalAndGoesOn) {
     service.setManner(NotificationService::Manner::refuses);
     start();
     shown(service, "x.plist");
-    expectNextLine("no more today");
+    expectNext("no more today");
     service.setManner(NotificationService::Manner::answers);
     EXPECT_EQ(shown(service, "x.plist").replaces, 0U);
 }
@@ -158,21 +118,19 @@ TEST_F(DesktopNotification, PrintsARefusalAndGoesOn) {
 TEST_F(DesktopNotification, GoesToTheTerminalUntilAServiceAppears) {
     start();
     save("x.plist");
-    expectNextLine("New: " + agents + "x.plist");
+    expectNext("New: " + agents + "x.plist");
     NotificationService service(bus.address());
     shown(service, "y.plist");
     service.vanish();
     save("z.plist");
-    expectNextLine("New: " + agents + "z.plist");
+    expectNext("New: " + agents + "z.plist");
 }
 
 TEST_F(DesktopNotification, FindsTheBusInTheUsersRuntimeFolder) {
     NotificationService service(bus.address());
-    const std::string prefix = "unix:path=";
-    const fs::path socket =
-        bus.address().substr(prefix.size(), bus.address().find(',') - prefix.size());
-    trial.environment["XDG_RUNTIME_DIR"] = socket.parent_path();
-    ASSERT_TRUE(trial.start());
+    trial.environment.erase("DBUS_SESSION_BUS_ADDRESS");
+    trial.environment["XDG_RUNTIME_DIR"] = bus.socket().parent_path();
+    start();
     shown(service, "x.plist");
 }
 
@@ -180,18 +138,18 @@ TEST_F(DesktopNotification, IsNotHeldUpByAnActivationThatHangs) {
     const BusDaemon slow(
         BusDaemon::ActivatableServices{{NotificationService::standardName, "/bin/sleep 20"}});
     trial.environment["DBUS_SESSION_BUS_ADDRESS"] = slow.address();
-    ASSERT_TRUE(trial.start());
+    start();
     save("x.plist");
     save("y.plist");
-    expectNextLine("New: " + agents + "x.plist");
-    expectNextLine("New: " + agents + "y.plist");
+    expectNext("New: " + agents + "x.plist");
+    expectNext("New: " + agents + "y.plist");
     EXPECT_EQ(trial.end(), EXIT_SUCCESS);
 }
 
 TEST_F(DesktopNotification, ASecondAgentOfTheSessionLeavesItToTheFirst) {
     start();
-    const TestSupport::ChildProcess second({"sh", "-c", "\"$0\"; echo $?", CORBEL_AGENT},
-                                           {"DBUS_SESSION_BUS_ADDRESS=" + bus.address()});
+    const ChildProcess second({"sh", "-c", "\"$0\"; echo $?", CORBEL_AGENT},
+                              {"DBUS_SESSION_BUS_ADDRESS=" + bus.address()});
     EXPECT_EQ(second.readAll(), "Vesper Pro Agent is already running.\n0\n");
 }
 

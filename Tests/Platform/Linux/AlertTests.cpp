@@ -2,14 +2,11 @@
 
 #include <gtest/gtest.h>
 
-#include <string>
-#include <vector>
-
 namespace {
 
-std::string printed(const Platform::Alert& alert) {
+std::string printed(const std::string& message, const std::string& information) {
     testing::internal::CaptureStderr();
-    runModal(alert);
+    Platform::runModal({.messageText = message, .informativeText = information, .buttonTitle = "OK"});
     return testing::internal::GetCapturedStderr();
 }
 
@@ -25,24 +22,20 @@ TEST(Alert, IsOneLineOnStandardErrorWhateverItsTexts) {
         {"\u2028\u2029\u0085\u009B\u202E", "\xFF\xC2", "     : \uFFFD\uFFFD\n"},
         {std::string("\0", 1), "\u05D0", " : \u05D0\n"},
     };
-    for (const auto& [message, information, line] : cases) {
-        EXPECT_EQ(
-            printed({.messageText = message, .informativeText = information, .buttonTitle = "OK"}),
-            line);
-    }
+    for (const auto& [message, information, line] : cases)
+        EXPECT_EQ(printed(message, information), line);
 }
 
 TEST(Alert, GoesToTheWindowsWhereThereAreSome) {
-    std::vector<std::string> shown;
+    std::string shown;
     bool hasWindows = true;
     Platform::setAlertPresenter([&](const Platform::Alert& alert) {
-        shown.push_back(alert.messageText);
+        shown += alert.messageText;
         return hasWindows;
     });
-    EXPECT_EQ(printed({.messageText = "Not saved", .informativeText = {}, .buttonTitle = {}}), "");
+    EXPECT_EQ(printed("Not saved", ""), "");
     hasWindows = false;
-    EXPECT_EQ(printed({.messageText = "Not saved", .informativeText = {}, .buttonTitle = {}}),
-              "Not saved\n");
+    EXPECT_EQ(printed("Lost", ""), "Lost\n");
     Platform::setAlertPresenter({});
-    EXPECT_EQ(shown, std::vector<std::string>(2, "Not saved"));
+    EXPECT_EQ(shown, "Not savedLost");
 }

@@ -1,26 +1,21 @@
 #include "Platform/ProcessActivity.h"
-#include "Tests/Support/EnvironmentVariable.h"
 #include "Tests/Support/Linux/BusDaemon.h"
 #include "Tests/Support/Linux/LoginManager.h"
-#include "Tests/Support/WaitUntil.h"
+#include "Tests/Support/Testing.h"
 
-#include <gtest/gtest.h>
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <unistd.h>
 
-#include <algorithm>
-#include <filesystem>
 #include <thread>
-#include <utility>
+
+using namespace TestSupport;
 
 namespace {
 
 using Platform::ProcessActivity;
-using TestSupport::EnvironmentVariable;
-using TestSupport::waitUntil;
 using Options = ProcessActivity::Options;
-using Manner = TestSupport::LoginManager::Manner;
+using Manner = LoginManager::Manner;
 
 constexpr auto busVariable = "DBUS_SYSTEM_BUS_ADDRESS";
 
@@ -30,17 +25,17 @@ protected:
         return waitUntil([this] { return logins.inhibitorsOpen() == 0; });
     }
 
-    TestSupport::BusDaemon bus;
+    BusDaemon bus;
     EnvironmentVariable address{busVariable, bus.address()};
-    TestSupport::LoginManager logins{bus.address()};
+    LoginManager logins{bus.address()};
 };
 
 // Inhibitors are pipes here; connections to earlier buses may still be closing.
 std::ptrdiff_t openPipes() {
-    const std::filesystem::directory_iterator all("/proc/self/fd");
+    const fs::directory_iterator all("/proc/self/fd");
     return std::count_if(begin(all), end(all), [](const auto& descriptor) {
         std::error_code gone;
-        return std::filesystem::read_symlink(descriptor, gone).string().starts_with("pipe:");
+        return fs::read_symlink(descriptor, gone).string().starts_with("pipe:");
     });
 }
 
@@ -90,17 +85,17 @@ TEST_F(ProcessActivityTest, WaitsOnceForOneThatIsSilentAndClosesWhatComesLate) {
     logins.grantHeld();
     EXPECT_TRUE(allClosed());
 
-    const TestSupport::BusDaemon another;
+    const BusDaemon another;
     const EnvironmentVariable move(busVariable, another.address());
-    TestSupport::LoginManager others(another.address());
+    LoginManager others(another.address());
     ProcessActivity::begin(Options::userInitiated, "asked").end();
     EXPECT_EQ(others.next()->why, "asked");
     EXPECT_FALSE(logins.next(std::chrono::milliseconds(0)));
 }
 
 TEST(ProcessActivity, BeginsWithoutABusWithoutALoginManagerAndAgainstSilence) {
-    const TestSupport::BusDaemon empty;
-    const TestSupport::TemporaryFolder folder;
+    const BusDaemon empty;
+    const TemporaryFolder folder;
     sockaddr_un silent{.sun_family = AF_UNIX, .sun_path = {}};
     (folder / "silent").string().copy(silent.sun_path, sizeof silent.sun_path - 1);
     const int listener = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
@@ -116,13 +111,13 @@ TEST(ProcessActivity, BeginsWithoutABusWithoutALoginManagerAndAgainstSilence) {
 }
 
 TEST(ProcessActivity, FindsTheBusThatWasStartedAnew) {
-    const TestSupport::TemporaryFolder folder;
+    const TemporaryFolder folder;
     const EnvironmentVariable address(busVariable, "unix:path=" + (folder / "bus").string());
     for (int round = 0; round < 2; ++round) {
-        TestSupport::BusDaemon bus;
-        std::filesystem::remove(folder / "bus");
-        std::filesystem::create_symlink(bus.socket(), folder / "bus");
-        TestSupport::LoginManager logins(bus.address());
+        BusDaemon bus;
+        fs::remove(folder / "bus");
+        fs::create_symlink(bus.socket(), folder / "bus");
+        LoginManager logins(bus.address());
         EXPECT_TRUE(waitUntil([&] {
             const auto activity = ProcessActivity::begin(Options::userInitiated, "work");
             return logins.inhibitorsOpen() == 1;

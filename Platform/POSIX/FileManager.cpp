@@ -1,24 +1,21 @@
 #include "Platform/FileManager.h"
 
 #include "Platform/POSIX/FileSystemPath.h"
+#include "Platform/POSIX/FolderListing.h"
 
-#include <dirent.h>
+#include <fcntl.h>
 #include <pwd.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <filesystem>
-#include <memory>
-#include <string_view>
 #include <system_error>
 
 namespace Platform::FileManager {
 namespace {
 
-struct CloseFolder {
-    void operator()(DIR* folder) const { closedir(folder); }
-};
+constexpr int folderToList = O_RDONLY | O_DIRECTORY | O_NONBLOCK | O_CLOEXEC;
 
 URL::DirectoryHint hintOf(const dirent& entry) {
     return entry.d_type == DT_DIR ? URL::DirectoryHint::isDirectory
@@ -35,19 +32,13 @@ bool fileExists(const URL& url) {
 
 std::optional<std::vector<URL>> contentsOfDirectory(const URL& folder) {
     const auto path = fileSystemPath(folder);
-    const std::unique_ptr<DIR, CloseFolder> listing(path ? opendir(path->c_str()) : nullptr);
-    if (!listing)
+    if (!path)
         return std::nullopt;
+    FolderListing listing(FileHandle(open(path->c_str(), folderToList)));
     std::vector<URL> entries;
-    errno = 0;
-    while (const dirent* entry = readdir(listing.get())) {
-        const std::string_view name = entry->d_name;
-        if (name != "." && name != "..")
-            entries.push_back(folder.appending(name, hintOf(*entry)));
-        errno = 0;
-    }
-    // Half a listing would pass for the removal of the other half.
-    if (errno != 0)
+    while (const auto* entry = listing.next())
+        entries.push_back(folder.appending(entry->d_name, hintOf(*entry)));
+    if (listing.failure() != 0)
         return std::nullopt;
     return entries;
 }

@@ -1,28 +1,18 @@
-#include "Platform/FileHandle.h"
 #include "Platform/FileManager.h"
 #include "Platform/Linux/Files/LongPath.h"
+#include "Platform/POSIX/FolderListing.h"
 #include "Platform/POSIX/SystemError.h"
 
-#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
-
-#include <cerrno>
-#include <memory>
 
 namespace Platform::FileManager {
 namespace {
 
-struct CloseFolder {
-    void operator()(DIR* folder) const { closedir(folder); }
-};
-
-using Listing = std::unique_ptr<DIR, CloseFolder>;
-
 bool isFolder(const dirent& entry, int folder) {
     if (entry.d_type != DT_UNKNOWN)
         return entry.d_type == DT_DIR;
-    struct stat status{}; // file systems need not tell in their listings
+    struct stat status{}; // file systems need not say so in their listings
     return fstatat(folder, entry.d_name, &status, AT_SYMLINK_NOFOLLOW) == 0 &&
            S_ISDIR(status.st_mode);
 }
@@ -34,22 +24,15 @@ forEachEntry(const std::string& folder, ListingOptions options,
              const std::function<void(std::string_view name, bool isFolder)>& visit) {
     if (!folder.starts_with('/') || folder.find('\0') != std::string::npos)
         return Error{folder + ": names no folder"};
-    auto handle = openLongPath(folder, O_RDONLY | O_DIRECTORY | O_NONBLOCK);
-    const Listing listing(handle.fileDescriptor() < 0 ? nullptr
-                                                      : fdopendir(handle.fileDescriptor()));
-    if (!listing)
-        return systemError(folder, errno);
-    const int descriptor = handle.release(); // the listing closes it
+    FolderListing listing(openLongPath(folder, O_RDONLY | O_DIRECTORY | O_NONBLOCK));
     const bool skipsHidden = contains(options, ListingOptions::skipsHiddenFiles);
-    errno = 0;
-    while (const dirent* entry = readdir(listing.get())) {
+    while (const auto* entry = listing.next()) {
         const std::string_view name = entry->d_name;
-        if (name != "." && name != ".." && !(skipsHidden && name.starts_with('.')))
-            visit(name, isFolder(*entry, descriptor));
-        errno = 0;
+        if (!(skipsHidden && name.starts_with('.')))
+            visit(name, isFolder(*entry, listing.fileDescriptor()));
     }
-    if (errno != 0)
-        return systemError(folder, errno);
+    if (listing.failure() != 0)
+        return systemError(folder, listing.failure());
     return std::nullopt;
 }
 

@@ -1,9 +1,12 @@
 #include "Platform/Linux/Files/Bookmark/MovedFileSearch.h"
 
+#include "Platform/POSIX/FolderListing.h"
+
+#include <fcntl.h>
+
 #include <climits>
 #include <filesystem>
 #include <iterator>
-#include <memory>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -13,9 +16,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-struct CloseFolder {
-    void operator()(DIR* folder) const { closedir(folder); }
-};
+constexpr int folderToList = O_RDONLY | O_DIRECTORY | O_NONBLOCK | O_CLOEXEC;
 
 /// Free of links, for the way up would else not lead back to where the file lay.
 fs::path nearestFolder(const std::string& oldPath) {
@@ -64,14 +65,12 @@ std::optional<std::string> MovedFileSearch::look(const Folder& folder) {
     const auto path = pathOf(folder);
     if (!isNewHere(path))
         return std::nullopt;
-    const std::unique_ptr<DIR, CloseFolder> listing(opendir(path.c_str()));
-    while (const auto* entry = listing ? readdir(listing.get()) : nullptr) {
+    FolderListing listing(FileHandle(open(path.c_str(), folderToList)));
+    while (const auto* entry = listing.next()) {
         const std::string_view name = entry->d_name;
-        if (name == "." || name == "..")
-            continue;
         if (++entriesRead_ > mostEntries_)
             break;
-        if (isWanted(*entry, dirfd(listing.get())))
+        if (isWanted(*entry, listing.fileDescriptor()))
             return joined(path, name);
         if (mayBeFolder(*entry) && path.size() + name.size() + 1 < PATH_MAX)
             folders_.push_back({.above = &folder, .name = std::string(name)});

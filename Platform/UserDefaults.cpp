@@ -1,5 +1,9 @@
 #include "Platform/UserDefaults.h"
 
+#include "Platform/Native/ObservedSettings.h"
+
+#include <utility>
+
 namespace Platform {
 namespace {
 
@@ -39,6 +43,40 @@ std::optional<std::vector<std::string>> UserDefaults::stringArray(std::string_vi
         texts.push_back(*text);
     }
     return texts;
+}
+
+class UserDefaults::Observation::Impl {
+public:
+    explicit Impl(std::shared_ptr<ObservedSetting> setting)
+        : setting_(std::move(setting)) {
+        ObservedSettings::shared().add(setting_);
+    }
+
+    ~Impl() {
+        setting_->silence();
+        ObservedSettings::shared().remove(setting_);
+    }
+
+    Impl(const Impl&) = delete;
+    Impl& operator=(const Impl&) = delete;
+    Impl(Impl&&) = delete;
+    Impl& operator=(Impl&&) = delete;
+
+private:
+    const std::shared_ptr<ObservedSetting> setting_;
+};
+
+UserDefaults::Observation::Observation(std::unique_ptr<Impl> impl)
+    : impl_(std::move(impl)) {}
+
+UserDefaults::Observation::Observation(Observation&& other) noexcept = default;
+UserDefaults::Observation&
+UserDefaults::Observation::operator=(Observation&& other) noexcept = default;
+UserDefaults::Observation::~Observation() = default;
+
+UserDefaults::Observation UserDefaults::observe(const std::string& keyPath, Handler handler) const {
+    return Observation(std::make_unique<Observation::Impl>(
+        std::make_shared<ObservedSetting>(nativeSetting(keyPath), keyPath, std::move(handler))));
 }
 
 } // namespace Platform

@@ -12,6 +12,8 @@
 
 namespace Platform {
 
+class NativeSetting;
+
 /// The user's settings of one domain, shared by all processes that open it. A handle: copies mean
 /// the same domain. Callable on any thread.
 ///
@@ -73,14 +75,16 @@ public:
     void registerDefaults(const PropertyList::Dictionary& defaults);
 
     /// Has the handler called when the key's value has become another one, by whichever process;
-    /// absent when there is none any more. The present value is not told, and of changes in quick
-    /// succession perhaps only the last. Handlers run on a queue of their own, one at a time: they
-    /// must not wait for each other.
+    /// absent when there is none any more. There is no call for the present value, and for changes
+    /// in quick succession perhaps only the last. Handlers run on a queue of their own, one at a
+    /// time: they must not wait for each other.
     [[nodiscard]] Observation observe(const std::string& keyPath, Handler handler) const;
 
 private:
     class Impl;
     explicit UserDefaults(std::shared_ptr<const Impl> impl);
+
+    std::unique_ptr<NativeSetting> nativeSetting(const std::string& keyPath) const;
 
     std::shared_ptr<const Impl> impl_;
 };

@@ -1,9 +1,10 @@
 #include "Platform/UserDefaults.h"
 
+#include "Platform/Native/ObservedSettings.h"
 #include "Platform/NeverDestroyed.h"
 #include "Platform/POSIX/FileSystemPath.h"
+#include "Platform/macOS/NativeSetting.h"
 #include "Platform/macOS/PropertyListObjects.h"
-#include "Platform/macOS/SettingsObservations.h"
 #include "Platform/macOS/Text.h"
 
 #include <utility>
@@ -39,7 +40,7 @@ std::optional<UserDefaults> UserDefaults::suite(std::string_view suiteName) {
 }
 
 std::optional<PropertyList> UserDefaults::object(std::string_view key) const {
-    return valueIn(impl_->defaults, key);
+    return settingIn(impl_->defaults, key);
 }
 
 void UserDefaults::set(std::string_view key, PropertyList value) {
@@ -70,42 +71,13 @@ void UserDefaults::registerDefaults(const PropertyList::Dictionary& defaults) {
         } @catch (NSException*) { // the system refuses
         }
     }
-    Observations::shared().look();
+    ObservedSettings::shared().compare();
 }
 
-class UserDefaults::Observation::Impl {
-public:
-    explicit Impl(std::shared_ptr<ObservedKey> key)
-        : key_(std::move(key)) {
-        Observations::shared().add(key_);
-    }
-
-    ~Impl() {
-        key_->silence();
-        Observations::shared().remove(key_);
-    }
-
-    Impl(const Impl&) = delete;
-    Impl& operator=(const Impl&) = delete;
-    Impl(Impl&&) = delete;
-    Impl& operator=(Impl&&) = delete;
-
-private:
-    const std::shared_ptr<ObservedKey> key_;
-};
-
-UserDefaults::Observation::Observation(std::unique_ptr<Impl> impl)
-    : impl_(std::move(impl)) {}
-
-UserDefaults::Observation::Observation(Observation&& other) noexcept = default;
-UserDefaults::Observation&
-UserDefaults::Observation::operator=(Observation&& other) noexcept = default;
-UserDefaults::Observation::~Observation() = default;
-
-UserDefaults::Observation UserDefaults::observe(const std::string& keyPath, Handler handler) const {
+std::unique_ptr<NativeSetting> UserDefaults::nativeSetting(const std::string& keyPath) const {
     @autoreleasepool {
-        return Observation(std::make_unique<Observation::Impl>(
-            std::make_shared<ObservedKey>(impl_->defaults, keyPath, std::move(handler))));
+        return std::make_unique<NativeSetting>(
+            std::make_unique<NativeSetting::Impl>(impl_->defaults, keyPath));
     }
 }
 

@@ -1,15 +1,14 @@
 #include "Platform/Linux/Settings/RegisteredDefaults.h"
 
+#include "Platform/Mutex.h"
 #include "Platform/NeverDestroyed.h"
-
-#include <mutex>
 
 namespace Platform::RegisteredDefaults {
 namespace {
 
 struct Registered {
-    std::mutex mutex;
-    PropertyList::Dictionary values; // mutex
+    Mutex mutex;
+    PropertyList::Dictionary values CORBEL_GUARDED_BY(mutex);
 };
 
 Registered& registered() {
@@ -26,7 +25,7 @@ std::optional<PropertyList> valueIn(const PropertyList::Dictionary& values, std:
 
 void add(const PropertyList::Dictionary& defaults) {
     auto& all = registered();
-    const std::lock_guard lock(all.mutex);
+    const MutexLock lock(all.mutex);
     for (const auto& [key, value] : defaults)
         all.values.insert_or_assign(key, value);
 }
@@ -35,7 +34,7 @@ std::optional<PropertyList> lookUp(const PropertyList::Dictionary& values, std::
     if (auto value = valueIn(values, key))
         return value;
     auto& all = registered();
-    const std::lock_guard lock(all.mutex);
+    const MutexLock lock(all.mutex);
     return valueIn(all.values, key);
 }
 

@@ -2,9 +2,10 @@
 
 #include "Platform/Bundle.h"
 #include "Platform/Linux/Settings/DomainFile.h"
-#include "Platform/Linux/Settings/Observations.h"
+#include "Platform/Linux/Settings/NativeSetting.h"
 #include "Platform/Linux/Settings/RegisteredDefaults.h"
 #include "Platform/Linux/Settings/SettingsFolder.h"
+#include "Platform/Native/ObservedSettings.h"
 #include "Platform/NeverDestroyed.h"
 
 #include <filesystem>
@@ -69,41 +70,12 @@ void UserDefaults::remove(std::string_view key) {
 
 void UserDefaults::registerDefaults(const PropertyList::Dictionary& defaults) {
     RegisteredDefaults::add(defaults);
-    Observations::shared().look();
+    ObservedSettings::shared().compare();
 }
 
-class UserDefaults::Observation::Impl {
-public:
-    explicit Impl(std::shared_ptr<ObservedKey> key)
-        : key_(std::move(key)) {
-        Observations::shared().add(key_);
-    }
-
-    ~Impl() {
-        key_->silence();
-        Observations::shared().remove(key_);
-    }
-
-    Impl(const Impl&) = delete;
-    Impl& operator=(const Impl&) = delete;
-    Impl(Impl&&) = delete;
-    Impl& operator=(Impl&&) = delete;
-
-private:
-    const std::shared_ptr<ObservedKey> key_;
-};
-
-UserDefaults::Observation::Observation(std::unique_ptr<Impl> impl)
-    : impl_(std::move(impl)) {}
-
-UserDefaults::Observation::Observation(Observation&& other) noexcept = default;
-UserDefaults::Observation&
-UserDefaults::Observation::operator=(Observation&& other) noexcept = default;
-UserDefaults::Observation::~Observation() = default;
-
-UserDefaults::Observation UserDefaults::observe(const std::string& keyPath, Handler handler) const {
-    return Observation(std::make_unique<Observation::Impl>(
-        std::make_shared<ObservedKey>(impl_->file, keyPath, std::move(handler))));
+std::unique_ptr<NativeSetting> UserDefaults::nativeSetting(const std::string& keyPath) const {
+    return std::make_unique<NativeSetting>(
+        std::make_unique<NativeSetting::Impl>(impl_->file, keyPath));
 }
 
 } // namespace Platform

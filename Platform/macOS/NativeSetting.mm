@@ -1,0 +1,81 @@
+#include "Platform/macOS/NativeSetting.h"
+
+#include "Platform/Native/ObservedSettings.h"
+#include "Platform/macOS/Boundary.h"
+#include "Platform/macOS/PropertyListObjects.h"
+#include "Platform/macOS/Text.h"
+
+#include <utility>
+
+/// Observes every key of every domain. It has no state and is never released: the system may still
+/// be calling it on another thread when an observation has ended.
+__attribute__((objc_runtime_name("MonitorFolders")))
+@interface SettingsObserver : NSObject
+@end
+
+@implementation SettingsObserver
+
+- (void)observeValueForKeyPath:(NSString*)keyPath
+                      ofObject:(id)object
+                        change:(NSDictionary<NSKeyValueChangeKey, id>*)change
+                       context:(void*)context {
+    Platform::runAtBoundary([] { Platform::ObservedSettings::shared().compare(); });
+}
+
+- (instancetype)init {
+    return [super init];
+}
+
+@end
+
+namespace Platform {
+namespace {
+
+SettingsObserver* observer() {
+    static SettingsObserver* const instance = [[SettingsObserver alloc] init];
+    return instance;
+}
+
+} // namespace
+
+std::optional<PropertyList> settingIn(NSUserDefaults* defaults, std::string_view key) {
+    @autoreleasepool {
+        NSString* const name = foundationText(key);
+        return name == nil ? std::nullopt : portableValue([defaults objectForKey:name]);
+    }
+}
+
+NativeSetting::Impl::Impl(NSUserDefaults* defaults, std::string keyPath)
+    : defaults_(defaults)
+    , keyPath_(std::move(keyPath))
+    , key_(foundationText(keyPath_)) {
+    // A path that leads through a value, or is no text, is refused by an exception.
+    @try {
+        [defaults_ addObserver:observer()
+                    forKeyPath:key_
+                       options:NSKeyValueObservingOptionNew
+                       context:nullptr];
+        isRegistered_ = true;
+    } @catch (NSException*) {
+    }
+}
+
+NativeSetting::Impl::~Impl() {
+    if (isRegistered_)
+        [defaults_ removeObserver:observer() forKeyPath:key_ context:nullptr];
+}
+
+NativeSetting::NativeSetting(std::unique_ptr<Impl> impl)
+    : impl_(std::move(impl)) {}
+
+NativeSetting::~NativeSetting() = default;
+
+std::vector<std::optional<PropertyList>>
+NativeSetting::values(const std::vector<const NativeSetting*>& settings) {
+    std::vector<std::optional<PropertyList>> values;
+    for (const auto* setting : settings)
+        values.push_back(setting->impl_->value());
+    return values;
+}
+
+} // namespace Platform

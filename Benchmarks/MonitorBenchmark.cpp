@@ -135,7 +135,7 @@ bool raiseStorm() {
     }
     std::printf("  %d files in %.1f s; count was lost %d times\n", files, seconds,
                 delegate->calls(temporary.path()));
-    const bool holds = report("Storm: changed folders that were not told", missing, 0);
+    const bool holds = report("Storm: changed folders without a call", missing, 0);
     return report("Storm: calls for a folder", most, seconds + 1) && holds;
 }
 

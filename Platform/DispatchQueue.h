@@ -45,7 +45,7 @@ public:
 
 private:
     friend class FileSystemObjectSource; // whose handlers a system may run on the queue itself
-    friend class NativeEventStream;      // likewise
+    friend class FileSystemEventStream;  // likewise
     class Impl;
     explicit DispatchQueue(std::shared_ptr<Impl> impl);
 

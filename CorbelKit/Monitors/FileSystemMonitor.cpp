@@ -57,37 +57,29 @@ void FileSystemMonitor::setDelegate(std::weak_ptr<MonitorDelegate> delegate) {
 }
 
 bool FileSystemMonitor::hasStream() const {
-    return stream().has_value();
+    return stream() != nullptr;
 }
 
-std::optional<FileSystemMonitor::Stream> FileSystemMonitor::stream() const {
+std::shared_ptr<const FileSystemMonitor::Stream> FileSystemMonitor::stream() const {
     const Platform::MutexLock lock(mutex_);
-    return streamRef_;
+    return stream_;
 }
 
+// The stream given up dies outside the lock.
 void FileSystemMonitor::startMonitoring() {
     stopMonitoring();
-    const auto stream =
-        Stream::create(url_.path(), latency, [weak = weak_from_this()](const auto& paths) {
+    std::shared_ptr<const Stream> stream =
+        Stream::make(url_.path(), latency, queue(), [weak = weak_from_this()](const auto& paths) {
             if (auto monitor = weak.lock())
                 monitor->notifyDelegate(paths);
         });
-    {
-        const Platform::MutexLock lock(mutex_);
-        streamRef_ = stream;
-    }
-    if (!stream)
-        return;
-    stream->setDispatchQueue(queue());
-    stream->start();
+    const Platform::MutexLock lock(mutex_);
+    stream_.swap(stream);
 }
 
 void FileSystemMonitor::stopMonitoring() {
-    if (const auto stopping = stream()) {
-        stopping->stop();
-        stopping->invalidate();
-        stopping->release();
-    }
+    if (const auto stopping = stream())
+        stopping->end();
 }
 
 void FileSystemMonitor::notifyDelegate(const std::vector<std::string>& paths) const {

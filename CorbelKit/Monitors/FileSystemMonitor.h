@@ -6,16 +6,15 @@
 #include "Platform/Mutex.h"
 
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
 namespace CorbelKit {
 
-/// Watches a whole tree and tells its delegate which folders had something change: each folder
-/// once, with its own URL, for all that happened within a second. An item that was made, written,
-/// renamed or removed is a change of the folder that holds it. Where the system lost count, the
-/// root is told, and stands for all of the tree.
+/// Watches a whole tree and notifies its delegate of the folders that had something change: each
+/// folder once, with its own URL, for all that happened within a second. An item that was made,
+/// written, renamed or removed is a change of the folder that holds it. Where the system lost
+/// count, the delegate gets the root, which stands for all of the tree.
 class FileSystemMonitor final : public MonitorType,
                                 public std::enable_shared_from_this<FileSystemMonitor> {
     struct Private {
@@ -43,7 +42,7 @@ public:
     /// Makes and starts a stream, in place of the one before. Idle when the system makes none.
     void startMonitoring() override;
 
-    /// Ends the events; the stream stays, released.
+    /// Ends the events; the stream stays, at its end.
     void stopMonitoring() override;
 
     /// Whether a stream was made, be it stopped by now.
@@ -56,13 +55,13 @@ private:
     using Stream = Platform::FileSystemEventStream;
 
     void notifyDelegate(const std::vector<std::string>& paths) const;
-    std::optional<Stream> stream() const;
+    std::shared_ptr<const Stream> stream() const;
 
     const Platform::URL url_;
 
     // The owner's thread and the monitors' queue meet in these.
     mutable Platform::Mutex mutex_;
-    std::optional<Stream> streamRef_ CORBEL_GUARDED_BY(mutex_);
+    std::shared_ptr<const Stream> stream_ CORBEL_GUARDED_BY(mutex_);
     std::weak_ptr<MonitorDelegate> delegate_ CORBEL_GUARDED_BY(mutex_);
 };
 

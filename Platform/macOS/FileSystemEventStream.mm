@@ -1,4 +1,6 @@
-#include "Platform/Native/NativeEventStream.h"
+#include "Platform/FileSystemEventStream.h"
+
+#include "Platform/Mutex.h"
 #include "Platform/macOS/Boundary.h"
 #include "Platform/macOS/DispatchQueueImpl.h"
 #include "Platform/macOS/Text.h"
@@ -37,41 +39,45 @@ void receive(ConstFSEventStreamRef, void* info, size_t, void* eventPaths,
 
 } // namespace
 
-class NativeEventStream::Impl {
+class FileSystemEventStream::Impl {
 public:
-    Impl(NSString* path, std::chrono::nanoseconds latency, FileSystemEventStream::Callback callback)
-        : receiver_(std::make_shared<Receiver>(Receiver{std::move(callback)})) {
+    Impl(NSString* path, std::chrono::nanoseconds latency, dispatch_queue_t queue,
+         Callback callback)
+        : queue_(queue)
+        , receiver_(std::make_shared<Receiver>(Receiver{std::move(callback)})) {
         FSEventStreamContext context{0, receiver_.get(), nullptr, nullptr, nullptr};
         stream_ = FSEventStreamCreate(
             kCFAllocatorDefault, receive, &context, (__bridge CFArrayRef) @[ path ],
             kFSEventStreamEventIdSinceNow, std::chrono::duration<double>(latency).count(),
             kFSEventStreamCreateFlagUseCFTypes | kFSEventStreamCreateFlagFileEvents);
+        if (stream_ == nullptr)
+            return;
+        FSEventStreamSetDispatchQueue(stream_, queue_);
+        isStarted_ = FSEventStreamStart(stream_) != 0;
     }
 
-    ~Impl() {
-        if (stream_ != nullptr)
-            FSEventStreamRelease(stream_);
-    }
+    ~Impl() { end(); }
 
     Impl(const Impl&) = delete;
     Impl& operator=(const Impl&) = delete;
     Impl(Impl&&) = delete;
     Impl& operator=(Impl&&) = delete;
 
-    bool isCreated() const { return stream_ != nullptr; }
-
-    void setDispatchQueue(dispatch_queue_t queue) {
-        queue_ = queue;
-        FSEventStreamSetDispatchQueue(stream_, queue);
+    bool isCreated() const {
+        const MutexLock lock(mutex_);
+        return stream_ != nullptr;
     }
 
-    bool start() { return FSEventStreamStart(stream_) != 0; }
-
-    void stop() { FSEventStreamStop(stream_); }
-
     /// A call-back may be under way on the queue; what it was given lives until it has returned.
-    void invalidate() {
-        FSEventStreamInvalidate(stream_);
+    void end() {
+        const MutexLock lock(mutex_);
+        const auto stream = std::exchange(stream_, nullptr);
+        if (stream == nullptr)
+            return;
+        if (isStarted_)
+            FSEventStreamStop(stream);
+        FSEventStreamInvalidate(stream);
+        FSEventStreamRelease(stream);
         const auto receiver = receiver_;
         dispatch_barrier_async(queue_, ^{
             static_cast<void>(receiver);
@@ -79,42 +85,36 @@ public:
     }
 
 private:
+    const dispatch_queue_t queue_;
     const std::shared_ptr<Receiver> receiver_;
-    FSEventStreamRef stream_ = nullptr;
-    dispatch_queue_t queue_ = nil;
+
+    mutable Mutex mutex_; // no call-back runs under it
+    FSEventStreamRef stream_ CORBEL_GUARDED_BY(mutex_) = nullptr;
+    bool isStarted_ CORBEL_GUARDED_BY(mutex_) = false;
 };
 
-std::unique_ptr<NativeEventStream>
-NativeEventStream::create(std::string_view path, std::chrono::nanoseconds latency,
-                          FileSystemEventStream::Callback callback) {
+std::unique_ptr<FileSystemEventStream> FileSystemEventStream::make(std::string_view path,
+                                                                   std::chrono::nanoseconds latency,
+                                                                   const DispatchQueue& queue,
+                                                                   Callback callback) {
     @autoreleasepool {
         NSString* const text = foundationText(path);
         if (text == nil)
             return nullptr;
-        auto impl = std::make_unique<Impl>(text, latency, std::move(callback));
-        return impl->isCreated() ? std::make_unique<NativeEventStream>(std::move(impl)) : nullptr;
+        auto impl =
+            std::make_unique<Impl>(text, latency, queue.impl_->queue(), std::move(callback));
+        return impl->isCreated() ? std::make_unique<FileSystemEventStream>(std::move(impl))
+                                 : nullptr;
     }
 }
 
-NativeEventStream::NativeEventStream(std::unique_ptr<Impl> impl)
+FileSystemEventStream::FileSystemEventStream(std::unique_ptr<Impl> impl)
     : impl_(std::move(impl)) {}
 
-NativeEventStream::~NativeEventStream() = default;
+FileSystemEventStream::~FileSystemEventStream() = default;
 
-void NativeEventStream::setDispatchQueue(const DispatchQueue& queue) {
-    impl_->setDispatchQueue(queue.impl_->queue());
-}
-
-bool NativeEventStream::start() {
-    return impl_->start();
-}
-
-void NativeEventStream::stop() {
-    impl_->stop();
-}
-
-void NativeEventStream::invalidate() {
-    impl_->invalidate();
+void FileSystemEventStream::end() const {
+    impl_->end();
 }
 
 } // namespace Platform

@@ -3,27 +3,39 @@
 #include "Platform/Native/ObservedSettings.h"
 #include "Platform/macOS/Boundary.h"
 #include "Platform/macOS/PropertyListObjects.h"
+#include "Platform/macOS/SystemEvents.h"
 #include "Platform/macOS/Text.h"
 
 #include <utility>
 
-/// Observes every key of every domain. It has no state and is never released: the system may still
-/// be calling it on another thread when an observation has ended.
-__attribute__((objc_runtime_name("MonitorFolders")))
-@interface SettingsObserver : NSObject
+namespace Platform {
+namespace {
+
+Class observerClass = Nil;
+
+} // namespace
+
+void SystemEvents::chooseSettingsObserver(Class observer) {
+    observerClass = observer;
+}
+
+void SystemEvents::settingDidChange() noexcept {
+    runAtBoundary([] { ObservedSettings::shared().compare(); });
+}
+
+} // namespace Platform
+
+/// The observer in a program that brings no class of its own.
+@interface CorbelSettingsObserver : NSObject
 @end
 
-@implementation SettingsObserver
+@implementation CorbelSettingsObserver
 
 - (void)observeValueForKeyPath:(NSString*)keyPath
                       ofObject:(id)object
                         change:(NSDictionary<NSKeyValueChangeKey, id>*)change
                        context:(void*)context {
-    Platform::runAtBoundary([] { Platform::ObservedSettings::shared().compare(); });
-}
-
-- (instancetype)init {
-    return [super init];
+    Platform::SystemEvents::settingDidChange();
 }
 
 @end
@@ -31,8 +43,11 @@ __attribute__((objc_runtime_name("MonitorFolders")))
 namespace Platform {
 namespace {
 
-SettingsObserver* observer() {
-    static SettingsObserver* const instance = [[SettingsObserver alloc] init];
+/// Observes every key of every domain. It has no state and is never released: the system may still
+/// be calling it on another thread when an observation has ended.
+NSObject* observer() {
+    static NSObject* const instance =
+        [[(observerClass != Nil ? observerClass : CorbelSettingsObserver.class) alloc] init];
     return instance;
 }
 

@@ -1,5 +1,5 @@
 #include "CorbelKit/Monitors/FileSystemMonitor.h"
-#include "Tests/CorbelKit/TellingDelegate.h"
+#include "Tests/CorbelKit/RecordingDelegate.h"
 #include "Tests/Support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -153,23 +153,23 @@ private:
 class FileSystemMonitorRandomTest : public ::testing::Test {
 protected:
     // Batches come in order, and the mark is the last of its batch: whatever was changed before is
-    // told by then.
+    // notified by then.
     void waitForMark() {
         const auto mark = marks / std::to_string(++lastMark);
         fs::create_directory(mark);
-        ASSERT_TRUE(delegate->isToldOf(mark));
+        ASSERT_TRUE(delegate->isNotifiedOf(mark));
     }
 
     void checkRound(const RandomChanges& changes) {
-        const auto told = delegate->takeCalls();
-        if (told.contains(root.parent_path().string()))
+        const auto notified = delegate->takeCalls();
+        if (notified.contains(root.parent_path().string()))
             return; // count was lost: everything is to be looked at
         for (const auto& folder : changes.folders()) {
             const bool isInTree = folder->path.string().starts_with(root.string());
             if (!folder->isChanged || folder->isGone || !isInTree)
                 continue;
             EXPECT_TRUE(std::ranges::any_of(folder->paths, [&](const auto& path) {
-                return told.contains(path);
+                return notified.contains(path);
             })) << folder->path;
         }
     }
@@ -177,7 +177,7 @@ protected:
     TestSupport::TemporaryFolder temporary;
     const fs::path marks = temporary.path() / "tree" / "z";
     const fs::path root = marks.parent_path() / "root";
-    const std::shared_ptr<TellingDelegate> delegate = std::make_shared<TellingDelegate>();
+    const std::shared_ptr<RecordingDelegate> delegate = std::make_shared<RecordingDelegate>();
     int lastMark = 0;
 };
 

@@ -1,5 +1,5 @@
 #include "CorbelKit/Monitors/FileSystemMonitor.h"
-#include "Tests/CorbelKit/TellingDelegate.h"
+#include "Tests/CorbelKit/RecordingDelegate.h"
 #include "Tests/Support/TemporaryFolder.h"
 #include "Tests/Support/WaitUntil.h"
 
@@ -32,21 +32,21 @@ protected:
     }
 
     // Batches come in order, and the mark is the last of its batch: whatever went before has been
-    // told when this returns.
+    // notified when this returns.
     void waitForAllSoFar() {
         const auto mark = root / "z" / std::to_string(++lastMark);
         fs::create_directory(mark);
-        ASSERT_TRUE(delegate->isToldOf(mark));
+        ASSERT_TRUE(delegate->isNotifiedOf(mark));
     }
 
     TestSupport::TemporaryFolder temporary;
     const fs::path root = temporary.path();
-    const std::shared_ptr<TellingDelegate> delegate = std::make_shared<TellingDelegate>();
+    const std::shared_ptr<RecordingDelegate> delegate = std::make_shared<RecordingDelegate>();
     std::shared_ptr<FileSystemMonitor> monitor;
     int lastMark = 0;
 };
 
-TEST_F(FileSystemMonitorTest, TellsOfEachFolderOnceForAllThatHappenedInABatch) {
+TEST_F(FileSystemMonitorTest, NotifiesOfEachFolderOnceForAllThatHappenedInABatch) {
     watch(root);
     for (int file = 0; file < 10; ++file)
         writeFile(root / "one" / std::to_string(file), "1");
@@ -57,33 +57,33 @@ TEST_F(FileSystemMonitorTest, TellsOfEachFolderOnceForAllThatHappenedInABatch) {
     EXPECT_TRUE(delegate->hasFolderURLsOnly());
 }
 
-TEST_F(FileSystemMonitorTest, TellsResolvedFoldersWhereItsPathLeadsThroughALink) {
+TEST_F(FileSystemMonitorTest, GivesResolvedFoldersWhereItsPathLeadsThroughALink) {
     TestSupport::TemporaryFolder other;
     fs::create_directory_symlink(root, other / "link");
     watch(other / "link" / "one");
     EXPECT_EQ(monitor->url(), folderURL(root / "one"));
     writeFile(root / "one" / "file", "1");
-    EXPECT_TRUE(delegate->isToldOf(root / "one"));
+    EXPECT_TRUE(delegate->isNotifiedOf(root / "one"));
 }
 
-TEST_F(FileSystemMonitorTest, TellsOfEachKindOfChangeAnywhereBelow) {
+TEST_F(FileSystemMonitorTest, NotifiesOfEachKindOfChangeAnywhereBelow) {
     fs::create_directories(root / "one" / "deep" / "deeper");
     const auto file = root / "one" / "deep" / "deeper" / "file";
     watch(root);
-    const auto isToldAfter = [&](const auto& change) {
+    const auto isNotifiedAfter = [&](const auto& change) {
         waitForAllSoFar();
         delegate->takeCalls();
         change();
-        return delegate->isToldOf(file.parent_path());
+        return delegate->isNotifiedOf(file.parent_path());
     };
-    EXPECT_TRUE(isToldAfter([&] { writeFile(file, "1"); }));
-    EXPECT_TRUE(isToldAfter([&] { writeFile(file, "22"); }));
-    EXPECT_TRUE(isToldAfter([&] { fs::permissions(file, fs::perms::owner_read); }));
-    EXPECT_TRUE(isToldAfter([&] { fs::rename(file, file.string() + "2"); }));
-    EXPECT_TRUE(isToldAfter([&] { fs::remove(file.string() + "2"); }));
+    EXPECT_TRUE(isNotifiedAfter([&] { writeFile(file, "1"); }));
+    EXPECT_TRUE(isNotifiedAfter([&] { writeFile(file, "22"); }));
+    EXPECT_TRUE(isNotifiedAfter([&] { fs::permissions(file, fs::perms::owner_read); }));
+    EXPECT_TRUE(isNotifiedAfter([&] { fs::rename(file, file.string() + "2"); }));
+    EXPECT_TRUE(isNotifiedAfter([&] { fs::remove(file.string() + "2"); }));
 }
 
-TEST_F(FileSystemMonitorTest, TellsNoFormerPathOfFoldersThatMoveOrLeave) {
+TEST_F(FileSystemMonitorTest, GivesNoFormerPathOfFoldersThatMoveOrLeave) {
     TestSupport::TemporaryFolder outside;
     fs::create_directories(root / "one" / "moving" / "below");
     fs::create_directories(root / "leaving");
@@ -94,7 +94,7 @@ TEST_F(FileSystemMonitorTest, TellsNoFormerPathOfFoldersThatMoveOrLeave) {
     delegate->takeCalls();
     writeFile(outside / "left" / "file", "1");
     writeFile(root / "two/moved/below" / "new", "1");
-    EXPECT_TRUE(delegate->isToldOf(root / "two/moved/below"));
+    EXPECT_TRUE(delegate->isNotifiedOf(root / "two/moved/below"));
     waitForAllSoFar();
     for (const auto* path : {"leaving", "one/moving", "one/moving/below"})
         EXPECT_EQ(delegate->calls(root / path), 0) << path;
@@ -102,7 +102,7 @@ TEST_F(FileSystemMonitorTest, TellsNoFormerPathOfFoldersThatMoveOrLeave) {
 
 TEST_F(FileSystemMonitorTest, EndsWithEventsPendingAndStartsAgain) {
     watch(root);
-    const auto silent = std::make_shared<TellingDelegate>();
+    const auto silent = std::make_shared<RecordingDelegate>();
     auto stopped = FileSystemMonitor::make(folderURL(root));
     auto released = FileSystemMonitor::make(folderURL(root));
     stopped->setDelegate(silent);
@@ -117,14 +117,14 @@ TEST_F(FileSystemMonitorTest, EndsWithEventsPendingAndStartsAgain) {
 
     stopped->startMonitoring();
     writeFile(root / "one" / "file", "2");
-    EXPECT_TRUE(silent->isToldOf(root / "one"));
+    EXPECT_TRUE(silent->isNotifiedOf(root / "one"));
 }
 
 TEST_F(FileSystemMonitorTest, DropsEventsOfADelegateThatIsGone) {
     watch(root);
-    auto brief = std::make_shared<TellingDelegate>();
+    auto brief = std::make_shared<RecordingDelegate>();
     monitor->setDelegate(brief);
-    const std::weak_ptr<TellingDelegate> weak = brief;
+    const std::weak_ptr<RecordingDelegate> weak = brief;
     brief.reset();
     EXPECT_TRUE(weak.expired());
     EXPECT_EQ(monitor->delegate(), nullptr);
@@ -134,7 +134,7 @@ TEST_F(FileSystemMonitorTest, DropsEventsOfADelegateThatIsGone) {
 }
 
 // More than the system has event queues for, were each to take one; and half of them on one tree.
-TEST_F(FileSystemMonitorTest, OfAnyNumberTellTheirOwn) {
+TEST_F(FileSystemMonitorTest, OfAnyNumberNotifyTheirOwn) {
     constexpr int pairs = 100;
     std::vector<std::shared_ptr<FileSystemMonitor>> monitors;
     for (int number = 0; number < pairs; ++number) {
@@ -149,7 +149,7 @@ TEST_F(FileSystemMonitorTest, OfAnyNumberTellTheirOwn) {
         writeFile(root / "one" / std::to_string(number) / "file", "1");
     writeFile(root / "two" / "file", "1");
     for (int number = 0; number < pairs; ++number)
-        EXPECT_TRUE(delegate->isToldOf(root / "one" / std::to_string(number))) << number;
+        EXPECT_TRUE(delegate->isNotifiedOf(root / "one" / std::to_string(number))) << number;
     EXPECT_TRUE(TestSupport::waitUntil([&] { return delegate->calls(root / "two") >= pairs; }));
 }
 

@@ -1,5 +1,5 @@
 #include "CorbelKit/Monitors/SingleFolderMonitor.h"
-#include "Tests/CorbelKit/TellingDelegate.h"
+#include "Tests/CorbelKit/RecordingDelegate.h"
 #include "Tests/Support/Testing.h"
 
 #include <fcntl.h>
@@ -15,15 +15,15 @@ protected:
     void expectCallAfter(const auto& change) {
         delegate->takeCalls();
         change();
-        EXPECT_TRUE(delegate->isToldOf(folder.path()));
+        EXPECT_TRUE(delegate->isNotifiedOf(folder.path()));
     }
 
     TemporaryFolder folder;
     Platform::URL url = folderURL(folder.path());
-    std::shared_ptr<TellingDelegate> delegate = std::make_shared<TellingDelegate>();
+    std::shared_ptr<RecordingDelegate> delegate = std::make_shared<RecordingDelegate>();
 };
 
-TEST_F(SingleFolderMonitorTest, TellsOfEachKindOfEntryChangeWithItsFolder) {
+TEST_F(SingleFolderMonitorTest, NotifiesOfEachKindOfEntryChangeWithItsFolder) {
     auto monitor = SingleFolderMonitor::make(url);
     monitor->setDelegate(delegate);
     expectCallAfter([&] { writeFile(folder / "a", "1"); });
@@ -42,11 +42,11 @@ TEST_F(SingleFolderMonitorTest, WritingIntoAFileIsNoEvent) {
 
     // A second monitor sees, after the same writes, an entry change through the same queue.
     TemporaryFolder other;
-    auto otherDelegate = std::make_shared<TellingDelegate>();
+    auto otherDelegate = std::make_shared<RecordingDelegate>();
     auto otherMonitor = SingleFolderMonitor::make(folderURL(other.path()));
     otherMonitor->setDelegate(otherDelegate);
     writeFile(other / "a", "1");
-    ASSERT_TRUE(otherDelegate->isToldOf(other.path()));
+    ASSERT_TRUE(otherDelegate->isNotifiedOf(other.path()));
     EXPECT_TRUE(delegate->takeCalls().empty());
 }
 
@@ -91,7 +91,7 @@ TEST_F(SingleFolderMonitorTest, DropsEventsWithoutADelegateAndDoesNotKeepItAlive
     delegate.reset();
     EXPECT_EQ(monitor->delegate(), nullptr);
     writeFile(folder / "a", "1");
-    delegate = std::make_shared<TellingDelegate>();
+    delegate = std::make_shared<RecordingDelegate>();
     monitor->setDelegate(delegate);
     expectCallAfter([&] { writeFile(folder / "b", "1"); });
 }

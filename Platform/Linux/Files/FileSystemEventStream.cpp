@@ -1,75 +1,46 @@
-#include "Platform/Linux/Files/FileSystemEvents/TreeWatcher.h"
-#include "Platform/Native/NativeEventStream.h"
+#include "Platform/FileSystemEventStream.h"
 
-#include <optional>
+#include "Platform/Linux/Files/FileSystemEvents/TreeEventReader.h"
+
 #include <string>
 #include <utility>
 
 namespace Platform {
 
-class NativeEventStream::Impl {
+class FileSystemEventStream::Impl {
 public:
-    Impl(std::string_view path, std::chrono::nanoseconds latency,
-         FileSystemEventStream::Callback callback)
-        : path_(path)
-        , latency_(latency)
-        , callback_(std::move(callback)) {}
+    explicit Impl(TreeEventReader::Identifier tree)
+        : tree_(tree) {}
 
-    void setDispatchQueue(const DispatchQueue& queue) { queue_ = queue; }
+    ~Impl() { end(); }
 
-    bool start() {
-        if (!queue_)
-            return false;
-        tree_ = TreeWatcher::shared().start(path_, *queue_, latency_, callback_);
-        if (!tree_)
-            return false;
-        if (std::exchange(hasRun_, true))
-            TreeWatcher::shared().tellWhole(*tree_);
-        return true;
-    }
+    Impl(const Impl&) = delete;
+    Impl& operator=(const Impl&) = delete;
+    Impl(Impl&&) = delete;
+    Impl& operator=(Impl&&) = delete;
 
-    void stop() {
-        if (const auto tree = std::exchange(tree_, std::nullopt))
-            TreeWatcher::shared().stop(*tree);
-    }
-
-    void invalidate() { queue_.reset(); }
+    void end() const { TreeEventReader::shared().stop(tree_); }
 
 private:
-    const std::string path_;
-    const std::chrono::nanoseconds latency_;
-    const FileSystemEventStream::Callback callback_;
-    std::optional<DispatchQueue> queue_;
-    std::optional<TreeWatcher::Identifier> tree_;
-    bool hasRun_ = false;
+    const TreeEventReader::Identifier tree_;
 };
 
-std::unique_ptr<NativeEventStream>
-NativeEventStream::create(std::string_view path, std::chrono::nanoseconds latency,
-                          FileSystemEventStream::Callback callback) {
-    return std::make_unique<NativeEventStream>(
-        std::make_unique<Impl>(path, latency, std::move(callback)));
+std::unique_ptr<FileSystemEventStream> FileSystemEventStream::make(std::string_view path,
+                                                                   std::chrono::nanoseconds latency,
+                                                                   const DispatchQueue& queue,
+                                                                   Callback callback) {
+    const auto tree =
+        TreeEventReader::shared().start(std::string(path), queue, latency, std::move(callback));
+    return tree ? std::make_unique<FileSystemEventStream>(std::make_unique<Impl>(*tree)) : nullptr;
 }
 
-NativeEventStream::NativeEventStream(std::unique_ptr<Impl> impl)
+FileSystemEventStream::FileSystemEventStream(std::unique_ptr<Impl> impl)
     : impl_(std::move(impl)) {}
 
-NativeEventStream::~NativeEventStream() = default;
+FileSystemEventStream::~FileSystemEventStream() = default;
 
-void NativeEventStream::setDispatchQueue(const DispatchQueue& queue) {
-    impl_->setDispatchQueue(queue);
-}
-
-bool NativeEventStream::start() {
-    return impl_->start();
-}
-
-void NativeEventStream::stop() {
-    impl_->stop();
-}
-
-void NativeEventStream::invalidate() {
-    impl_->invalidate();
+void FileSystemEventStream::end() const {
+    impl_->end();
 }
 
 } // namespace Platform

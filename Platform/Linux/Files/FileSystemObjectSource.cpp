@@ -1,20 +1,14 @@
 #include "Platform/FileSystemObjectSource.h"
 
-#include "Platform/Linux/Files/Inotify/InotifyRecords.h"
+#include "Platform/Linux/Files/Inotify/Inotify.h"
 #include "Platform/Linux/Loops/WorkerPool.h"
 #include "Platform/POSIX/FileSystemPath.h"
 
-#include <asio/bind_executor.hpp>
-#include <asio/posix/stream_descriptor.hpp>
 #include <asio/post.hpp>
 #include <asio/strand.hpp>
-#include <sys/inotify.h>
-#include <unistd.h>
 
 #include <array>
 #include <atomic>
-#include <cstddef>
-#include <string_view>
 #include <utility>
 
 namespace Platform {
@@ -22,16 +16,13 @@ namespace {
 
 constexpr std::uint32_t entriesWritten = IN_CREATE | IN_DELETE | IN_MOVED_FROM | IN_MOVED_TO;
 
-// Empties the event queue; whether it told of written entries, or of events that were lost.
-bool drain(int fileDescriptor) {
+/// Empties the event queue; whether entries were written, or events lost.
+bool drain(Inotify& inotify) {
     std::array<char, 4096> buffer;
     bool written = false;
-    ssize_t count = 0;
-    while ((count = ::read(fileDescriptor, buffer.data(), buffer.size())) > 0) {
-        forEachInotifyRecord({buffer.data(), static_cast<std::size_t>(count)},
-                             [&](const inotify_event& record, std::string_view) {
-                                 written |= (record.mask & (entriesWritten | IN_Q_OVERFLOW)) != 0;
-                             });
+    for (auto records = inotify.read(buffer); !records.isEmpty(); records = inotify.read(buffer)) {
+        while (const auto record = records.next())
+            written |= (record->events & (entriesWritten | IN_Q_OVERFLOW)) != 0;
     }
     return written;
 }
@@ -44,12 +35,9 @@ public:
     Impl(int fileDescriptor, DispatchQueue queue)
         : queue_(std::move(queue))
         , strand_(asio::make_strand(workerExecutor()))
-        , descriptor_(strand_) {
-        asio::error_code failure; // leaves the source idle
-        descriptor_.assign(fileDescriptor, failure);
-    }
+        , inotify_(strand_, fileDescriptor) {}
 
-    ~Impl() { releaseDescriptor(); }
+    ~Impl() { inotify_.release(); }
 
     Impl(const Impl&) = delete;
     Impl& operator=(const Impl&) = delete;
@@ -76,17 +64,16 @@ public:
 
 private:
     void waitForEvents() {
-        if (ended_ || !descriptor_.is_open())
+        if (ended_)
             return;
-        descriptor_.async_wait(asio::posix::stream_descriptor::wait_read,
-                               [self = shared_from_this()](asio::error_code failure) {
-                                   if (!failure && !self->ended_)
-                                       self->receiveEvents();
-                               });
+        inotify_.waitForRecords([self = shared_from_this()] {
+            if (!self->ended_)
+                self->receiveEvents();
+        });
     }
 
     void receiveEvents() {
-        if (!drain(descriptor_.native_handle())) {
+        if (!drain(inotify_)) {
             waitForEvents();
             return;
         }
@@ -112,7 +99,7 @@ private:
     void endDelivery(bool cancelled) {
         ended_ = true;
         cancelled_ = cancelled;
-        releaseDescriptor();
+        inotify_.release();
         if (!handlerUnderWay_)
             finish();
     }
@@ -123,18 +110,13 @@ private:
             queue_.async(std::move(handler));
     }
 
-    void releaseDescriptor() {
-        if (descriptor_.is_open())
-            descriptor_.release();
-    }
-
     const DispatchQueue queue_;
     asio::strand<asio::any_io_executor> strand_;
     std::atomic<bool> silenced_ = false; // no event handler starts any more
     Handler eventHandler_;               // set before `resume`, then read by the handler's task
 
     // On the strand only.
-    asio::posix::stream_descriptor descriptor_;
+    Inotify inotify_; // the descriptor is the caller's
     Handler cancelHandler_;
     bool handlerUnderWay_ = false;
     bool ended_ = false;
@@ -145,14 +127,10 @@ int FileSystemObjectSource::openForEvents(const URL& url) {
     const auto path = fileSystemPath(url);
     if (!path)
         return -1;
-    const int fileDescriptor = inotify_init1(IN_NONBLOCK | IN_CLOEXEC);
-    if (fileDescriptor == -1)
+    auto inotify = Inotify::make(workerExecutor());
+    if (!inotify || inotify->add(path->c_str(), entriesWritten) == -1)
         return -1;
-    if (inotify_add_watch(fileDescriptor, path->c_str(), entriesWritten) == -1) {
-        ::close(fileDescriptor);
-        return -1;
-    }
-    return fileDescriptor;
+    return inotify->release();
 }
 
 FileSystemObjectSource::FileSystemObjectSource(int fileDescriptor, const DispatchQueue& queue)

@@ -1,14 +1,7 @@
 #include "Platform/Linux/Settings/FileWatch.h"
 
-#include "Platform/Linux/Files/Inotify/InotifyRecords.h"
-
-#include <sys/inotify.h>
-#include <unistd.h>
-
 #include <array>
 #include <cerrno>
-#include <cstddef>
-#include <string_view>
 #include <utility>
 
 namespace Platform {
@@ -27,22 +20,16 @@ constexpr std::uint32_t concernsAll = folderGone | IN_UNMOUNT | IN_IGNORED | IN_
 
 } // namespace
 
-FileWatch::FileWatch(const Strand& strand, std::function<void()> changed)
+FileWatch::FileWatch(Inotify inotify, std::function<void()> changed)
     : changed_(std::move(changed))
-    , descriptor_(strand) {}
+    , inotify_(std::move(inotify)) {}
 
 std::shared_ptr<FileWatch> FileWatch::start(const Strand& strand, const std::set<fs::path>& files,
                                             std::function<void()> changed) {
-    auto watch = std::make_shared<FileWatch>(strand, std::move(changed));
-    const int descriptor = inotify_init1(IN_NONBLOCK | IN_CLOEXEC);
-    if (descriptor == -1)
-        return watch;
-    asio::error_code failure;
-    watch->descriptor_.assign(descriptor, failure);
-    if (failure) {
-        close(descriptor);
-        return watch;
-    }
+    auto inotify = Inotify::make(strand);
+    if (!inotify)
+        return nullptr;
+    auto watch = std::make_shared<FileWatch>(std::move(*inotify), std::move(changed));
     for (const auto& file : files)
         watch->watch(file);
     watch->waitForEvents();
@@ -68,37 +55,31 @@ void FileWatch::watch(const fs::path& file) {
 
 /// False where there is no such folder. One that may not be watched is passed over.
 bool FileWatch::add(const fs::path& folder, std::uint32_t events) {
-    return inotify_add_watch(descriptor_.native_handle(), folder.c_str(),
-                             events | IN_MASK_ADD | IN_ONLYDIR) != -1 ||
+    return inotify_.add(folder.c_str(), events | IN_MASK_ADD | IN_ONLYDIR) != -1 ||
            (errno != ENOENT && errno != ENOTDIR);
 }
 
 void FileWatch::waitForEvents() {
-    descriptor_.async_wait(asio::posix::stream_descriptor::wait_read,
-                           [weak = weak_from_this()](asio::error_code failure) {
-                               const auto self = weak.lock();
-                               if (failure || !self)
-                                   return;
-                               if (self->drain()) {
-                                   self->changed_();
-                               } else {
-                                   self->waitForEvents();
-                               }
-                           });
+    inotify_.waitForRecords([weak = weak_from_this()] {
+        const auto self = weak.lock();
+        if (!self)
+            return;
+        if (self->drain()) {
+            self->changed_();
+        } else {
+            self->waitForEvents();
+        }
+    });
 }
 
-/// Empties the event queue; whether it told of anything that concerns the files.
+/// Empties the event queue; whether any of it concerns the files.
 bool FileWatch::drain() {
     std::array<char, 4096> buffer;
     bool concerns = false;
-    ssize_t count = 0;
-    // NOLINTNEXTLINE(clang-analyzer-unix.BlockInCriticalSection): the descriptor does not block
-    while ((count = read(descriptor_.native_handle(), buffer.data(), buffer.size())) > 0) {
-        forEachInotifyRecord({buffer.data(), static_cast<std::size_t>(count)},
-                             [&](const inotify_event& record, std::string_view name) {
-                                 concerns |=
-                                     (record.mask & concernsAll) != 0 || names_.contains(name);
-                             });
+    for (auto records = inotify_.read(buffer); !records.isEmpty();
+         records = inotify_.read(buffer)) {
+        while (const auto record = records.next())
+            concerns |= (record->events & concernsAll) != 0 || names_.contains(record->name);
     }
     return concerns;
 }

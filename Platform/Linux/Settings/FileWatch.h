@@ -1,7 +1,8 @@
 #pragma once
 
+#include "Platform/Linux/Files/Inotify/Inotify.h"
+
 #include <asio/any_io_executor.hpp>
-#include <asio/posix/stream_descriptor.hpp>
 #include <asio/strand.hpp>
 
 #include <cstdint>
@@ -13,19 +14,21 @@
 
 namespace Platform {
 
-/// Tells, once, that one of several files may have become another: written, replaced, made or
-/// deleted, also where its folder or one above it is missing so far, is moved or deleted. Whoever
-/// is told makes a new watch and then looks at the files. All of it happens on the strand. Nothing
-/// is told when the object has gone, and never when the system has no watches left.
+/// Calls back, once, when one of several files may have become another: written, replaced, made or
+/// deleted, also where its folder or one above it is missing so far, is moved or deleted. The owner
+/// then makes a new watch and after that looks at the files. All of it happens on the strand. There
+/// is no call once the object has gone, and none when the system has no watches left.
 class FileWatch : public std::enable_shared_from_this<FileWatch> {
 public:
     using Strand = asio::strand<asio::any_io_executor>;
 
+    /// Null when the system has no inotify instance left.
     static std::shared_ptr<FileWatch> start(const Strand& strand,
                                             const std::set<std::filesystem::path>& files,
                                             std::function<void()> changed);
 
-    explicit FileWatch(const Strand& strand, std::function<void()> changed);
+    /// For `start`.
+    FileWatch(Inotify inotify, std::function<void()> changed);
 
 private:
     void watch(const std::filesystem::path& file);
@@ -34,7 +37,7 @@ private:
     bool drain();
 
     const std::function<void()> changed_;
-    asio::posix::stream_descriptor descriptor_;
+    Inotify inotify_;
     std::set<std::string, std::less<>> names_; // of the files, and of folders that are missing
 };
 

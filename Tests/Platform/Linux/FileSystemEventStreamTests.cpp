@@ -1,5 +1,5 @@
 #include "Platform/FileSystemEventStream.h"
-#include "Tests/Platform/ToldPaths.h"
+#include "Tests/Platform/ReportedPaths.h"
 #include "Tests/Support/TemporaryFolder.h"
 
 #include <fcntl.h>
@@ -57,16 +57,16 @@ class FileSystemEventStreamLinuxTest : public ::testing::Test {
 protected:
     ~FileSystemEventStreamLinuxTest() override { refusal = nullptr; }
 
-    bool tellsOf(const fs::path& file) {
+    bool reports(const fs::path& file) {
         writeFile(file, "1");
-        return told.soonContain(file.string());
+        return reported.soonContain(file.string());
     }
 
     std::string rootAsAWhole() const { return root.string() + '/'; }
 
     TestSupport::TemporaryFolder temporary;
     const fs::path root = temporary.path();
-    ToldPaths told;
+    ReportedPaths reported;
 };
 
 TEST_F(FileSystemEventStreamLinuxTest, GivesUpItsWatchesAndThoseOfFoldersThatLeave) {
@@ -74,8 +74,8 @@ TEST_F(FileSystemEventStreamLinuxTest, GivesUpItsWatchesAndThoseOfFoldersThatLea
     const int before = watches();
     fs::create_directories(root / "leaving" / "a" / "b");
     fs::create_directories(root / "staying" / "a");
-    auto stream = told.started(root.string());
-    auto second = told.started((root / "staying").string());
+    auto stream = reported.streamOf(root.string());
+    auto second = reported.streamOf((root / "staying").string());
     EXPECT_EQ(watches(), before + 6);
     fs::rename(root / "leaving", outside / "left");
     EXPECT_TRUE(waitUntil([&] { return watches() == before + 3; }));
@@ -88,7 +88,7 @@ TEST_F(FileSystemEventStreamLinuxTest, GivesUpItsWatchesAndThoseOfFoldersThatLea
 }
 
 TEST_F(FileSystemEventStreamLinuxTest, LooksAtTheWholeTreeAgainWhereEventsAreLost) {
-    const auto stream = told.started(root.string());
+    const auto stream = reported.streamOf(root.string());
     std::atomic<bool> mayProceed = false;
     std::atomic<int> ended = 0;
     constexpr int threads = 3; // all that would read
@@ -107,8 +107,8 @@ TEST_F(FileSystemEventStreamLinuxTest, LooksAtTheWholeTreeAgainWhereEventsAreLos
     }
     fs::create_directories(root / "unseen" / "below");
     mayProceed = true;
-    EXPECT_TRUE(told.soonContain(rootAsAWhole()));
-    EXPECT_TRUE(tellsOf(root / "unseen" / "below" / "file"));
+    EXPECT_TRUE(reported.soonContain(rootAsAWhole()));
+    EXPECT_TRUE(reports(root / "unseen" / "below" / "file"));
     EXPECT_TRUE(waitUntil([&] { return ended == threads; }));
 }
 
@@ -116,69 +116,69 @@ TEST_F(FileSystemEventStreamLinuxTest, WatchesMoreAsSoonAsTheSystemHasWatchesAga
     fs::create_directories(root / "first" / "below");
     static constexpr Refusal limit{"first", ENOSPC};
     refusal = &limit;
-    const auto stream = told.started(root.string());
-    EXPECT_TRUE(told.soonContain(rootAsAWhole()));
-    EXPECT_TRUE(tellsOf(root / "file"));
-    told.forget();
+    const auto stream = reported.streamOf(root.string());
+    EXPECT_TRUE(reported.soonContain(rootAsAWhole()));
+    EXPECT_TRUE(reports(root / "file"));
+    reported.forget();
     refusal = nullptr;
     int number = 0;
     EXPECT_TRUE(waitUntil([&] {
         writeFile(root / ("file" + std::to_string(++number)), "1");
-        return told.contains(rootAsAWhole());
+        return reported.contains(rootAsAWhole());
     }));
-    EXPECT_TRUE(tellsOf(root / "first" / "below" / "file"));
+    EXPECT_TRUE(reports(root / "first" / "below" / "file"));
 }
 
 TEST_F(FileSystemEventStreamLinuxTest, PassesOverAFolderUntilItMayBeRead) {
     fs::create_directories(root / "locked" / "below");
     static constexpr Refusal locked{"locked", EACCES};
     refusal = &locked;
-    const auto stream = told.started(root.string());
-    EXPECT_TRUE(tellsOf(root / "file"));
+    const auto stream = reported.streamOf(root.string());
+    EXPECT_TRUE(reports(root / "file"));
     refusal = nullptr;
     fs::permissions(root / "locked", fs::perms::owner_all);
-    EXPECT_TRUE(told.soonContain((root / "locked/below/").string()));
-    EXPECT_TRUE(tellsOf(root / "locked" / "below" / "file"));
-    EXPECT_FALSE(told.contains(rootAsAWhole()));
+    EXPECT_TRUE(reported.soonContain((root / "locked/below/").string()));
+    EXPECT_TRUE(reports(root / "locked" / "below" / "file"));
+    EXPECT_FALSE(reported.contains(rootAsAWhole()));
 }
 
 TEST_F(FileSystemEventStreamLinuxTest, KeepsNamesThatAreNotText) {
     const auto folder = root / "\xFF\xFE";
-    const auto stream = told.started(root.string());
+    const auto stream = reported.streamOf(root.string());
     fs::create_directory(folder);
-    EXPECT_TRUE(told.soonContain(folder.string() + '/'));
-    EXPECT_TRUE(tellsOf(folder / "\xC3"));
+    EXPECT_TRUE(reported.soonContain(folder.string() + '/'));
+    EXPECT_TRUE(reports(folder / "\xC3"));
 }
 
 TEST_F(FileSystemEventStreamLinuxTest, FollowsNoLink) {
     TestSupport::TemporaryFolder outside;
     fs::create_directory_symlink(outside.path(), root / "before");
-    const auto stream = told.started(root.string());
+    const auto stream = reported.streamOf(root.string());
     fs::create_directory_symlink(outside.path(), root / "after");
     writeFile(outside / "file", "1");
-    EXPECT_TRUE(tellsOf(root / "file"));
+    EXPECT_TRUE(reports(root / "file"));
     for (const auto* link : {"before/file", "after/file", "after/"})
-        EXPECT_FALSE(told.contains((root / link).string())) << link;
+        EXPECT_FALSE(reported.contains((root / link).string())) << link;
 }
 
-TEST_F(FileSystemEventStreamLinuxTest, TellsOnceOfARootThatGoesAndTakesTheNextInItsPlace) {
+TEST_F(FileSystemEventStreamLinuxTest, ReportsOnceARootThatGoesAndTakesTheNextInItsPlace) {
     const auto folder = root / "folder";
     const auto file = root / "single";
     fs::create_directory(folder);
     writeFile(file, "1");
-    const auto missing = told.started((root / "missing").string());
-    const auto ofFolder = told.started(folder.string());
-    const auto ofFile = told.started(file.string());
-    EXPECT_TRUE(tellsOf(file));
-    told.forget();
+    const auto missing = reported.streamOf((root / "missing").string());
+    const auto ofFolder = reported.streamOf(folder.string());
+    const auto ofFile = reported.streamOf(file.string());
+    EXPECT_TRUE(reports(file));
+    reported.forget();
     TestSupport::replaceFile(file, "2");
-    EXPECT_TRUE(told.soonContain(file.string()));
+    EXPECT_TRUE(reported.soonContain(file.string()));
     fs::rename(folder, root / "moved");
-    EXPECT_TRUE(told.soonContain(folder.string() + '/'));
-    told.forget();
+    EXPECT_TRUE(reported.soonContain(folder.string() + '/'));
+    reported.forget();
     writeFile(root / "moved" / "file", "1");
-    EXPECT_TRUE(tellsOf(file));
-    EXPECT_FALSE(told.contains((folder / "file").string()));
+    EXPECT_TRUE(reports(file));
+    EXPECT_FALSE(reported.contains((folder / "file").string()));
 }
 
 /// Makes a chain of folders that is deeper than any path may be long; gives its innermost folder.
@@ -198,14 +198,14 @@ TEST_F(FileSystemEventStreamLinuxTest, FollowsATreeDeeperThanPathsMayBeLong) {
     const int base = open(root.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     const int innermost = makeDeepChain(base, "deep", depth);
     ASSERT_GE(innermost, 0);
-    const auto stream = told.started(root.string());
+    const auto stream = reported.streamOf(root.string());
     std::string path = root.string();
     for (int level = 0; level < depth; ++level)
         path += "/deep";
     close(openat(innermost, "file", O_WRONLY | O_CREAT | O_CLOEXEC, 0600));
-    EXPECT_TRUE(told.soonContain(path + "/file"));
+    EXPECT_TRUE(reported.soonContain(path + "/file"));
     mkdirat(innermost, "made", 0700);
-    EXPECT_TRUE(told.soonContain(path + "/made/"));
+    EXPECT_TRUE(reported.soonContain(path + "/made/"));
     close(innermost);
     close(base);
 }

@@ -8,8 +8,8 @@
 namespace Platform {
 namespace {
 
-// Reached only where a call-back takes long amid a storm: then what it is told next is that it
-// should look at everything, and memory stays bounded.
+// Reached only where a call-back takes long amid a storm: then the next batch says to look at
+// everything, and memory stays bounded.
 constexpr std::size_t mostPaths = 200'000;
 
 } // namespace
@@ -25,7 +25,7 @@ EventBatch::EventBatch(DispatchQueue queue, std::chrono::nanoseconds latency, st
     , timer_(workerExecutor()) {}
 
 void EventBatch::add(std::string path) {
-    const std::lock_guard lock(mutex_);
+    const MutexLock lock(mutex_);
     if (hasEnded_ || isFull_)
         return;
     if (paths_.empty())
@@ -43,7 +43,7 @@ void EventBatch::addWhole() {
 }
 
 void EventBatch::end() {
-    const std::lock_guard lock(mutex_);
+    const MutexLock lock(mutex_);
     hasEnded_ = true;
     paths_.clear();
     timer_.cancel();
@@ -61,7 +61,7 @@ void EventBatch::startTimer() {
 
 void EventBatch::latencyHasPassed() {
     beforeHandingOver_();
-    const std::lock_guard lock(mutex_);
+    const MutexLock lock(mutex_);
     isDue_ = true;
     handOverIfDue();
 }
@@ -79,12 +79,12 @@ void EventBatch::handOverIfDue() {
 
 void EventBatch::call(const Paths& paths) {
     const auto hasEnded = [this] {
-        const std::lock_guard lock(mutex_);
+        const MutexLock lock(mutex_);
         return hasEnded_;
     };
     if (!hasEnded())
         callback_(std::vector<std::string>(paths.begin(), paths.end()));
-    const std::lock_guard lock(mutex_);
+    const MutexLock lock(mutex_);
     isCalling_ = false;
     handOverIfDue();
 }

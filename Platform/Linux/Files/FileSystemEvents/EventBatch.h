@@ -2,13 +2,13 @@
 
 #include "Platform/DispatchQueue.h"
 #include "Platform/FileSystemEventStream.h"
+#include "Platform/Mutex.h"
 
 #include <asio/steady_timer.hpp>
 
 #include <chrono>
 #include <functional>
 #include <memory>
-#include <mutex>
 #include <string>
 #include <unordered_set>
 
@@ -33,9 +33,8 @@ public:
 private:
     using Paths = std::unordered_set<std::string>;
 
-    // Under the mutex:
-    void startTimer();
-    void handOverIfDue();
+    void startTimer() CORBEL_REQUIRES(mutex_);
+    void handOverIfDue() CORBEL_REQUIRES(mutex_);
 
     void latencyHasPassed();
     void call(const Paths& paths);
@@ -46,14 +45,14 @@ private:
     const FileSystemEventStream::Callback callback_;
     const std::function<void()> beforeHandingOver_;
 
-    std::mutex mutex_; // guards all that follows
-    asio::steady_timer timer_;
-    Paths paths_;
-    bool isFull_ = false; // `whole_` alone stands for all of the batch
-    bool isTimerRunning_ = false;
-    bool isDue_ = false;
-    bool isCalling_ = false;
-    bool hasEnded_ = false;
+    Mutex mutex_;
+    asio::steady_timer timer_ CORBEL_GUARDED_BY(mutex_);
+    Paths paths_ CORBEL_GUARDED_BY(mutex_);
+    bool isFull_ CORBEL_GUARDED_BY(mutex_) = false; // `whole_` alone stands for all of the batch
+    bool isTimerRunning_ CORBEL_GUARDED_BY(mutex_) = false;
+    bool isDue_ CORBEL_GUARDED_BY(mutex_) = false;
+    bool isCalling_ CORBEL_GUARDED_BY(mutex_) = false;
+    bool hasEnded_ CORBEL_GUARDED_BY(mutex_) = false;
 };
 
 } // namespace Platform

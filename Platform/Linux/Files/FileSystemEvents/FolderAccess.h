@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/FileHandle.h"
+#include "Platform/Linux/Files/Inotify/Inotify.h"
 
 #include <cstdint>
 #include <functional>
@@ -13,10 +13,10 @@ namespace Platform {
 // No link is followed where the path ends.
 
 /// A watch of the item, or -1 with `errno`.
-int addInotifyWatch(int inotify, const std::string& path, std::uint32_t events);
+int addWatch(Inotify& inotify, const std::string& path, std::uint32_t events);
 
 /// Calls visit(name) for each subfolder, and for what may be one where the file system does not
-/// tell. 0, or the `errno` value of the failure.
+/// say. 0, or the `errno` value of the failure.
 int forEachSubfolder(const std::string& path, const std::function<void(std::string_view)>& visit);
 
 } // namespace Platform

@@ -2,9 +2,7 @@
 
 #include "Platform/Linux/Files/FileSystemEvents/EventBatch.h"
 #include "Platform/Linux/Files/FileSystemEvents/FolderTable.h"
-#include "Platform/Linux/Files/FileSystemEvents/Watches.h"
-
-#include <sys/inotify.h>
+#include "Platform/Linux/Files/FileSystemEvents/WatchLedger.h"
 
 #include <chrono>
 #include <memory>
@@ -14,25 +12,25 @@
 
 namespace Platform {
 
-/// Keeps a watch on every folder below one root and tells the batch what changes there. For one
+/// Keeps a watch on every folder below one root and adds what changes there to the batch. For one
 /// thread at a time.
 ///
 /// A folder is watched before it is listed, so that nothing in it is missed: what is made in
 /// between is met twice. Its watch stays on it wherever it goes; the table follows.
-class WatchedTree {
+class TreeFollower {
 public:
-    WatchedTree(std::string root, Watches& watches, std::shared_ptr<EventBatch> batch);
-    ~WatchedTree();
-    WatchedTree(const WatchedTree&) = delete;
-    WatchedTree& operator=(const WatchedTree&) = delete;
-    WatchedTree(WatchedTree&&) = delete;
-    WatchedTree& operator=(WatchedTree&&) = delete;
+    TreeFollower(std::string root, WatchLedger& watches, std::shared_ptr<EventBatch> batch);
+    ~TreeFollower();
+    TreeFollower(const TreeFollower&) = delete;
+    TreeFollower& operator=(const TreeFollower&) = delete;
+    TreeFollower(TreeFollower&&) = delete;
+    TreeFollower& operator=(TreeFollower&&) = delete;
 
     /// Watches what there is.
     void start();
 
     /// A record of one of the tree's watches.
-    void handle(const inotify_event& record, std::string_view name);
+    void handle(const InotifyRecord& record);
 
     /// Events were lost: the tree is to be looked at as a whole.
     void loseCount();
@@ -64,7 +62,7 @@ private:
     void giveUp(const std::vector<int>& folders);
 
     const std::string rootPath_;
-    Watches& watches_;
+    WatchLedger& watches_;
     const std::shared_ptr<EventBatch> batch_;
     FolderTable folders_;
     int root_ = FolderTable::none;

@@ -1,4 +1,4 @@
-#include "Platform/Linux/Files/FileSystemEvents/WatchedTree.h"
+#include "Platform/Linux/Files/FileSystemEvents/TreeFollower.h"
 
 #include "Platform/Linux/Files/FileSystemEvents/FolderAccess.h"
 
@@ -19,55 +19,56 @@ bool isShortage(int code) {
 
 } // namespace
 
-WatchedTree::WatchedTree(std::string root, Watches& watches, std::shared_ptr<EventBatch> batch)
+TreeFollower::TreeFollower(std::string root, WatchLedger& watches,
+                           std::shared_ptr<EventBatch> batch)
     : rootPath_(std::move(root))
     , watches_(watches)
     , batch_(std::move(batch)) {}
 
-WatchedTree::~WatchedTree() {
+TreeFollower::~TreeFollower() {
     giveUp(folders_.removeAllBut(++pass_)); // which came by none
 }
 
-void WatchedTree::start() {
+void TreeFollower::start() {
     passOver();
     if (isShortOfWatches_)
         batch_->addWhole();
 }
 
-void WatchedTree::handle(const inotify_event& record, std::string_view name) {
-    if ((record.mask & IN_IGNORED) != 0) { // the folder is no more
-        giveUp(folders_.remove(record.wd));
+void TreeFollower::handle(const InotifyRecord& record) {
+    if ((record.events & IN_IGNORED) != 0) { // the folder is no more
+        giveUp(folders_.remove(record.watch));
         return;
     }
-    if ((record.mask & IN_MOVE_SELF) != 0)
-        checkPlace(record.wd);
+    if ((record.events & IN_MOVE_SELF) != 0)
+        checkPlace(record.watch);
     // A file system that leaves uncovers another folder, and another root may have come.
-    if ((record.mask & IN_UNMOUNT) != 0 ||
-        (record.wd == root_ && (record.mask & IN_DELETE_SELF) != 0))
+    if ((record.events & IN_UNMOUNT) != 0 ||
+        (record.watch == root_ && (record.events & IN_DELETE_SELF) != 0))
         loseCount();
-    if ((record.mask & (IN_MOVE_SELF | IN_UNMOUNT | IN_DELETE_SELF)) != 0)
+    if ((record.events & (IN_MOVE_SELF | IN_UNMOUNT | IN_DELETE_SELF)) != 0)
         return;
-    auto path = folders_.path(record.wd);
-    if (name.empty()) {
-        // Of every other folder its parent tells as well.
-        if (record.wd == root_)
+    auto path = folders_.path(record.watch);
+    if (record.name.empty()) {
+        // Of every other folder its parent has a record as well.
+        if (record.watch == root_)
             batch_->add(std::move(path));
         return;
     }
     const auto parentPath = path;
-    appendName(path, name);
+    appendName(path, record.name);
     batch_->add(std::move(path));
-    if ((record.mask & IN_ISDIR) != 0 &&
-        (record.mask & (IN_CREATE | IN_MOVED_TO | IN_ATTRIB)) != 0) // it may be readable only now
-        followSubfolder(record.wd, parentPath, name);
+    if ((record.events & IN_ISDIR) != 0 &&
+        (record.events & (IN_CREATE | IN_MOVED_TO | IN_ATTRIB)) != 0) // it may be readable only now
+        followSubfolder(record.watch, parentPath, record.name);
 }
 
-void WatchedTree::loseCount() {
+void TreeFollower::loseCount() {
     hasLostCount_ = true;
     batch_->addWhole();
 }
 
-void WatchedTree::recover() {
+void TreeFollower::recover() {
     const bool isRetry = isShortOfWatches_ && Clock::now() >= nextRetry_;
     if (!hasLostCount_ && !isRetry)
         return;
@@ -76,7 +77,7 @@ void WatchedTree::recover() {
     batch_->addWhole();
 }
 
-void WatchedTree::passOver() {
+void TreeFollower::passOver() {
     ++pass_;
     root_ = FolderTable::none;
     isShortOfWatches_ = false;
@@ -93,7 +94,7 @@ void WatchedTree::passOver() {
     nextRetry_ = Clock::now() + retryDelay_;
 }
 
-void WatchedTree::followSubfolder(int parent, const std::string& path, std::string_view name) {
+void TreeFollower::followSubfolder(int parent, const std::string& path, std::string_view name) {
     const bool wasShort = isShortOfWatches_;
     follow({.parent = parent, .parentPathLength = path.size(), .name = std::string(name)}, path,
            Reason::newFolder);
@@ -103,7 +104,7 @@ void WatchedTree::followSubfolder(int parent, const std::string& path, std::stri
 
 /// Depth first, with a list in place of a stack of calls. `path` always begins with the path of
 /// the parent of whatever is taken from the list next.
-void WatchedTree::follow(Candidate first, std::string path, Reason reason) {
+void TreeFollower::follow(Candidate first, std::string path, Reason reason) {
     std::vector<Candidate> candidates;
     candidates.push_back(std::move(first));
     while (!candidates.empty()) {
@@ -121,24 +122,25 @@ void WatchedTree::follow(Candidate first, std::string path, Reason reason) {
     }
 }
 
-void WatchedTree::list(const std::string& path, int folder, std::vector<Candidate>& found) {
+void TreeFollower::list(const std::string& path, int folder, std::vector<Candidate>& found) {
     noteFailure(forEachSubfolder(path, [&](std::string_view name) {
         found.push_back(
             {.parent = folder, .parentPathLength = path.size(), .name = std::string(name)});
     }));
 }
 
-int WatchedTree::watch(const Candidate& candidate, const std::string& path) {
+int TreeFollower::watch(const Candidate& candidate, const std::string& path) {
     const bool isRoot = candidate.parent == FolderTable::none;
-    const int folder = watches_.add(path, isRoot ? Watches::Item::anything : Watches::Item::folder);
+    const int folder =
+        watches_.add(path, isRoot ? WatchLedger::Item::anything : WatchLedger::Item::folder);
     if (folder == FolderTable::none)
         noteFailure(errno);
     return folder;
 }
 
 /// Enters the folder where it was met; whether it is to be listed.
-bool WatchedTree::place(int folder, const Candidate& candidate, const std::string& path,
-                        Reason reason) {
+bool TreeFollower::place(int folder, const Candidate& candidate, const std::string& path,
+                         Reason reason) {
     if (candidate.parent == FolderTable::none)
         root_ = folder;
     auto* const known = folders_.find(folder);
@@ -158,8 +160,8 @@ bool WatchedTree::place(int folder, const Candidate& candidate, const std::strin
     return reason == Reason::wholePass;
 }
 
-void WatchedTree::move(int folder, const Candidate& candidate, const std::string& path,
-                       Reason reason) {
+void TreeFollower::move(int folder, const Candidate& candidate, const std::string& path,
+                        Reason reason) {
     if (folders_.isWithin(candidate.parent, folder)) { // records yet to come would explain it
         loseCount();
         return;
@@ -169,15 +171,15 @@ void WatchedTree::move(int folder, const Candidate& candidate, const std::string
         batch_->add(path + '/');
 }
 
-void WatchedTree::noteFailure(int code) {
+void TreeFollower::noteFailure(int code) {
     isShortOfWatches_ = isShortOfWatches_ || isShortage(code);
 }
 
 /// A folder that moved is either where the table already says, or it is out of the tree for all
 /// that is known: if it comes back, or came back, the record of that makes it a new one.
-void WatchedTree::checkPlace(int folder) {
+void TreeFollower::checkPlace(int folder) {
     const auto path = folders_.path(folder);
-    if (watches_.add(path, Watches::Item::anything) == folder)
+    if (watches_.add(path, WatchLedger::Item::anything) == folder)
         return;
     if (folder == root_) {
         loseCount();
@@ -186,7 +188,7 @@ void WatchedTree::checkPlace(int folder) {
     }
 }
 
-void WatchedTree::giveUp(const std::vector<int>& folders) {
+void TreeFollower::giveUp(const std::vector<int>& folders) {
     for (const int folder : folders)
         watches_.giveUp(folder, *this);
 }

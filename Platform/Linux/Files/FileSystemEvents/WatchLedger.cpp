@@ -1,10 +1,7 @@
-#include "Platform/Linux/Files/FileSystemEvents/Watches.h"
+#include "Platform/Linux/Files/FileSystemEvents/WatchLedger.h"
 
 #include "Platform/Linux/Files/FileSystemEvents/FolderAccess.h"
 #include "Platform/Log.h"
-
-#include <sys/inotify.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -14,7 +11,7 @@
 namespace Platform {
 namespace {
 
-// A file that is kept open tells by IN_MODIFY, one that is written through a mapping when closed.
+// A file that is kept open shows by IN_MODIFY, one that is written through a mapping when closed.
 constexpr std::uint32_t changes = IN_CREATE | IN_DELETE | IN_MOVED_FROM | IN_MOVED_TO | IN_MODIFY |
                                   IN_CLOSE_WRITE | IN_ATTRIB | IN_DELETE_SELF | IN_MOVE_SELF |
                                   IN_EXCL_UNLINK;
@@ -24,24 +21,22 @@ constexpr std::ptrdiff_t mostRemovedAtOnce = 2048;
 
 } // namespace
 
-std::unique_ptr<Watches> Watches::make() {
-    FileHandle inotify(inotify_init1(IN_NONBLOCK | IN_CLOEXEC));
-    if (inotify.fileDescriptor() == -1)
-        return nullptr;
-    return std::make_unique<Watches>(std::move(inotify));
+std::unique_ptr<WatchLedger> WatchLedger::make(const asio::any_io_executor& executor) {
+    auto inotify = Inotify::make(executor);
+    return inotify ? std::make_unique<WatchLedger>(std::move(*inotify)) : nullptr;
 }
 
-Watches::Watches(FileHandle inotify)
+WatchLedger::WatchLedger(Inotify inotify)
     : inotify_(std::move(inotify))
     , buffer_(bufferSize) {}
 
-int Watches::add(const std::string& path, Item item) {
+int WatchLedger::add(const std::string& path, Item item) {
     const std::uint32_t events = item == Item::folder ? changes | IN_ONLYDIR : changes;
-    const int watch = addInotifyWatch(fileDescriptor(), path, events);
+    const int watch = addWatch(inotify_, path, events);
     if (watch != -1) {
         if (!users_.contains(watch))
             unused_.push_back(watch);
-    } else if (errno == ENOSPC && !std::exchange(hasToldOfLimit_, true)) {
+    } else if (errno == ENOSPC && !std::exchange(hasLoggedLimit_, true)) {
         log("Not all folders below " + path +
             " are watched: the limit fs.inotify.max_user_watches is reached.");
         errno = ENOSPC;
@@ -49,13 +44,13 @@ int Watches::add(const std::string& path, Item item) {
     return watch;
 }
 
-void Watches::use(int watch, WatchedTree& tree) {
+void WatchLedger::use(int watch, TreeFollower& tree) {
     users_.emplace(watch, &tree);
     if (!unused_.empty() && unused_.back() == watch)
         unused_.pop_back();
 }
 
-void Watches::giveUp(int watch, WatchedTree& tree) {
+void WatchLedger::giveUp(int watch, TreeFollower& tree) {
     const auto [begin, end] = users_.equal_range(watch);
     const auto found =
         std::find_if(begin, end, [&](const auto& user) { return user.second == &tree; });
@@ -66,29 +61,31 @@ void Watches::giveUp(int watch, WatchedTree& tree) {
         unused_.push_back(watch);
 }
 
-std::vector<WatchedTree*> Watches::users(int watch) const {
-    std::vector<WatchedTree*> trees;
+std::vector<TreeFollower*> WatchLedger::users(int watch) const {
+    std::vector<TreeFollower*> trees;
     const auto [begin, end] = users_.equal_range(watch);
     for (auto user = begin; user != end; ++user)
         trees.push_back(user->second);
     return trees;
 }
 
-void Watches::removeUnused() {
+void WatchLedger::removeUnused() {
     const auto count = std::min<std::ptrdiff_t>(std::ssize(unused_), mostRemovedAtOnce);
     for (auto watch = unused_.end() - count; watch != unused_.end(); ++watch) {
         if (!users_.contains(*watch))
-            inotify_rm_watch(fileDescriptor(), *watch); // fails where the item went first
+            inotify_.remove(*watch);
     }
     unused_.erase(unused_.end() - count, unused_.end());
     if (unused_.empty())
         unused_.shrink_to_fit();
 }
 
-std::span<const char> Watches::read() {
-    // NOLINTNEXTLINE(clang-analyzer-unix.BlockInCriticalSection): the descriptor does not block
-    const auto count = ::read(fileDescriptor(), buffer_.data(), buffer_.size());
-    return {buffer_.data(), count > 0 ? static_cast<std::size_t>(count) : 0};
+void WatchLedger::waitForRecords(std::function<void()> handler) {
+    inotify_.waitForRecords(std::move(handler));
+}
+
+InotifyRecords WatchLedger::read() {
+    return inotify_.read(buffer_);
 }
 
 } // namespace Platform

@@ -1,29 +1,28 @@
 #pragma once
 
-#include "Platform/FileHandle.h"
+#include "Platform/Linux/Files/Inotify/Inotify.h"
 
-#include <cstddef>
+#include <asio/any_io_executor.hpp>
+
+#include <functional>
 #include <memory>
-#include <span>
 #include <string>
 #include <unordered_map>
 #include <vector>
 
 namespace Platform {
 
-class WatchedTree;
+class TreeFollower;
 
 /// The watches of all trees, on the one inotify instance that the process has for them: the system
 /// allows few instances. An item has one watch however many trees hold it. For one thread at a
 /// time.
-class Watches {
+class WatchLedger {
 public:
     /// Null when the system has no instance left.
-    static std::unique_ptr<Watches> make();
+    static std::unique_ptr<WatchLedger> make(const asio::any_io_executor& executor);
 
-    explicit Watches(FileHandle inotify);
-
-    int fileDescriptor() const { return inotify_.fileDescriptor(); }
+    explicit WatchLedger(Inotify inotify);
 
     enum class Item { folder, anything };
 
@@ -31,9 +30,9 @@ public:
     /// It stays when it is put to use before the next `removeUnused`.
     int add(const std::string& path, Item item);
 
-    void use(int watch, WatchedTree& tree);
-    void giveUp(int watch, WatchedTree& tree);
-    std::vector<WatchedTree*> users(int watch) const;
+    void use(int watch, TreeFollower& tree);
+    void giveUp(int watch, TreeFollower& tree);
+    std::vector<TreeFollower*> users(int watch) const;
 
     bool hasUnused() const { return !unused_.empty(); }
 
@@ -41,15 +40,16 @@ public:
     /// that many at once would fill the system's queue.
     void removeUnused();
 
-    /// The next records; none when there are none yet.
-    std::span<const char> read();
+    /// As of `Inotify`, with a buffer of its own.
+    void waitForRecords(std::function<void()> handler);
+    InotifyRecords read();
 
 private:
-    FileHandle inotify_;
-    std::unordered_multimap<int, WatchedTree*> users_;
+    Inotify inotify_;
+    std::unordered_multimap<int, TreeFollower*> users_;
     std::vector<int> unused_; // or so it seemed
     std::vector<char> buffer_;
-    bool hasToldOfLimit_ = false;
+    bool hasLoggedLimit_ = false;
 };
 
 } // namespace Platform

@@ -1,0 +1,122 @@
+#include "Platform/Linux/Files/FileSystemEvents/TreeEventReader.h"
+
+#include "Platform/Linux/Loops/WorkerPool.h"
+#include "Platform/NeverDestroyed.h"
+
+#include <asio/post.hpp>
+
+#include <filesystem>
+#include <utility>
+
+namespace Platform {
+namespace {
+
+/// How a batch says that the whole tree is to be looked at.
+std::string wholeOf(const std::string& root) {
+    std::error_code error;
+    const auto status = std::filesystem::symlink_status(root, error);
+    const bool isFile = std::filesystem::exists(status) && !std::filesystem::is_directory(status);
+    return isFile || root.ends_with('/') ? root : root + '/';
+}
+
+} // namespace
+
+TreeEventReader& TreeEventReader::shared() {
+    static const NeverDestroyed<TreeEventReader> watcher;
+    return watcher.get();
+}
+
+TreeEventReader::TreeEventReader()
+    : strand_(asio::make_strand(workerExecutor())) {}
+
+std::optional<TreeEventReader::Identifier>
+TreeEventReader::start(const std::string& root, const DispatchQueue& queue,
+                       std::chrono::nanoseconds latency, FileSystemEventStream::Callback callback) {
+    const MutexLock lock(mutex_);
+    if (!open())
+        return std::nullopt;
+    const auto identifier = ++last_;
+    auto batch = std::make_shared<EventBatch>(queue, latency, wholeOf(root), std::move(callback),
+                                              [this, identifier] { recover(identifier); });
+    auto tree = std::make_unique<TreeFollower>(root, *watches_, batch);
+    tree->start();
+    entries_.emplace(identifier, Entry{.batch = std::move(batch), .tree = std::move(tree)});
+    return identifier;
+}
+
+void TreeEventReader::stop(Identifier identifier) {
+    std::shared_ptr<EventBatch> batch; // and with it the call-back go when the lock is free
+    const MutexLock lock(mutex_);
+    const auto found = entries_.find(identifier);
+    if (found == entries_.end())
+        return;
+    batch = std::move(found->second.batch);
+    batch->end();
+    entries_.erase(found);
+    if (entries_.empty()) {
+        watches_.reset(); // all watches go with the instance
+    } else {
+        removeUnusedSoon();
+    }
+}
+
+bool TreeEventReader::open() {
+    if (watches_)
+        return true;
+    watches_ = WatchLedger::make(strand_);
+    if (!watches_)
+        return false;
+    ++instance_;
+    waitForRecords();
+    return true;
+}
+
+void TreeEventReader::waitForRecords() {
+    watches_->waitForRecords([this, instance = instance_] {
+        receive();
+        const MutexLock lock(mutex_);
+        if (watches_ && instance == instance_)
+            waitForRecords();
+    });
+}
+
+// The lock is free after each read, for whoever wants to start or stop.
+void TreeEventReader::receive() {
+    for (bool isMoreToDo = true; isMoreToDo;) {
+        const MutexLock lock(mutex_);
+        if (!watches_)
+            return;
+        auto records = watches_->read();
+        isMoreToDo = !records.isEmpty();
+        while (const auto record = records.next())
+            dispatch(*record);
+        watches_->removeUnused();
+        isMoreToDo = isMoreToDo || watches_->hasUnused();
+    }
+}
+
+void TreeEventReader::dispatch(const InotifyRecord& record) {
+    if ((record.events & IN_Q_OVERFLOW) != 0) {
+        for (const auto& [identifier, entry] : entries_)
+            entry.tree->loseCount();
+        return;
+    }
+    for (auto* const tree : watches_->users(record.watch))
+        tree->handle(record);
+}
+
+void TreeEventReader::recover(Identifier identifier) {
+    const MutexLock lock(mutex_);
+    const auto found = entries_.find(identifier);
+    if (found == entries_.end())
+        return;
+    found->second.tree->recover();
+    removeUnusedSoon();
+}
+
+void TreeEventReader::removeUnusedSoon() {
+    if (watches_->hasUnused())
+        asio::post(strand_, [this] { receive(); });
+}
+
+} // namespace Platform

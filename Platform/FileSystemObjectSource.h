@@ -8,8 +8,8 @@
 
 namespace Platform {
 
-/// Tells that the entries of one folder were written: one was added, removed or given another
-/// name. It does not tell which; writing into a file of the folder is no such event, nor is the
+/// Notifies that the entries of one folder were written: one was added, removed or given another
+/// name. It does not say which; writing into a file of the folder is no such event, nor is the
 /// end of the folder itself. Where the system lost count of events, the handler runs as well.
 ///
 /// The handlers run on the queue given at construction; a source's handlers never run beside each

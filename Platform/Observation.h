@@ -8,7 +8,7 @@ namespace Platform {
 /// A subscription, which ends with the object. Main thread.
 class [[nodiscard]] Observation {
 public:
-    /// Keeps alive whom `ObserverList` calls.
+    /// Keeps alive what `ObserverList` calls.
     explicit Observation(std::shared_ptr<const void> observer)
         : observer_(std::move(observer)) {}
 

@@ -11,7 +11,7 @@ Observation ObserverList::add(Handler handler) {
     return Observation(std::move(observer));
 }
 
-void ObserverList::tell() const {
+void ObserverList::notify() const {
     const auto present = observers_;
     for (const auto& observer : present) {
         if (const auto handler = observer.lock())

@@ -6,13 +6,13 @@
 
 namespace CorbelKit {
 
-/// Told by a monitor that its location changed.
+/// Notified by a monitor that its location changed.
 class MonitorDelegate {
 public:
     virtual ~MonitorDelegate() = default;
 
     /// Called on the monitor's queue, never on the main thread, and possibly for several monitors
-    /// at once. The URL is that of the watched location; what changed there is not told.
+    /// at once. The URL is that of the watched location; what changed there is not said.
     virtual void monitorDidChange(const Platform::URL& url) = 0;
 
 protected:
@@ -34,7 +34,8 @@ public:
     /// In place of the one before. Weakly held: the caller keeps it.
     virtual void setDelegate(std::weak_ptr<MonitorDelegate> delegate) = 0;
 
-    /// Begins to tell the delegate. A location that cannot be watched is no error: nothing is told.
+    /// Begins to notify the delegate. A location that cannot be watched is no error: there is no
+    /// call.
     virtual void startMonitoring() = 0;
     /// Ends that; a call under way goes on. A second stop does nothing.
     virtual void stopMonitoring() = 0;

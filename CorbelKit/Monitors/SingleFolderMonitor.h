@@ -9,7 +9,7 @@
 
 namespace CorbelKit {
 
-/// Watches one folder and tells its delegate each time an entry of it is added, removed or given
+/// Watches one folder and notifies its delegate each time an entry of it is added, removed or given
 /// another name. Writing into a file of the folder is no such event.
 ///
 /// Idle (no descriptor) when the folder is missing or cannot be opened, and again once stopped; a

@@ -20,7 +20,7 @@ Platform::Observation NotificationCenter::addObserver(std::string_view name, Han
 void NotificationCenter::post(std::string_view name) const {
     Platform::MainThread::check();
     if (const auto found = observers_.find(name); found != observers_.end())
-        found->second.tell();
+        found->second.notify();
 }
 
 } // namespace CorbelKit

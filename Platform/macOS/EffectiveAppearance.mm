@@ -40,7 +40,7 @@ public:
     void look() {
         const Appearance present = presentAppearance();
         if (std::exchange(told_, present) != present)
-            observers_.tell();
+            observers_.notify();
     }
 
 private:

@@ -13,7 +13,7 @@
 namespace Platform {
 namespace {
 
-/// When the folder's entries were last written; the epoch where that cannot be told.
+/// When the folder's entries were last written; the epoch where that is unknown.
 timespec lastWritten(int fileDescriptor) {
     struct stat status{};
     fstat(fileDescriptor, &status);
@@ -40,7 +40,7 @@ public:
         : source_(dispatch_source_create(DISPATCH_SOURCE_TYPE_VNODE,
                                          static_cast<uintptr_t>(fileDescriptor),
                                          DISPATCH_VNODE_WRITE, queue)) {
-        // The system tells of nothing that came before it has taken note of the source.
+        // The system reports nothing that came before it has taken note of the source.
         const auto written = lastWritten(fileDescriptor);
         const auto handlers = handlers_;
         dispatch_source_set_registration_handler(source_, ^{

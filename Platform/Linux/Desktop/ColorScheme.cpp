@@ -47,7 +47,7 @@ private:
     // On the main thread.
     void become(Name appearance) {
         if (appearance_.exchange(appearance) != appearance)
-            observers_.tell();
+            observers_.notify();
     }
 
     std::atomic<Name> appearance_ = Name::aqua;

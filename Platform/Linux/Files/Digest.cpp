@@ -14,7 +14,7 @@ struct FreeContext {
 };
 
 /// A wrong digest would pass for a change of the file, or hide one; memory that ran out is
-/// better told by the end of the process.
+/// better shown by the end of the process.
 void require(bool success) {
     if (success)
         return;

@@ -13,7 +13,8 @@ namespace Platform {
 ///
 /// Tasks start in the order in which they were sent. The tasks of a serial queue run one at a time
 /// and each sees what the one before it wrote; the tasks of a concurrent queue run beside each
-/// other. All queues but the main one share a few threads, so a task must not wait for another.
+/// other. All queues but the main one and the blocking ones share a few threads, so a task must not
+/// wait for another.
 /// A task must not throw: that ends the process.
 class DispatchQueue {
 public:
@@ -25,6 +26,10 @@ public:
     static DispatchQueue concurrent(std::string label);
     static DispatchQueue serial(std::string label);
     /// @}
+
+    /// A new concurrent queue whose tasks may block, for ever if need be: on a disk, a display, a
+    /// terminal, another process. They hold nobody but themselves.
+    static DispatchQueue blocking(std::string label);
 
     /// The queue of the main thread, run by the application's main loop.
     static DispatchQueue main();

@@ -37,6 +37,11 @@ DispatchQueue DispatchQueue::serial(std::string label) {
         std::make_shared<Impl>(dispatch_queue_create(label.c_str(), DISPATCH_QUEUE_SERIAL)));
 }
 
+// The system makes further threads where those of a concurrent queue are held.
+DispatchQueue DispatchQueue::blocking(std::string label) {
+    return concurrent(std::move(label));
+}
+
 DispatchQueue DispatchQueue::main() {
     static const NeverDestroyed<DispatchQueue> queue(
         DispatchQueue(std::make_shared<Impl>(dispatch_get_main_queue())));

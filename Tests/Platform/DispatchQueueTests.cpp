@@ -71,6 +71,25 @@ TEST(DispatchQueue, ApplyEndsAlsoWhileEveryWorkerIsHeldOrApplying) {
     EXPECT_TRUE(waitUntil([&] { return ended == 8; }));
 }
 
+TEST(DispatchQueue, BlockedTasksHoldNobodyElse) {
+    std::atomic<bool> release = false;
+    std::atomic<int> held = 0;
+    const auto blocking = DispatchQueue::blocking("test.blocking");
+    for (int i = 0; i < 8; ++i) {
+        blocking.async([&] {
+            ++held;
+            waitUntil([&] { return release.load(); });
+            --held;
+        });
+    }
+    EXPECT_TRUE(waitUntil([&] { return held == 8; }));
+    std::atomic<bool> ran = false;
+    DispatchQueue::serial("test.serial").asyncAfter(1ms, [&] { ran = true; });
+    EXPECT_TRUE(waitUntil([&] { return ran.load(); }));
+    release = true;
+    EXPECT_TRUE(waitUntil([&] { return held == 0; }));
+}
+
 TEST(MainThreadDeathTest, NamesTheFileAndLineThatRanOnAnotherThread) {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     EXPECT_TRUE(Platform::MainThread::isCurrent());

@@ -1,5 +1,6 @@
 #include "Platform/DispatchQueue.h"
 
+#include "Platform/Linux/Loops/BlockingThreads.h"
 #include "Platform/Linux/Loops/MainContext.h"
 #include "Platform/Linux/Loops/WorkerPool.h"
 #include "Platform/NeverDestroyed.h"
@@ -23,15 +24,20 @@ constexpr auto longestDelay = std::chrono::hours(24 * 365 * 100);
 
 class DispatchQueue::Impl {
 public:
-    Impl(std::string label, asio::any_io_executor executor)
+    enum class Threads { workers, ownForEachTask };
+
+    Impl(std::string label, asio::any_io_executor executor, Threads threads = Threads::workers)
         : label_(std::move(label))
-        , executor_(std::move(executor)) {}
+        , executor_(std::move(executor))
+        , threads_(threads) {}
 
     const std::string& label() const { return label_; }
 
     void async(Task task) const {
         if (isMain()) {
             MainContext::invoke(std::move(task));
+        } else if (threads_ == Threads::ownForEachTask) {
+            BlockingThreads::shared().start(std::move(task));
         } else {
             asio::post(executor_, std::move(task));
         }
@@ -43,6 +49,8 @@ public:
             return;
         }
         auto timer = std::make_shared<asio::steady_timer>(executor_, delay);
+        if (threads_ == Threads::ownForEachTask)
+            task = [task = std::move(task)] { BlockingThreads::shared().start(task); };
         timer->async_wait([timer, task = std::move(task)](const auto&) { task(); });
     }
 
@@ -51,6 +59,7 @@ private:
 
     const std::string label_;
     const asio::any_io_executor executor_; // a strand where the queue is serial, none for the main
+    const Threads threads_;
 };
 
 DispatchQueue::DispatchQueue(std::shared_ptr<Impl> impl)
@@ -63,6 +72,11 @@ DispatchQueue DispatchQueue::concurrent(std::string label) {
 DispatchQueue DispatchQueue::serial(std::string label) {
     return DispatchQueue(
         std::make_shared<Impl>(std::move(label), asio::make_strand(workerExecutor())));
+}
+
+DispatchQueue DispatchQueue::blocking(std::string label) {
+    return DispatchQueue(
+        std::make_shared<Impl>(std::move(label), workerExecutor(), Impl::Threads::ownForEachTask));
 }
 
 DispatchQueue DispatchQueue::main() {

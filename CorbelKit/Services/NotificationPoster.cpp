@@ -1,9 +1,9 @@
 #include "CorbelKit/Services/NotificationPoster.h"
 
 #include "CorbelKit/Services/PrintableText.h"
+#include "Platform/StandardOutput.h"
 #include "Platform/UserNotificationCenter.h"
 
-#include <iostream>
 #include <utility>
 
 namespace CorbelKit {
@@ -36,7 +36,7 @@ void postNotification(const PostedNotification& notification) {
             UserNotificationCenter::current().add(
                 request, [](const std::optional<Platform::Error>& error) {
                     if (error)
-                        std::cout << error->description << std::endl;
+                        Platform::StandardOutput::writeLine(error->description);
                 });
         });
 }

@@ -12,7 +12,7 @@ std::string terminalLine(std::initializer_list<std::string_view> texts,
             line += separator;
         line += printableText(text, ActingCharacters::spaced);
     }
-    return line + '\n';
+    return line;
 }
 
 } // namespace Platform

@@ -1,0 +1,88 @@
+#include "Platform/FileHandle.h"
+#include "Platform/StandardOutput.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <array>
+#include <chrono>
+#include <string>
+
+namespace {
+
+namespace StandardOutput = Platform::StandardOutput;
+using namespace std::chrono_literals;
+
+// Another descriptor in the place of standard output.
+class Redirection {
+public:
+    explicit Redirection(int descriptor) { dup2(descriptor, STDOUT_FILENO); }
+
+    ~Redirection() { dup2(original_.fileDescriptor(), STDOUT_FILENO); }
+
+    Redirection(const Redirection&) = delete;
+    Redirection& operator=(const Redirection&) = delete;
+    Redirection(Redirection&&) = delete;
+    Redirection& operator=(Redirection&&) = delete;
+
+private:
+    Platform::FileHandle original_{dup(STDOUT_FILENO)};
+};
+
+std::string readWhatIsThere(int descriptor) {
+    std::string text;
+    std::array<char, 65536> buffer{};
+    fcntl(descriptor, F_SETFL, O_NONBLOCK);
+    for (ssize_t count = 0; (count = read(descriptor, buffer.data(), buffer.size())) > 0;)
+        text.append(buffer.data(), static_cast<std::size_t>(count));
+    return text;
+}
+
+} // namespace
+
+TEST(StandardOutput, HoldsNobodyWhileItDoesNotDrainAndSaysWhatItDropped) {
+    auto pipe = Platform::Pipe::make();
+    ASSERT_TRUE(pipe);
+    std::string seen;
+    {
+        const Redirection redirection(pipe->fileHandleForWriting.fileDescriptor());
+        for (int i = 0; i < 1000; ++i)
+            StandardOutput::writeLine(std::string(1000, 'x'));
+        EXPECT_FALSE(StandardOutput::drain(10ms));
+        while (!StandardOutput::drain(10ms))
+            seen += readWhatIsThere(pipe->fileHandleForReading.fileDescriptor());
+        StandardOutput::writeLine("and on");
+        EXPECT_TRUE(StandardOutput::drain(10s));
+        seen += readWhatIsThere(pipe->fileHandleForReading.fileDescriptor());
+    }
+    const auto written = std::ranges::count(seen, '\n') - 2;
+    EXPECT_GT(written, 200);
+    EXPECT_TRUE(seen.ends_with('\n' + std::to_string(1000 - written) +
+                               " lines could not be written here.\nand on\n"))
+        << seen.substr(seen.size() - 100);
+}
+
+TEST(StandardOutput, WritesOnAfterAFullDiskAndAReaderThatHasGone) {
+    auto pipe = Platform::Pipe::make();
+    ASSERT_TRUE(pipe);
+    {
+        const Platform::FileHandle full(open("/dev/full", O_WRONLY | O_CLOEXEC));
+        const Redirection redirection(full.fileDescriptor());
+        StandardOutput::writeLine("lost");
+        EXPECT_TRUE(StandardOutput::drain(10s));
+    }
+    {
+        auto gone = Platform::Pipe::make();
+        static_cast<void>(gone->fileHandleForReading.close());
+        const Redirection redirection(gone->fileHandleForWriting.fileDescriptor());
+        StandardOutput::writeLine("lost"); // and the process lives on, which ignores no signal
+        EXPECT_TRUE(StandardOutput::drain(10s));
+    }
+    {
+        const Redirection redirection(pipe->fileHandleForWriting.fileDescriptor());
+        StandardOutput::writeLine("there");
+        EXPECT_TRUE(StandardOutput::drain(10s));
+    }
+    EXPECT_EQ(readWhatIsThere(pipe->fileHandleForReading.fileDescriptor()), "there\n");
+}

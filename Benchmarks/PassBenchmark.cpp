@@ -4,7 +4,7 @@
 #include "Tests/Support/TemporaryFolder.h"
 #include "Tools/AgentTrial.h"
 #include "Vesper_Pro_Agent/JobComparison.h"
-#include "Vesper_Pro_Agent/JobScan.h"
+#include "Vesper_Pro_Agent/JobScanner.h"
 
 #include <fcntl.h>
 #include <spawn.h>
@@ -16,6 +16,8 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <future>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -49,9 +51,17 @@ public:
 
     const std::vector<std::string>& paths() const { return paths_; }
 
+    JobSnapshot scan(const JobSnapshot& last) const {
+        Vesper_Pro_Agent::JobScanner scanner(folders(), [] {});
+        std::promise<JobSnapshot> jobs;
+        scanner.scan(std::shared_ptr<const JobSnapshot>(&last, [](const auto*) {}),
+                     [&](JobSnapshot found) { jobs.set_value(std::move(found)); });
+        return jobs.get_future().get();
+    }
+
     // One pass as the agent makes it, with what it saw last time.
     std::size_t pass(JobSnapshot& last) const {
-        auto jobs = Vesper_Pro_Agent::scanJobs(folders(), last);
+        auto jobs = scan(last);
         const auto changes = Vesper_Pro_Agent::compareJobs(last, jobs);
         last = std::move(jobs);
         return changes.size();
@@ -133,7 +143,7 @@ bool compareSizes(const JobFiles& few, const JobFiles& many) {
     const auto fewRenamed = renamed(lastOfFew);
     const auto manyRenamed = renamed(lastOfMany);
     const auto passAfterRename = [](const JobFiles& files, const JobSnapshot& last) {
-        const auto jobs = Vesper_Pro_Agent::scanJobs(files.folders(), last);
+        const auto jobs = files.scan(last);
         require(Vesper_Pro_Agent::compareJobs(last, jobs).empty(), "a rename is no change");
     };
     const auto times = timeInTurns({[&] { few.pass(lastOfFew); }, [&] { many.pass(lastOfMany); },

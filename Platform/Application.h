@@ -37,6 +37,10 @@ namespace Application {
 int run(int argumentCount, char** arguments,
         const std::function<std::unique_ptr<ApplicationDelegate>()>& makeDelegate);
 
+/// Lets who started the process know that it is at its work now, where somebody waits for that (a
+/// service manager). Main thread, once.
+void announceReady();
+
 /// The direction of the user interface in the user's language. Callable on any thread.
 LayoutDirection userInterfaceLayoutDirection();
 

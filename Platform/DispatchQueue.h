@@ -1,7 +1,6 @@
 #pragma once
 
 #include <chrono>
-#include <cstddef>
 #include <functional>
 #include <memory>
 #include <string>
@@ -42,11 +41,6 @@ public:
 
     /// Sends the task when the delay has passed. A delay of zero or less means at once.
     void asyncAfter(std::chrono::nanoseconds delay, Task task) const;
-
-    /// Runs body(0) to body(count - 1), in any order and several at a time, one of them on the
-    /// calling thread, and returns when all have ended. Never waits for a task that has not
-    /// started, so it may be called anywhere.
-    static void apply(std::size_t count, const std::function<void(std::size_t index)>& body);
 
 private:
     friend class FileSystemObjectSource; // whose handlers a system may run on the queue itself

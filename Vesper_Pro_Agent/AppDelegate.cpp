@@ -8,14 +8,16 @@ namespace Vesper_Pro_Agent {
 
 void AppDelegate::applicationDidFinishLaunching() {
     Platform::MainThread::check();
-    removeLegacyAgents();
-    MonitorFolders::shared().start();
+    removeLegacyAgents(
+        [] { MonitorFolders::shared().start(Platform::Application::announceReady); });
 }
 
 void AppDelegate::applicationWillTerminate() {
     Platform::MainThread::check();
-    for (const auto& monitor : MonitorFolders::shared().monitors())
+    auto& folders = MonitorFolders::shared();
+    for (const auto& monitor : folders.monitors())
         monitor->stopMonitoring();
+    folders.stop();
 }
 
 } // namespace Vesper_Pro_Agent

@@ -3,6 +3,8 @@
 #include "CorbelKit/Services/Const.h"
 #include "Platform/PropertyListLookup.h"
 
+#include <utility>
+
 namespace Vesper_Pro_Agent {
 namespace {
 
@@ -15,8 +17,9 @@ Platform::PropertyListLookup labelLookup() {
 
 } // namespace
 
-JobFileReader::JobFileReader(std::uint64_t maximumRead)
-    : maximumRead_(maximumRead)
+JobFileReader::JobFileReader(std::function<bool()> goesOn, std::uint64_t maximumRead)
+    : goesOn_(std::move(goesOn))
+    , maximumRead_(maximumRead)
     , buffer_(bufferSize) {}
 
 std::optional<MonitoredJob> JobFileReader::read(const Platform::URL& url,
@@ -36,6 +39,8 @@ std::optional<std::span<const std::byte>> JobFileReader::fillBuffer(Platform::Fi
     const std::span buffer(buffer_);
     std::size_t filled = 0;
     while (filled < buffer.size()) {
+        if (!goesOn_())
+            return std::nullopt;
         const auto count = file.read(buffer.subspan(filled));
         if (!count)
             return std::nullopt;

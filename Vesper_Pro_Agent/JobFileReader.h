@@ -7,6 +7,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <span>
 #include <vector>
@@ -19,7 +20,10 @@ public:
     /// Of a file with more than `maximumRead` bytes, the checksum is of that much of it and of its
     /// size, and it has no label: a sparse file can be larger than anything could be read in a day,
     /// and one that grows while it is read would never come to its end.
-    explicit JobFileReader(std::uint64_t maximumRead = std::uint64_t{4} << 30);
+    ///
+    /// `goesOn` is called before each step of reading; once it says no, reading fails.
+    explicit JobFileReader(std::function<bool()> goesOn,
+                           std::uint64_t maximumRead = std::uint64_t{4} << 30);
 
     /// Absent when the file cannot be read, or is no regular file. `known` is the file as it was
     /// seen before, if it was: with the same content, its label is taken over unread.
@@ -33,6 +37,7 @@ private:
     std::optional<MonitoredJob> readLargeFile(std::span<const std::byte> beginning,
                                               Platform::FileHandle& file);
 
+    const std::function<bool()> goesOn_;
     const std::uint64_t maximumRead_;
     Platform::SHA256 digest_;
     std::vector<std::byte> buffer_;

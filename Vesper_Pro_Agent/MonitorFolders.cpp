@@ -8,11 +8,11 @@
 #include "CorbelKit/Services/SharedSettings.h"
 #include "Platform/MainThread.h"
 #include "Platform/NeverDestroyed.h"
+#include "Platform/StandardOutput.h"
 #include "Vesper_Pro_Agent/ChangePosting.h"
 #include "Vesper_Pro_Agent/JobComparison.h"
 #include "Vesper_Pro_Agent/JobFolders.h"
 
-#include <iostream>
 #include <utility>
 
 namespace Vesper_Pro_Agent {
@@ -41,12 +41,23 @@ MonitorFolders::MonitorFolders(Private)
     Platform::MainThread::check();
 }
 
-void MonitorFolders::start() {
+void MonitorFolders::start(std::function<void()> completion) {
     Platform::MainThread::check();
+    started_ = std::move(completion);
     watchFolders(); // before the first look, so that nothing falls between the two
     registerForNotifications();
-    lastCheckedJobs_ = scanJobs(jobFolders(), lastCheckedJobs_);
-    observeSettings();
+    scanner_ = std::make_unique<JobScanner>(
+        jobFolders(), [weak = weak_from_this()] { // a late read is news like any other
+            if (auto folders = weak.lock())
+                folders->requestPass();
+        });
+    scan(&MonitorFolders::takeBaseline);
+}
+
+void MonitorFolders::stop() {
+    Platform::MainThread::check();
+    if (scanner_)
+        scanner_->stop();
 }
 
 void MonitorFolders::watchFolders() {
@@ -63,7 +74,7 @@ void MonitorFolders::registerForNotifications() {
         Platform::AuthorizationOptions::alert,
         [](bool /*granted*/, const std::optional<Platform::Error>& error) {
             if (error)
-                std::cout << error->description << std::endl;
+                Platform::StandardOutput::writeLine(error->description);
         });
     const Platform::NotificationAction show{
         .identifier = std::string(CorbelKit::Const::NotificationAction::show.rawValue()),
@@ -116,6 +127,10 @@ void MonitorFolders::reloadSetting(std::string_view key) {
 }
 
 void MonitorFolders::monitorDidChange(const Platform::URL& /*url*/) {
+    requestPass();
+}
+
+void MonitorFolders::requestPass() {
     run([weak = weak_from_this()] {
         CorbelKit::Limit::shared().request(coalescingIdentifier, coalescingDelayInSeconds, [weak] {
             run([weak] {
@@ -128,13 +143,44 @@ void MonitorFolders::monitorDidChange(const Platform::URL& /*url*/) {
 
 void MonitorFolders::lookForChanges() {
     Platform::MainThread::check();
-    auto jobs = scanJobs(jobFolders(), lastCheckedJobs_);
-    if (const auto changes = compareJobs(lastCheckedJobs_, jobs); !changes.empty()) {
+    if (isScanning_) {
+        isPassDue_ = true;
+    } else {
+        scan(&MonitorFolders::reportChanges);
+    }
+}
+
+// Scans never overlap: what comes meanwhile waits for its own.
+void MonitorFolders::scan(void (MonitorFolders::*receive)(JobSnapshot)) {
+    isScanning_ = true;
+    scanner_->scan(lastCheckedJobs_, [weak = weak_from_this(), receive](JobSnapshot jobs) {
+        run([weak, receive, jobs = std::make_shared<JobSnapshot>(std::move(jobs))] {
+            const auto folders = weak.lock();
+            if (!folders)
+                return;
+            folders->isScanning_ = false;
+            (*folders.*receive)(std::move(*jobs));
+            if (std::exchange(folders->isPassDue_, false))
+                folders->lookForChanges();
+        });
+    });
+}
+
+void MonitorFolders::takeBaseline(JobSnapshot jobs) {
+    lastCheckedJobs_ = std::make_shared<JobSnapshot>(std::move(jobs));
+    observeSettings();
+    if (const auto started = std::exchange(started_, nullptr))
+        started();
+}
+
+void MonitorFolders::reportChanges(JobSnapshot jobs) {
+    Platform::MainThread::check();
+    if (const auto changes = compareJobs(*lastCheckedJobs_, jobs); !changes.empty()) {
         const ChangeFilter filter{.exceptions = exceptions(), .excludePrefixes = excludePrefixes()};
         for (const auto& change : changes)
             postChange(change, filter);
     }
-    lastCheckedJobs_ = std::move(jobs);
+    lastCheckedJobs_ = std::make_shared<JobSnapshot>(std::move(jobs));
 }
 
 } // namespace Vesper_Pro_Agent

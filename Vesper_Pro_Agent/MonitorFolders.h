@@ -3,9 +3,10 @@
 #include "CorbelKit/Monitors/MonitorType.h"
 #include "Platform/UserDefaults.h"
 #include "Platform/UserNotificationCenter.h"
-#include "Vesper_Pro_Agent/JobScan.h"
+#include "Vesper_Pro_Agent/JobScanner.h"
 #include "Vesper_Pro_Agent/NotificationDelegate.h"
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -30,8 +31,12 @@ public:
     explicit MonitorFolders(Private);
 
     /// Watches the folders, registers with the notification centre, takes what the folders hold now
-    /// as known, and follows the settings from then on. Called once, at launch.
-    void start();
+    /// as known, and follows the settings from then on. Called once, at launch. Returns while the
+    /// folders are read; the completion is called on the main thread when all that is done.
+    void start(std::function<void()> completion);
+
+    /// Reads nothing any more. Called once, when the process is about to end.
+    void stop();
 
     /// One per folder, in the order of `jobFolders`; empty before `start`.
     const std::vector<std::shared_ptr<CorbelKit::MonitorType>>& monitors() const {
@@ -55,11 +60,19 @@ private:
     void watchFolders();
     void registerForNotifications();
     void observeSettings();
+    void requestPass();
     void lookForChanges();
+    void scan(void (MonitorFolders::*receive)(JobSnapshot));
+    void takeBaseline(JobSnapshot jobs);
+    void reportChanges(JobSnapshot jobs);
     void reloadSetting(std::string_view key);
 
     std::vector<std::shared_ptr<CorbelKit::MonitorType>> monitors_;
-    JobSnapshot lastCheckedJobs_;
+    std::shared_ptr<const JobSnapshot> lastCheckedJobs_ = std::make_shared<JobSnapshot>();
+    std::unique_ptr<JobScanner> scanner_; // from `start` on
+    bool isScanning_ = false;
+    bool isPassDue_ = false; // another, when the scan under way has ended
+    std::function<void()> started_;
     std::optional<std::vector<std::string>> exceptions_;
     std::optional<std::vector<std::string>> excludePrefixes_;
     std::string notificationCategory_;

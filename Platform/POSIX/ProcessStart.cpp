@@ -16,7 +16,11 @@ void ensureStandardStreams() {
         ::close(opened);
 }
 
-void ignoreBrokenPipes() {
+void setSignals() {
+    sigset_t none;
+    sigemptyset(&none);
+    pthread_sigmask(SIG_SETMASK, &none, nullptr);
+    std::signal(SIGCHLD, SIG_DFL);
     std::signal(SIGPIPE, SIG_IGN);
 }
 

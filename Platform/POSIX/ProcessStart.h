@@ -9,8 +9,10 @@ namespace Platform::ProcessStart {
 /// would go there.
 void ensureStandardStreams();
 
-/// A reader that goes away is a failed write, not the end of the process.
-void ignoreBrokenPipes();
+/// Signals as the process needs them, whatever it was started with: none is blocked, the end of a
+/// child can be waited for, and a reader that goes away is a failed write, not the end of the
+/// process.
+void setSignals();
 
 /// The signals by which a process is asked to end: by the user, by the system, and by the end of
 /// the terminal or of the session, unless it was started to outlive that.

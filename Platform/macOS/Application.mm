@@ -110,7 +110,7 @@ int run(int argumentCount, char** arguments,
         const std::function<std::unique_ptr<ApplicationDelegate>()>& makeDelegate) {
     MainThread::check();
     ProcessStart::ensureStandardStreams();
-    ProcessStart::ignoreBrokenPipes();
+    ProcessStart::setSignals();
     terminateOnRequest();
     launch().makeDelegate = makeDelegate;
     // A program outside a bundle has nowhere to name the class, for want of which it would end.
@@ -119,6 +119,10 @@ int run(int argumentCount, char** arguments,
         return EXIT_SUCCESS;
     }
     return NSApplicationMain(argumentCount, const_cast<const char**>(arguments));
+}
+
+void announceReady() {
+    MainThread::check(); // launchd does not ask
 }
 
 LayoutDirection userInterfaceLayoutDirection() {

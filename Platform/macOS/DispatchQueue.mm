@@ -61,10 +61,4 @@ void DispatchQueue::asyncAfter(std::chrono::nanoseconds delay, Task task) const 
                      owned(std::move(task)), runOwnedTask);
 }
 
-void DispatchQueue::apply(std::size_t count, const std::function<void(std::size_t)>& body) {
-    dispatch_apply(count, DISPATCH_APPLY_AUTO, ^(std::size_t index) {
-        runAtBoundary([&] { body(index); });
-    });
-}
-
 } // namespace Platform

@@ -1,11 +1,13 @@
 #include "Tests/Support/TemporaryFolder.h"
 #include "Vesper_Pro_Agent/JobFileReader.h"
-#include "Vesper_Pro_Agent/JobScan.h"
+#include "Vesper_Pro_Agent/JobScanner.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
 #include <fstream>
+#include <future>
+#include <memory>
 
 namespace {
 
@@ -23,7 +25,11 @@ protected:
         const std::vector folders = {
             URL::file(folder.path().string(), URL::DirectoryHint::isDirectory),
             URL::file((folder / "missing").string(), URL::DirectoryHint::isDirectory)};
-        return scanJobs(folders, previous);
+        JobScanner scanner(folders, [] {});
+        std::promise<JobSnapshot> jobs;
+        scanner.scan(std::make_shared<JobSnapshot>(previous),
+                     [&](JobSnapshot found) { jobs.set_value(std::move(found)); });
+        return jobs.get_future().get();
     }
 
     std::string path(std::string_view name) const { return (folder / name).string(); }
@@ -66,7 +72,7 @@ TEST_F(JobScanTest, FindsTheLabelOfAFileThatSpansManyBuffers) {
 }
 
 TEST_F(JobScanTest, AFileThatIsTooLargeToReadIsKnownByItsBeginningAndItsSize) {
-    JobFileReader reader(300'000);
+    JobFileReader reader([] { return true; }, 300'000);
     const auto read = [&](std::uintmax_t size, char first) {
         writeFile(folder / "tool", std::string(1, first));
         std::filesystem::resize_file(folder / "tool", size);

@@ -41,36 +41,6 @@ TEST(DispatchQueue, DelayedTasksRunByTheirTimeAndNeverEarly) {
     EXPECT_EQ(order, (std::vector{10, 20, 30}));
 }
 
-TEST(DispatchQueue, ApplyRunsEachIndexOnceAndWaitsForAll) {
-    for (const std::size_t count : {0U, 1U, 2U, 1000U}) {
-        std::vector<std::atomic<int>> runs(count);
-        DispatchQueue::apply(count, [&](std::size_t index) { ++runs[index]; });
-        for (const auto& run : runs)
-            EXPECT_EQ(run, 1);
-    }
-}
-
-TEST(DispatchQueue, ApplyEndsAlsoWhileEveryWorkerIsHeldOrApplying) {
-    std::atomic<bool> release = false;
-    std::atomic<int> held = 0;
-    std::atomic<int> ended = 0;
-    const auto queue = DispatchQueue::concurrent("test.held");
-    for (int i = 0; i < 8; ++i) {
-        queue.async([&] {
-            ++held;
-            DispatchQueue::apply(4, [](std::size_t) {});
-            waitUntil(release);
-            ++ended;
-        });
-    }
-    ASSERT_TRUE(waitUntil([&] { return held >= 2; }));
-    std::atomic<int> runs = 0;
-    DispatchQueue::apply(100, [&](std::size_t) { ++runs; });
-    EXPECT_EQ(runs, 100);
-    release = true;
-    EXPECT_TRUE(waitUntil([&] { return ended == 8; }));
-}
-
 TEST(DispatchQueue, BlockedTasksHoldNobodyElse) {
     std::atomic<bool> release = false;
     std::atomic<int> held = 0;

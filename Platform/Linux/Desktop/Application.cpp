@@ -88,7 +88,7 @@ int run(int /*argumentCount*/, char** /*arguments*/,
     MainThread::check();
     keepNoFreeMemory();
     ProcessStart::ensureStandardStreams();
-    ProcessStart::ignoreBrokenPipes();
+    ProcessStart::setSignals();
     const std::unique_ptr<GMainLoop, MainLoopUnref> loop(g_main_loop_new(nullptr, FALSE));
     quitOnRequest(loop.get());
     if (!becomeTheSessionsOnly(loop.get()))
@@ -96,11 +96,15 @@ int run(int /*argumentCount*/, char** /*arguments*/,
 
     const auto delegate = makeDelegate();
     delegate->applicationDidFinishLaunching();
-    notifyServiceManager("READY=1");
     g_main_loop_run(loop.get());
     notifyServiceManager("STOPPING=1");
     delegate->applicationWillTerminate();
     return EXIT_SUCCESS;
+}
+
+void announceReady() {
+    MainThread::check();
+    notifyServiceManager("READY=1");
 }
 
 } // namespace Platform::Application

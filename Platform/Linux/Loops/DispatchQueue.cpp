@@ -10,8 +10,6 @@
 #include <asio/strand.hpp>
 
 #include <algorithm>
-#include <atomic>
-#include <semaphore>
 #include <utility>
 
 namespace Platform {
@@ -97,46 +95,6 @@ void DispatchQueue::asyncAfter(std::chrono::nanoseconds delay, Task task) const 
     impl_->asyncAfter(
         std::clamp<std::chrono::nanoseconds>(delay, std::chrono::nanoseconds::zero(), longestDelay),
         std::move(task));
-}
-
-namespace {
-
-// One call of `apply`: the caller and the workers that come in time take indices from it.
-class Iterations {
-public:
-    Iterations(std::size_t count, const std::function<void(std::size_t)>& body)
-        : count_(count)
-        , body_(body) {}
-
-    void takeAll() noexcept {
-        for (auto index = next_++; index < count_; index = next_++) {
-            body_(index);
-            if (++ended_ == count_)
-                allEnded_.release();
-        }
-    }
-
-    void wait() { allEnded_.acquire(); }
-
-private:
-    const std::size_t count_;
-    const std::function<void(std::size_t)>& body_; // alive while an index is left to take
-    std::atomic<std::size_t> next_ = 0;
-    std::atomic<std::size_t> ended_ = 0;
-    std::binary_semaphore allEnded_{0};
-};
-
-} // namespace
-
-void DispatchQueue::apply(std::size_t count, const std::function<void(std::size_t)>& body) {
-    if (count == 0)
-        return;
-    auto iterations = std::make_shared<Iterations>(count, body);
-    const auto assistants = std::min<std::size_t>(count - 1, workerCount());
-    for (std::size_t assistant = 0; assistant < assistants; ++assistant)
-        asio::post(workerExecutor(), [iterations] { iterations->takeAll(); });
-    iterations->takeAll();
-    iterations->wait();
 }
 
 } // namespace Platform

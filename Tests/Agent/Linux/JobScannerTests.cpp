@@ -1,0 +1,125 @@
+#include "Platform/FileHandle.h"
+#include "Tests/Support/TemporaryFolder.h"
+#include "Tests/Support/WaitUntil.h"
+#include "Vesper_Pro_Agent/JobScanner.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <poll.h>
+#include <sys/fanotify.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <future>
+#include <string>
+
+namespace {
+
+using namespace Vesper_Pro_Agent;
+using namespace std::chrono_literals;
+using Platform::FileHandle;
+using Platform::URL;
+using TestSupport::waitUntil;
+using TestSupport::writeFile;
+
+// Holds whoever reads the file or lists the folder, as a file system does that has stopped
+// answering.
+class HungFile {
+public:
+    explicit HungFile(const std::filesystem::path& path) {
+        const auto kinds = FAN_ACCESS_PERM | (std::filesystem::is_directory(path) ? FAN_ONDIR : 0);
+        isHung_ = fanotify_mark(listener_.fileDescriptor(), FAN_MARK_ADD, kinds, AT_FDCWD,
+                                path.c_str()) == 0;
+    }
+
+    bool isHung() const { return isHung_; }
+
+    bool isAsked() const {
+        pollfd waiting{.fd = listener_.fileDescriptor(), .events = POLLIN, .revents = 0};
+        return poll(&waiting, 1, 0) == 1;
+    }
+
+    // Everyone who asks is let through from then on.
+    void answer() { listener_ = FileHandle(-1); }
+
+private:
+    FileHandle listener_{fanotify_init(FAN_CLASS_CONTENT | FAN_CLOEXEC, O_RDONLY)};
+    bool isHung_ = false;
+};
+
+class LongScan : public ::testing::Test {
+protected:
+    JobSnapshot scan(const JobSnapshot& previous) {
+        auto jobs = std::make_shared<std::promise<JobSnapshot>>();
+        scanner.scan(std::make_shared<JobSnapshot>(previous),
+                     [jobs](JobSnapshot found) { jobs->set_value(std::move(found)); });
+        auto future = jobs->get_future();
+        EXPECT_EQ(future.wait_for(20s), std::future_status::ready) << "the scan hangs";
+        return future.get();
+    }
+
+    Platform::SHA256::Value checksum(const JobSnapshot& jobs, std::string_view name) const {
+        const auto found = jobs.find((folder / name).string());
+        return found != jobs.end() ? found->second.checksum : Platform::SHA256::Value();
+    }
+
+    URL url(std::string_view name) const {
+        return URL::file((folder / name).string(), URL::DirectoryHint::isDirectory);
+    }
+
+    TestSupport::TemporaryFolder folder;
+    std::atomic<int> lateEnds = 0;
+    JobScanner scanner{{url("slow"), url("fast")}, [this] { ++lateEnds; }, 250ms};
+};
+
+class HungScan : public LongScan, public ::testing::WithParamInterface<const char*> {};
+
+TEST_P(HungScan, GoesOnWithTheRestAndTakesTheAnswerWhenItComes) {
+    std::filesystem::create_directories(folder / "slow");
+    std::filesystem::create_directories(folder / "fast");
+    writeFile(folder / "slow/job", "before");
+    writeFile(folder / "fast/job", "before");
+    const auto baseline = scan({});
+
+    HungFile hung(folder / GetParam());
+    if (!hung.isHung())
+        GTEST_SKIP() << "needs the right to answer for the file system (CAP_SYS_ADMIN)";
+    writeFile(folder / "slow/job", "after");
+    writeFile(folder / "slow/new", "new");
+    writeFile(folder / "fast/job", "after");
+    auto jobs = scan(baseline);
+    EXPECT_TRUE(hung.isAsked());
+    EXPECT_EQ(checksum(jobs, "slow/job"), checksum(baseline, "slow/job")) << "still as known";
+    EXPECT_NE(checksum(jobs, "fast/job"), checksum(baseline, "fast/job"));
+    jobs = scan(jobs); // does not wait for it anew
+    EXPECT_EQ(checksum(jobs, "slow/job"), checksum(baseline, "slow/job"));
+    EXPECT_EQ(lateEnds, 0);
+
+    hung.answer();
+    ASSERT_TRUE(waitUntil([&] { return lateEnds == 1; }));
+    jobs = scan(jobs);
+    EXPECT_NE(checksum(jobs, "slow/job"), checksum(baseline, "slow/job"));
+    EXPECT_TRUE(jobs.contains((folder / "slow/new").string()));
+}
+
+INSTANTIATE_TEST_SUITE_P(OfAFileAndOfAFolder, HungScan, ::testing::Values("slow/job", "slow"));
+
+// An exception to no rule: what goes on being read is not given up.
+TEST_F(LongScan, WaitsForALargeFileThatIsRead) {
+    std::filesystem::create_directory(folder / "slow");
+    writeFile(folder / "slow/tool", "x");
+    std::filesystem::resize_file(folder / "slow/tool", 200'000'000);
+    EXPECT_NE(checksum(scan({}), "slow/tool"), Platform::SHA256::Value());
+}
+
+TEST_F(LongScan, EndsInTheMiddleOfAFileWhenStopped) {
+    std::filesystem::create_directory(folder / "slow");
+    writeFile(folder / "slow/tool", "x");
+    std::filesystem::resize_file(folder / "slow/tool", std::uintmax_t{1} << 40);
+    std::atomic<bool> isCompleted = false;
+    scanner.scan(std::make_shared<JobSnapshot>(), [&](const auto&) { isCompleted = true; });
+    scanner.stop();
+    EXPECT_FALSE(isCompleted);
+}
+
+} // namespace

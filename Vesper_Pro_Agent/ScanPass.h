@@ -1,0 +1,94 @@
+#pragma once
+
+#include "Platform/DispatchQueue.h"
+#include "Platform/Mutex.h"
+#include "Platform/URL.h"
+#include "Vesper_Pro_Agent/JobFileReader.h"
+#include "Vesper_Pro_Agent/LateReads.h"
+#include "Vesper_Pro_Agent/MonitoredJob.h"
+
+#include <atomic>
+#include <chrono>
+#include <condition_variable>
+#include <cstddef>
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace Vesper_Pro_Agent {
+
+/// One pass over the folders, shared by the threads that read for it. It lives while one of them
+/// does.
+class ScanPass : public std::enable_shared_from_this<ScanPass> {
+public:
+    using Completion = std::function<void(JobSnapshot jobs)>;
+
+    /// What the passes of one scanner have in common.
+    struct Surroundings {
+        std::shared_ptr<LateReads> lateReads;
+        Platform::DispatchQueue readers; ///< a blocking one
+        Platform::DispatchQueue timers;
+        std::chrono::nanoseconds patience;
+    };
+
+    ScanPass(Surroundings surroundings, std::shared_ptr<const JobSnapshot> previous,
+             Completion completion);
+
+    void start(const std::vector<Platform::URL>& folders);
+
+    /// No completion comes, and what reads ends soon.
+    void cancel();
+
+private:
+    /// One thing to be read: a folder's entries, or a file.
+    struct Item {
+        Platform::URL url;
+        std::string path;
+        bool isFolder = false;
+        const MonitoredJob* known = nullptr; // of a file, in the snapshot before
+    };
+
+    /// What one thread is at.
+    struct Reader {
+        std::atomic<std::uint64_t> steps = 0;
+        // Under the pass's mutex:
+        const Item* item = nullptr;
+        std::uint64_t stepsSeen = 0; // when last looked at
+        bool isLeft = false;         // the pass does not wait for it any more
+    };
+
+    void run(const std::shared_ptr<Reader>& reader);
+    ReadOutcome read(const Item& item, JobFileReader& files) const;
+    const Item* next(const std::shared_ptr<Reader>& reader);
+    bool end(Reader& reader, const Item& item, ReadOutcome outcome);
+    void watch();
+    void finishIfDone();
+
+    void leaveWhatHangs() CORBEL_REQUIRES(mutex_);
+    void startReaders() CORBEL_REQUIRES(mutex_);
+    void add(Item item) CORBEL_REQUIRES(mutex_);
+    void addEntries(std::vector<Platform::URL> urls) CORBEL_REQUIRES(mutex_);
+    void store(const Item& item, ReadOutcome outcome) CORBEL_REQUIRES(mutex_);
+    void keepKnown(const Item& item) CORBEL_REQUIRES(mutex_);
+    void keepEntriesOf(const Item& folder) CORBEL_REQUIRES(mutex_);
+
+    std::size_t remaining() const CORBEL_REQUIRES(mutex_) { return items_.size() - next_; }
+
+    const Surroundings surroundings_;
+    const std::shared_ptr<const JobSnapshot> previous_;
+    std::atomic<bool> isCancelled_ = false;
+
+    Platform::Mutex mutex_;
+    std::condition_variable_any readerLeft_;
+    Completion completion_ CORBEL_GUARDED_BY(mutex_);  // empty once called
+    std::deque<Item> items_ CORBEL_GUARDED_BY(mutex_); // their addresses stay
+    std::size_t next_ CORBEL_GUARDED_BY(mutex_) = 0;   // of the items: not yet taken
+    std::vector<std::shared_ptr<Reader>> readers_ CORBEL_GUARDED_BY(mutex_); // to be waited for
+    std::vector<std::pair<std::string, MonitoredJob>> jobs_ CORBEL_GUARDED_BY(mutex_);
+};
+
+} // namespace Vesper_Pro_Agent

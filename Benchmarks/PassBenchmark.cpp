@@ -1,8 +1,8 @@
 #include "Benchmarks/Benchmarks.h"
 #include "Benchmarks/Measurement.h"
 #include "Platform/URL.h"
+#include "Tests/Support/Linux/AgentTrial.h"
 #include "Tests/Support/TemporaryFolder.h"
-#include "Tools/AgentTrial.h"
 #include "Vesper_Pro_Agent/JobComparison.h"
 #include "Vesper_Pro_Agent/JobScanner.h"
 
@@ -38,7 +38,7 @@ public:
         fs::create_directory(folder_ / "tools");
         for (std::size_t job = 0; job < jobs; ++job) {
             add("jobs/org.example.job" + std::to_string(job) + ".plist",
-                Tools::jobFile("org.example.job" + std::to_string(job)));
+                TestSupport::jobFile("org.example.job" + std::to_string(job)));
         }
         for (std::size_t tool = 0; tool < tools; ++tool)
             add("tools/org.example.tool" + std::to_string(tool), noise(toolSize, tool));

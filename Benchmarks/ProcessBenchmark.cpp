@@ -1,6 +1,6 @@
 #include "Benchmarks/Benchmarks.h"
 #include "Benchmarks/Measurement.h"
-#include "Tools/AgentTrial.h"
+#include "Tests/Support/Linux/AgentTrial.h"
 
 #include <algorithm>
 #include <chrono>
@@ -12,7 +12,7 @@
 namespace Benchmarks {
 namespace {
 
-using Tools::AgentTrial;
+using TestSupport::AgentTrial;
 using Milliseconds = std::chrono::duration<double, std::milli>;
 
 // The agent's own waits: a burst of events is looked at together, a notification may be replaced.
@@ -36,7 +36,7 @@ double notificationDelay(AgentTrial& trial) {
     for (int round = 0; round < 5; ++round) {
         const auto name = "org.example.job" + std::to_string(round);
         const auto start = AgentTrial::Clock::now();
-        trial.save(trial.userAgents() / name, Tools::jobFile(name));
+        trial.save(trial.userAgents() / name, TestSupport::jobFile(name));
         const auto line = trial.nextLine();
         if (!line || !line->text.ends_with(name))
             return 1e9;
@@ -48,7 +48,7 @@ double notificationDelay(AgentTrial& trial) {
 bool measureRest(const AgentTrial& trial) {
     const auto folder = std::filesystem::path("/proc") / std::to_string(trial.process());
     const auto megabytes = [&](const char* file, const char* name) {
-        return static_cast<double>(Tools::readProcessNumber(folder / file, name)) / 1024;
+        return static_cast<double>(TestSupport::readProcessNumber(folder / file, name)) / 1024;
     };
     const auto atRest = trial.waitUntilAtRest();
     if (!atRest)
@@ -63,7 +63,8 @@ bool measureRest(const AgentTrial& trial) {
     std::printf("  private and unwritten (program text that no other process maps): %.2f MB\n",
                 megabytes("smaps_rollup", "Private_Clean"));
     return report("Threads",
-                  static_cast<double>(Tools::readProcessNumber(folder / "status", "Threads")), 6) &&
+                  static_cast<double>(TestSupport::readProcessNumber(folder / "status", "Threads")),
+                  6) &&
            holds;
 }
 

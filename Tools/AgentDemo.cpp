@@ -1,7 +1,7 @@
 // Shows the agent at work in a home of its own: changes real job files, shows what it tells of
 // them, and ends well only if it told exactly what it should.
 
-#include "Tools/AgentTrial.h"
+#include "Tests/Support/Linux/AgentTrial.h"
 
 #include <cstdlib>
 #include <exception>
@@ -12,8 +12,8 @@
 
 namespace {
 
-using Tools::AgentTrial;
-using Tools::jobFile;
+using TestSupport::AgentTrial;
+using TestSupport::jobFile;
 
 class Demo {
 public:

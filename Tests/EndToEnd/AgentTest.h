@@ -1,8 +1,8 @@
 #pragma once
 
+#include "Tests/Support/Linux/AgentTrial.h"
 #include "Tests/Support/Linux/NotificationService.h"
 #include "Tests/Support/Testing.h"
-#include "Tools/AgentTrial.h"
 
 /// An agent process: files in, notifications out.
 class AgentTest : public ::testing::Test {
@@ -45,6 +45,6 @@ protected:
     }
 
     static inline const std::string agents = "~/Library/LaunchAgents/";
-    Tools::AgentTrial trial{CORBEL_AGENT};
+    TestSupport::AgentTrial trial{CORBEL_AGENT};
     int saves = 0;
 };

@@ -1,6 +1,6 @@
 // The agent as a process, in the user's language.
 
-#include "Tools/AgentTrial.h"
+#include "Tests/Support/Linux/AgentTrial.h"
 
 #include <gtest/gtest.h>
 
@@ -21,7 +21,7 @@ TEST(Languages, ReportJobsInTheUsersWordsAndDirection) {
 
     for (const auto& [locale, title, added, modified] : cases) {
         SCOPED_TRACE(locale);
-        Tools::AgentTrial trial{CORBEL_AGENT};
+        TestSupport::AgentTrial trial{CORBEL_AGENT};
         trial.environment["LC_ALL"] = locale + ".UTF-8";
         ASSERT_TRUE(trial.start());
         for (const auto& change : {added, modified}) {

@@ -86,7 +86,7 @@ TEST_F(LongLife, LivesWithWhateverLiesInItsFolders) {
         {"nested xml", "<plist>" + repeat("<array>", 1'000'000)},
         {"nested text", repeat("(", 1'000'000)},
         {"wide xml", "<plist><array>" + repeat("<true/>", 1'000'000) + "</array></plist>"},
-        {"label", Tools::jobFile(std::string(40'000'000, 'x'))},
+        {"label", TestSupport::jobFile(std::string(40'000'000, 'x'))},
         {"no end", "<plist><dict><key>" + std::string(20'000'000, 'k')},
         {"tag", "<" + std::string(20'000'000, 't')},
     };
@@ -107,8 +107,8 @@ TEST_F(LongLife, LivesWithWhateverLiesInItsFolders) {
     expectToBeReporting();
 
     if (std::string_view(CORBEL_SANITIZERS).empty()) { // their own memory is none of the agent's
-        EXPECT_LT(Tools::readProcessNumber(processFolder() / "status", "VmHWM"), 96 * 1024);
-        EXPECT_LE(Tools::readProcessNumber(processFolder() / "status", "Threads"), 6);
+        EXPECT_LT(TestSupport::readProcessNumber(processFolder() / "status", "VmHWM"), 96 * 1024);
+        EXPECT_LE(TestSupport::readProcessNumber(processFolder() / "status", "Threads"), 6);
     }
     EXPECT_EQ(trial.end(), EXIT_SUCCESS);
 }

@@ -4,7 +4,7 @@
 
 namespace {
 
-using Tools::jobFile;
+using TestSupport::jobFile;
 namespace fs = std::filesystem;
 
 using ReportedChanges = AgentTest;

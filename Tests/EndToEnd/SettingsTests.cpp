@@ -22,7 +22,7 @@ protected:
     // place.
     void expectOnlyTheFirst(const std::vector<std::string>& labels) {
         for (const auto& label : labels)
-            trial.save(job(label + " file"), Tools::jobFile(label));
+            trial.save(job(label + " file"), TestSupport::jobFile(label));
         expectNext("New: " + agents + labels.front() + " file");
         for (const auto& label : labels)
             fs::remove(job(label + " file"));

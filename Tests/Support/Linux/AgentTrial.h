@@ -14,7 +14,7 @@
 #include <string_view>
 #include <vector>
 
-namespace Tools {
+namespace TestSupport {
 
 /// An agent process in a world of its own: a home and a local library in a temporary folder, with
 /// the five job folders, empty. What it prints is read line by line. Ended with the object.
@@ -82,7 +82,7 @@ private:
     bool readMore(Clock::time_point deadline);
 
     std::filesystem::path agent_;
-    TestSupport::TemporaryFolder folder_;
+    TemporaryFolder folder_;
     pid_t process_ = -1;
     int output_ = -1;
     std::string unread_;
@@ -95,4 +95,4 @@ long readProcessNumber(const std::filesystem::path& file, std::string_view name)
 /// The text of a job file with the label.
 std::string jobFile(std::string_view label, std::string_view extra = "");
 
-} // namespace Tools
+} // namespace TestSupport

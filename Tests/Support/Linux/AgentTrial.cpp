@@ -1,4 +1,4 @@
-#include "Tools/AgentTrial.h"
+#include "Tests/Support/Linux/AgentTrial.h"
 
 #include "Tests/Support/WaitUntil.h"
 
@@ -17,7 +17,7 @@
 #include <thread>
 #include <utility>
 
-namespace Tools {
+namespace TestSupport {
 namespace {
 
 bool waitReadable(int descriptor, AgentTrial::Clock::time_point deadline) {
@@ -85,10 +85,10 @@ std::vector<std::string> AgentTrial::makeEnvironment() const {
 }
 
 bool AgentTrial::start() {
-    TestSupport::writeFile(folder_ / "passwd", "trial:x:" + std::to_string(getuid()) + ":" +
-                                                   std::to_string(getgid()) +
-                                                   "::" + home().string() + ":/bin/sh\n");
-    TestSupport::writeFile(folder_ / "group", "trial:x:" + std::to_string(getgid()) + ":\n");
+    writeFile(folder_ / "passwd", "trial:x:" + std::to_string(getuid()) + ":" +
+                                      std::to_string(getgid()) + "::" + home().string() +
+                                      ":/bin/sh\n");
+    writeFile(folder_ / "group", "trial:x:" + std::to_string(getgid()) + ":\n");
     std::filesystem::remove(folder_ / "ready");
     const int notifySocket = openNotifySocket(folder_ / "ready");
     std::array<int, 2> output{};
@@ -196,8 +196,8 @@ std::optional<int> AgentTrial::end(int signal) {
         return std::nullopt;
     kill(process_, signal);
     int status = 0;
-    const bool hasEnded = TestSupport::waitUntil(
-        [&] { return waitpid(process_, &status, WNOHANG) == process_; }, patience);
+    const bool hasEnded =
+        waitUntil([&] { return waitpid(process_, &status, WNOHANG) == process_; }, patience);
     if (!hasEnded)
         return std::nullopt;
     process_ = -1;
@@ -206,7 +206,7 @@ std::optional<int> AgentTrial::end(int signal) {
 
 void AgentTrial::save(const std::filesystem::path& path, std::string_view content) const {
     const auto beside = elsewhere() / "saving";
-    TestSupport::writeFile(beside, content);
+    writeFile(beside, content);
     std::filesystem::rename(beside, path);
 }
 
@@ -230,4 +230,4 @@ std::string jobFile(std::string_view label, std::string_view extra) {
     return text + "</dict>\n</plist>\n";
 }
 
-} // namespace Tools
+} // namespace TestSupport

@@ -1,15 +1,12 @@
 #include "CorbelKitInterface/Controls.h"
 
+#include "CorbelKitInterface/macOS/FoundationValues.h"
 #include "CorbelKitInterface/macOS/NativeView.h"
-#include "Platform/macOS/FoundationURL.h"
-#include "Platform/macOS/Text.h"
 
 #import <Symbols/Symbols.h>
 
 namespace CorbelKit {
 namespace {
-
-using Platform::foundationText;
 
 // The kinds of views are those that the storyboard's scene has checked.
 template <class Kind>
@@ -51,7 +48,7 @@ void Button::setTitle(const std::string& title) const {
 
 bool ImageView::showApplicationIcon(const Platform::URL& application) const {
     @autoreleasepool {
-        NSString* const path = Platform::foundationURL(application).path;
+        NSString* const path = foundationURL(application).path;
         if (path == nil)
             return false;
         as<NSImageView>(native()).image = [NSWorkspace.sharedWorkspace iconForFile:path];

@@ -1,16 +1,13 @@
 #include "CorbelKitInterface/Storyboard.h"
 
+#include "CorbelKitInterface/macOS/FoundationValues.h"
 #include "CorbelKitInterface/macOS/NativeView.h"
 #include "CorbelKitInterface/macOS/StoryboardControllers.h"
-#include "Platform/macOS/FoundationURL.h"
-#include "Platform/macOS/Text.h"
 
 #include <utility>
 
 namespace CorbelKit {
 namespace {
-
-using Platform::foundationText;
 
 Class classOf(ViewKind kind) {
     switch (kind) {
@@ -28,7 +25,7 @@ Class classOf(ViewKind kind) {
 
 // AppKit raises an exception for a storyboard that is not there.
 NSStoryboard* storyboardNamed(NSString* name, const Platform::Bundle& bundle) {
-    NSURL* const url = Platform::foundationURL(bundle.bundleURL());
+    NSURL* const url = foundationURL(bundle.bundleURL());
     NSBundle* const own = url == nil ? nil : [NSBundle bundleWithURL:url];
     if (name == nil || [own URLForResource:name withExtension:@"storyboardc"] == nil)
         return nil;

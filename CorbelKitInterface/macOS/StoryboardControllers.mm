@@ -1,6 +1,17 @@
 #include "CorbelKitInterface/macOS/StoryboardControllers.h"
 
-#include "Platform/macOS/Boundary.h"
+namespace {
+
+// At the bottom of a call by the system: what the task leaves to the autorelease pool is released
+// at once, and an exception ends the process here rather than unwind the system.
+void perform(void (^task)(void)) noexcept {
+    @autoreleasepool {
+        if (task)
+            task();
+    }
+}
+
+} // namespace
 
 @implementation StoryboardWindowController
 
@@ -10,10 +21,7 @@
 }
 
 - (void)windowDidResignKey:(NSNotification*)notification {
-    Platform::runAtBoundary([self] {
-        if (self.resignKeyHandler)
-            self.resignKeyHandler();
-    });
+    perform(self.resignKeyHandler);
 }
 
 @end
@@ -27,10 +35,7 @@
 }
 
 - (void)forward:(SEL)action {
-    Platform::runAtBoundary([self, action] {
-        if (void (^const task)(void) = self.actions[NSStringFromSelector(action)])
-            task();
-    });
+    perform(self.actions[NSStringFromSelector(action)]);
 }
 
 @end

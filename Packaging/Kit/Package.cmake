@@ -14,12 +14,13 @@ add_custom_target(kit) # all that is installed
 # the name of its file. Since it is static, what it links is told for those who link it: REQUIRES,
 # the package's other libraries, by their files; PACKAGES, what CMake finds; MODULES, what pkg-config
 # finds, linked here as PkgConfig::<name of the file>; FLAGS, for pkg-config, what neither names.
+# HEADERS are its public ones, seen by those who link it and installed.
 # A library whose file is named CorbelKit<name> is the component <name> of the package.
 function(corbel_package_library target)
     cmake_parse_arguments(PARSE_ARGV 1 ARG "" "AS;DESCRIPTION" "HEADERS;REQUIRES;PACKAGES;MODULES;FLAGS")
     add_library(CorbelKit::${ARG_AS} ALIAS ${target})
     target_compile_features(${target} PUBLIC cxx_std_20)
-    target_sources(${target} PUBLIC FILE_SET HEADERS BASE_DIRS ${PROJECT_SOURCE_DIR} FILES ${ARG_HEADERS})
+    corbel_add_headers(${target} PUBLIC ${ARG_HEADERS})
     if(NOT PROJECT_IS_TOP_LEVEL)
         return()
     endif()
@@ -30,8 +31,12 @@ function(corbel_package_library target)
     endif()
     add_dependencies(kit ${target})
     set_target_properties(${target} PROPERTIES EXPORT_NAME ${ARG_AS})
-    install(TARGETS ${target} EXPORT ${name} COMPONENT ${name} INCLUDES DESTINATION ${kit_headers}
-            FILE_SET HEADERS DESTINATION ${kit_headers} COMPONENT ${name})
+    install(TARGETS ${target} EXPORT ${name} COMPONENT ${name} INCLUDES DESTINATION ${kit_headers})
+    foreach(header IN LISTS ARG_HEADERS)
+        cmake_path(GET header PARENT_PATH folder)
+        cmake_path(RELATIVE_PATH folder BASE_DIRECTORY ${PROJECT_SOURCE_DIR})
+        install(FILES ${header} DESTINATION ${kit_headers}/${folder} COMPONENT ${name})
+    endforeach()
     install(EXPORT ${name} NAMESPACE CorbelKit:: FILE ${name}Targets.cmake
             DESTINATION ${kit_package} COMPONENT ${name})
     list(JOIN ARG_HEADERS "\n" headers)

@@ -5,7 +5,7 @@
 #include "Platform/NeverDestroyed.h"
 #include "Platform/POSIX/ProcessStart.h"
 #include "Platform/macOS/Boundary.h"
-#include "Platform/macOS/SystemEvents.h"
+#include "Platform/macOS/Public/SystemEvents.h"
 
 #import <AppKit/AppKit.h>
 #include <dispatch/dispatch.h>

@@ -3,9 +3,6 @@ find_package(EXPAT REQUIRED)
 set(frameworks AppKit Foundation CoreFoundation CoreServices ServiceManagement UserNotifications)
 list(TRANSFORM frameworks PREPEND "-framework ")
 
-# For programs with object-runtime classes of their own.
-list(APPEND headers ${CMAKE_CURRENT_SOURCE_DIR}/macOS/SystemEvents.h)
-
 target_compile_options(Platform PRIVATE $<$<COMPILE_LANGUAGE:OBJCXX>:-fobjc-arc -fblocks>)
 target_link_libraries(Platform PRIVATE ${frameworks} objc EXPAT::EXPAT)
 # Classes that are only found by their names are in the program all the same.

@@ -3,7 +3,7 @@
 #include "Platform/Native/ObservedSettings.h"
 #include "Platform/macOS/Boundary.h"
 #include "Platform/macOS/PropertyListObjects.h"
-#include "Platform/macOS/SystemEvents.h"
+#include "Platform/macOS/Public/SystemEvents.h"
 #include "Platform/macOS/Text.h"
 
 #include <utility>

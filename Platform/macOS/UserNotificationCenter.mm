@@ -4,7 +4,7 @@
 #include "Platform/Mutex.h"
 #include "Platform/NeverDestroyed.h"
 #include "Platform/macOS/NotificationValues.h"
-#include "Platform/macOS/SystemEvents.h"
+#include "Platform/macOS/Public/SystemEvents.h"
 #include "Platform/macOS/Text.h"
 
 #include <utility>

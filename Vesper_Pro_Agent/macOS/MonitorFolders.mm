@@ -1,4 +1,4 @@
-#include "Platform/macOS/SystemEvents.h"
+#include "Platform/macOS/Public/SystemEvents.h"
 
 namespace SystemEvents = Platform::SystemEvents;
 

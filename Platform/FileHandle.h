@@ -49,8 +49,9 @@ public:
     /// Reads at most `buffer.size()` bytes; 0 at the end.
     Expected<std::size_t> read(std::span<std::byte> buffer);
 
-    /// Writes all of `bytes`, or gives the reason why not all were written. (That a pipe has no
-    /// reader any more is such a reason because the application ignores the signal for it.)
+    /// Writes all of `bytes`, or gives the reason why not all were written. That a pipe has no
+    /// reader any more is such a reason in a process that ignores the signal for it, as an
+    /// application does; any other process is ended by the signal.
     std::optional<Error> write(std::span<const std::byte> bytes);
 
     /// Gives the descriptor to the caller, who closes it.

@@ -13,15 +13,6 @@
 namespace Platform {
 namespace {
 
-/// Calls the system again as long as a signal cuts the call short.
-template <class Call>
-auto uninterrupted(const Call& call) {
-    auto result = call();
-    while (result < 0 && errno == EINTR)
-        result = call();
-    return result;
-}
-
 Expected<FileHandle> openWithoutWaiting(const URL& url, int flags) {
     constexpr mode_t modeWithinMask = 0666;
     const auto path = fileSystemPath(url);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Platform/Expected.h"
+
 #include <chrono>
 #include <concepts>
 #include <cstddef>
@@ -19,7 +21,7 @@ namespace Platform {
 /// A property-list value, and its serialised forms. A plain value; callable on any thread.
 ///
 /// Readers take bytes that an attacker may have written: they never recurse on the input, and what
-/// they build is bounded by `Limits`. Text is UTF-8.
+/// they build is bounded by `Limits`. Writers write nothing that readers refuse. Text is UTF-8.
 class PropertyList {
 public:
     /// No value. The binary form and JSON have one.
@@ -53,14 +55,25 @@ public:
         text,   ///< the old-style form; read only
     };
 
-    /// What a reader accepts. Beyond it the bytes count as no property list.
+    /// What a reader accepts: beyond it the bytes count as no property list. These are for bytes
+    /// that anybody may have written.
     struct Limits {
         /// Containers within containers.
         std::size_t depth = 512;
         /// Bytes of the values built, each value counted with its size in memory. Shared
         /// references of the binary form count each time they are met.
-        std::size_t cost = std::size_t{64} * 1024 * 1024;
+        std::size_t cost = std::size_t{64} << 20U;
+
+        /// For what the user's own programs keep, their settings and their data: twice what
+        /// `write` makes, for a value may take more memory here than where it was written.
+        static constexpr Limits ofOwnFiles() { return {.cost = 2 * ofWriting().cost}; }
+
+        /// For `write`.
+        static constexpr Limits ofWriting() { return {.cost = std::size_t{2} << 30U}; }
     };
+
+    /// The most bytes that `write` makes, and that a file of the user's own is read with.
+    static constexpr std::size_t largestOwnFile = std::size_t{4} << 30U;
 
     PropertyList() = default;
 
@@ -102,10 +115,12 @@ public:
     static std::optional<PropertyList> read(std::span<const std::byte> bytes, Limits limits);
     /// @}
 
-    /// Absent when the form cannot hold the value: null and UID in XML, anything in `text`, text
+    /// What can be read again: gives the reason where the value is larger or deeper than the
+    /// limits, and where the form cannot hold it, as null and UID in XML, anything in `text`, text
     /// that is not UTF-8 or that XML has no character for, in XML a date beyond the years 0 to 9999
-    /// (fractions of a second are dropped), containers deeper than `Limits` allow.
-    std::optional<std::vector<std::byte>> write(Format format) const;
+    /// (fractions of a second are dropped).
+    Expected<std::vector<std::byte>> write(Format format,
+                                           Limits limits = Limits::ofWriting()) const;
 
 private:
     Value value_;

@@ -18,24 +18,28 @@ Platform::Expected<PropertyListEncoder::Bytes, CodingError>
 PropertyListEncoder::write(const PropertyList& root) const {
     const bool isContainer = root.get<PropertyList::Dictionary>() != nullptr ||
                              root.get<PropertyList::Array>() != nullptr;
-    auto bytes = isContainer ? root.write(outputFormat_) : std::nullopt;
+    auto bytes = isContainer ? root.write(outputFormat_)
+                             : Platform::Error{"A property list is a dictionary or a list."};
     if (bytes)
         return std::move(*bytes);
     return CodingError{.kind = CodingError::Kind::invalidValue,
                        .codingPath = {},
-                       .debugDescription = isContainer
-                                               ? "The property-list format cannot hold the value."
-                                               : "A property list is a dictionary or a list."};
+                       .debugDescription = bytes.error().description};
 }
 
 const PropertyListDecoder& PropertyListDecoder::shared() {
-    static constexpr PropertyListDecoder decoder;
+    static constexpr PropertyListDecoder decoder(PropertyList::Limits{});
+    return decoder;
+}
+
+const PropertyListDecoder& PropertyListDecoder::ofOwnFiles() {
+    static constexpr PropertyListDecoder decoder(PropertyList::Limits::ofOwnFiles());
     return decoder;
 }
 
 Platform::Expected<PropertyList, CodingError>
-PropertyListDecoder::read(std::span<const std::byte> bytes) {
-    if (auto list = PropertyList::read(bytes))
+PropertyListDecoder::read(std::span<const std::byte> bytes) const {
+    if (auto list = PropertyList::read(bytes, limits_))
         return std::move(*list);
     return CodingError{.kind = CodingError::Kind::dataCorrupted,
                        .codingPath = {},

@@ -25,8 +25,8 @@ public:
     constexpr explicit PropertyListEncoder(Platform::PropertyList::Format outputFormat)
         : outputFormat_(outputFormat) {}
 
-    /// Fails where the value cannot be in a property list of the format; at the root of one there
-    /// is a dictionary or a list.
+    /// Fails where the value cannot be in a property list of the format, or not in one that could
+    /// be read again; at the root of one there is a dictionary or a list.
     template <class T>
     Platform::Expected<Bytes, CodingError> encode(const T& value) const {
         const auto root = encoded(value, CodingFormat::propertyList);
@@ -44,8 +44,17 @@ private:
 /// Values from property lists of any format. Callable on any thread.
 class PropertyListDecoder {
 public:
-    /// The one that the maker's applications share.
+    /// @{
+    /// The ones that the maker's applications share: for bytes that anybody may have written, and
+    /// for what the user's own programs have, which is read again whatever its size.
     static const PropertyListDecoder& shared();
+    static const PropertyListDecoder& ofOwnFiles();
+
+    /// @}
+
+    /// Bytes beyond the limits are no property list.
+    constexpr explicit PropertyListDecoder(Platform::PropertyList::Limits limits)
+        : limits_(limits) {}
 
     /// Fails where the bytes are no property list, or hold no such value.
     template <class T>
@@ -57,8 +66,10 @@ public:
     }
 
 private:
-    static Platform::Expected<Platform::PropertyList, CodingError>
-    read(std::span<const std::byte> bytes);
+    Platform::Expected<Platform::PropertyList, CodingError>
+    read(std::span<const std::byte> bytes) const;
+
+    Platform::PropertyList::Limits limits_;
 };
 
 } // namespace CorbelKit

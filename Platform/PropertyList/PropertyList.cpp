@@ -4,6 +4,7 @@
 #include "Platform/PropertyList/BinaryWriter.h"
 #include "Platform/PropertyList/Form.h"
 #include "Platform/PropertyList/TextReader.h"
+#include "Platform/PropertyList/Toll.h"
 #include "Platform/PropertyList/TreeBuilder.h"
 #include "Platform/PropertyList/Walk.h"
 #include "Platform/PropertyList/XMLReader.h"
@@ -28,9 +29,21 @@ bool readForm(PropertyLists::Form form, std::string_view bytes, PropertyLists::R
     return false;
 }
 
-std::vector<std::byte> bytesOf(const std::string& text) {
-    const auto bytes = std::as_bytes(std::span(text));
-    return {bytes.begin(), bytes.end()};
+/// The writer's whole result, unless the value does not get through to it.
+template <class Writer>
+Expected<std::vector<std::byte>> written(const PropertyList& list, PropertyList::Limits limits,
+                                         std::string (Writer::*take)()) {
+    const Error tooMuch{"The value is larger or deeper than what can be read again."};
+    Writer writer;
+    PropertyLists::Toll toll(writer, limits);
+    if (!PropertyLists::walk(list, toll))
+        return toll.isExceeded() ? tooMuch
+                                 : Error{"The property-list format cannot hold the value."};
+    const auto result = (writer.*take)();
+    if (result.size() > PropertyList::largestOwnFile)
+        return tooMuch;
+    const auto bytes = std::as_bytes(std::span(result));
+    return std::vector(bytes.begin(), bytes.end());
 }
 
 } // namespace
@@ -56,17 +69,18 @@ std::optional<PropertyList> PropertyList::read(std::span<const std::byte> bytes,
     return builder.takeResult();
 }
 
-std::optional<std::vector<std::byte>> PropertyList::write(Format format) const {
-    if (format == Format::xml) {
-        PropertyLists::XMLWriter writer;
-        if (PropertyLists::walk(*this, writer))
-            return bytesOf(writer.takeDocument());
-    } else if (format == Format::binary) {
-        PropertyLists::BinaryWriter writer;
-        if (PropertyLists::walk(*this, writer))
-            return bytesOf(writer.takeList());
+Expected<std::vector<std::byte>> PropertyList::write(Format format, Limits limits) const {
+    using PropertyLists::BinaryWriter;
+    using PropertyLists::XMLWriter;
+    switch (format) {
+    case Format::xml:
+        return written(*this, limits, &XMLWriter::takeDocument);
+    case Format::binary:
+        return written(*this, limits, &BinaryWriter::takeList);
+    case Format::text:
+        break;
     }
-    return std::nullopt;
+    return Error{"The old-style form is only read."};
 }
 
 } // namespace Platform

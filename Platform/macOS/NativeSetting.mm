@@ -56,7 +56,9 @@ NSObject* observer() {
 std::optional<PropertyList> settingIn(NSUserDefaults* defaults, std::string_view key) {
     @autoreleasepool {
         NSString* const name = foundationText(key);
-        return name == nil ? std::nullopt : portableValue([defaults objectForKey:name]);
+        return name == nil ? std::nullopt
+                           : portableValue([defaults objectForKey:name],
+                                           PropertyList::Limits::ofOwnFiles());
     }
 }
 

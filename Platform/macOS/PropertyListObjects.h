@@ -12,7 +12,7 @@ namespace Platform {
 /// nil for a value that Foundation has no object for.
 id foundationObject(const PropertyList& value);
 
-/// Absent for nil, for an object of no property list, and beyond what a reader accepts.
-std::optional<PropertyList> portableValue(id object);
+/// Absent for nil, for an object of no property list, and beyond the limits.
+std::optional<PropertyList> portableValue(id object, PropertyList::Limits limits = {});
 
 } // namespace Platform

@@ -29,11 +29,11 @@ id foundationObject(const PropertyList& value) {
                                                        error:nil];
 }
 
-std::optional<PropertyList> portableValue(id object) {
+std::optional<PropertyList> portableValue(id object, PropertyList::Limits limits) {
     NSData* const bytes = object == nil ? nil : binaryForm(object);
     if (bytes == nil)
         return std::nullopt;
-    return PropertyList::read({static_cast<const std::byte*>(bytes.bytes), bytes.length});
+    return PropertyList::read({static_cast<const std::byte*>(bytes.bytes), bytes.length}, limits);
 }
 
 } // namespace Platform

@@ -48,7 +48,7 @@ void checkRoundTrip(const PropertyList& list, PropertyList::Format format) {
     if (!written)
         return;
     const auto again = PropertyList::read(*written);
-    require(again && again->write(format) == written, "what is written is read");
+    require(again && *again->write(format) == *written, "what is written is read");
 }
 
 } // namespace

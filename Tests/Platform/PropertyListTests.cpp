@@ -212,13 +212,28 @@ TEST(PropertyListWriter, RefusesWhatAFormCannotHold) {
     EXPECT_FALSE(PropertyList(true).write(Format::text));
 }
 
+TEST(PropertyListWriter, RefusesWhatAReaderWithTheSameLimitsRefuses) {
+    std::mt19937 random(11);
+    for (int round = 0; round < 200; ++round) {
+        const auto format =
+            round % 2 == 0 ? PropertyList::Format::xml : PropertyList::Format::binary;
+        const auto value = randomValue(random, format);
+        const auto whole = value.write(format);
+        ASSERT_TRUE(whole);
+        const PropertyList::Limits limits{.depth = random() % 6, .cost = random() % 4096};
+        EXPECT_EQ(static_cast<bool>(value.write(format, limits)),
+                  PropertyList::read(*whole, limits).has_value());
+    }
+}
+
 TEST(PropertyListWriter, WritesWhatItReads) {
     std::mt19937 random(7);
     for (int round = 0; round < 500; ++round) {
         for (const auto format : {PropertyList::Format::xml, PropertyList::Format::binary}) {
             const auto value = randomValue(random, format);
-            const auto written = value.write(format).value_or(PropertyList::Data());
-            EXPECT_EQ(PropertyList::read(written), value) << text(written);
+            const auto written = value.write(format);
+            ASSERT_TRUE(written);
+            EXPECT_EQ(PropertyList::read(*written), value) << text(*written);
         }
     }
 }

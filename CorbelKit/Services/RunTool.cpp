@@ -74,13 +74,14 @@ std::string runTool(const ToolArguments& arguments, const std::string& executabl
     };
     static_cast<void>(task.launch()); // without a process, the output ends at once
     static_cast<void>(output->fileHandleForWriting.close()); // or the end would never come
-    static_cast<void>(input->fileHandleForReading.close());
-
     if (sendNewline == SendNewline::yes) {
+        // While our own reading end is open, the pipe takes the newline also from a process that
+        // gets a signal for what nobody will read.
         static_cast<void>(
             input->fileHandleForWriting.write(std::as_bytes(std::span<const char>("\n", 1))));
         static_cast<void>(input->fileHandleForWriting.close());
     }
+    static_cast<void>(input->fileHandleForReading.close());
     return readText(output->fileHandleForReading);
 }
 

@@ -4,6 +4,7 @@
 
 #include <chrono>
 #include <cmath>
+#include <limits>
 #include <string_view>
 
 namespace CorbelKit {
@@ -46,6 +47,14 @@ void Coding<double>::encode(double value, Encoder& encoder) {
     if (encoder.format() == CodingFormat::json && !std::isfinite(value))
         encoder.fail("JSON has no number for this one, which is not finite.");
     encoder.put(value);
+}
+
+float Coding<float>::decode(const Decoder& decoder) {
+    const auto number = decoder.decode<double>();
+    if (!std::isfinite(number) || std::abs(number) <= std::numeric_limits<float>::max())
+        return static_cast<float>(number);
+    decoder.fail(CodingError::Kind::dataCorrupted, "Parsed number does not fit in Float.");
+    return placeholder();
 }
 
 std::string Coding<std::string>::decode(const Decoder& decoder) {

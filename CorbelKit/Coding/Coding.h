@@ -59,6 +59,17 @@ struct Coding<double> {
     static double placeholder() { return 0; }
 };
 
+/// As `double`, from which it is decoded as the nearest one. A number that is beyond all of them is
+/// a failure.
+template <>
+struct Coding<float> {
+    static float decode(const Decoder& decoder);
+
+    static void encode(float value, Encoder& encoder) { encoder.encode<double>(value); }
+
+    static float placeholder() { return 0; }
+};
+
 template <>
 struct Coding<std::string> {
     static std::string decode(const Decoder& decoder);
@@ -145,9 +156,9 @@ struct Coding<std::vector<T>> {
     static std::vector<T> placeholder() { return {}; }
 };
 
-template <class T>
-struct Coding<std::map<std::string, T, std::less<>>> {
-    using Map = std::map<std::string, T, std::less<>>;
+template <class T, class Compare>
+struct Coding<std::map<std::string, T, Compare>> {
+    using Map = std::map<std::string, T, Compare>;
 
     static Map decode(const Decoder& decoder) {
         Map entries;

@@ -4,6 +4,7 @@
 #include "CorbelKit/Coding/CodingFormat.h"
 #include "Platform/PropertyList.h"
 
+#include <concepts>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -27,13 +28,45 @@ class UnkeyedDecodingContainer;
 template <class T>
 struct Coding {
     /// The value from its coded form. A failure is noted with the decoder, and gives a placeholder.
-    static T decode(const Decoder& decoder) { return T::decode(decoder); }
+    static T decode(const Decoder& decoder) {
+        if constexpr (isDecodable) {
+            return T::decode(decoder);
+        } else {
+            static_assert(
+                isDecodable,
+                "This type cannot be decoded. Give it the members `static T decode(const "
+                "CorbelKit::Decoder&)` and a constructor without arguments, or specialise "
+                "CorbelKit::Coding for it.");
+        }
+    }
 
     /// Puts the coded form in the encoder's place; a failure is noted there.
-    static void encode(const T& value, auto& encoder) { value.encode(encoder); }
+    static void encode(const T& value, auto& encoder) {
+        constexpr bool isEncodable = requires { value.encode(encoder); };
+        if constexpr (isEncodable) {
+            value.encode(encoder);
+        } else {
+            static_assert(isEncodable, "This type cannot be encoded. Give it the member `void "
+                                       "encode(CorbelKit::Encoder&) const`, or specialise "
+                                       "CorbelKit::Coding for it.");
+        }
+    }
 
     /// What a failed decoding gives; nobody gets to see it.
-    static T placeholder() { return T(); }
+    static T placeholder() {
+        if constexpr (isDecodable)
+            return T();
+        else
+            return decodedNothing();
+    }
+
+private:
+    static constexpr bool isDecodable =
+        std::default_initializable<T> && requires(const Decoder& decoder) {
+            { T::decode(decoder) } -> std::convertible_to<T>;
+        };
+
+    static T decodedNothing(); // `decode` has said why
 };
 
 /// What one decoding has in common, and the first failure in it. Everything decoded after a failure

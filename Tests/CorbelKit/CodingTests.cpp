@@ -150,6 +150,9 @@ TEST(Coding, ReadsNumbersAtTheirBoundsAndNoneBeyond) {
     EXPECT_EQ(numberAs(std::int8_t(), "-128"), -128);
     EXPECT_EQ(numberAs(double(), "18446744073709551615"), 0x1p64);
     EXPECT_EQ(numberAs(double(), "3"), 3.0);
+    EXPECT_EQ(numberAs(float(), "0.1"), 0.1F);
+    EXPECT_EQ(numberAs(float(), "-3.4028234663852886e38"), -std::numeric_limits<float>::max());
+    EXPECT_FALSE(numberAs(float(), "3.5e38"));
     for (const auto* beyond : {"9223372036854775808", "-9.3e18", "1e300", "0.5"})
         EXPECT_FALSE(numberAs(std::int64_t(), beyond)) << beyond;
     for (const auto* beyond : {"18446744073709551616", "-1", "1.5"})
@@ -164,7 +167,7 @@ TEST(Coding, RefusesWhatTheFormatCannotHoldAndSaysWhere) {
     };
     const auto xml = PropertyListEncoder::xml();
     const auto binary = PropertyListEncoder::binary();
-    const Map<double> numbers{{"x", HUGE_VAL}};
+    const std::map<std::string, float> numbers{{"x", HUGE_VALF}};
     EXPECT_EQ(errorOf(xml, std::vector{"good"s, "bad\xff"s}), "[1]: The text is not UTF-8.");
     EXPECT_EQ(errorOf(xml, std::vector{"\x01"s}),
               "The property-list format cannot hold the value.");

@@ -8,7 +8,6 @@
 #include "CorbelKit/Services/UserDataFile.h"
 #include "CorbelKit/Services/UserDataFolder.h"
 #include "Platform/Application.h"
-#include "Platform/FileContents.h"
 #include "Platform/MainThread.h"
 #include "Platform/NeverDestroyed.h"
 #include "Platform/UserDefaults.h"
@@ -25,7 +24,6 @@ using Platform::URL;
 using Items = std::vector<std::shared_ptr<Theme>>;
 
 constexpr std::int64_t darkAppearance = 2; // of the setting; 0 follows the system, 1 is light
-constexpr std::size_t largestFile = std::size_t{16} << 20U;
 
 std::optional<URL> fileOfApplication() {
     const auto folder = userDataFolder();
@@ -43,14 +41,11 @@ void registerDefaults() {
 }
 
 std::optional<Items> themesIn(const URL& file) {
-    const auto data = Platform::FileContents::read(file, largestFile);
-    if (!data)
-        return std::nullopt;
-    auto themes = PropertyListDecoder::shared().decode<std::vector<Theme>>(*data);
-    if (!themes)
+    auto themes = UserDataFile::loadIfSaved<Theme>(file);
+    if (!themes || !*themes)
         return std::nullopt;
     Items items;
-    for (auto& theme : *themes)
+    for (auto& theme : **themes)
         items.push_back(std::make_shared<Theme>(std::move(theme)));
     return items;
 }

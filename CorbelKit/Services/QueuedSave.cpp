@@ -1,12 +1,17 @@
 #include "CorbelKit/Services/QueuedSave.h"
 
+#include "CorbelKit/Services/SaveRequest.h"
 #include "CorbelKit/Services/UserDataFile.h"
 #include "Platform/NeverDestroyed.h"
 
+#include <cstddef>
+#include <span>
 #include <string_view>
 
 namespace CorbelKit {
 namespace {
+
+using Span = std::span<const std::byte>;
 
 constexpr std::string_view activityReason = "Queued saving user data";
 
@@ -18,20 +23,34 @@ QueuedSave& QueuedSave::shared() {
 }
 
 void QueuedSave::write(Bytes data, Platform::URL url, Completion completion) {
-    queue_.async(
-        [data = std::move(data), url = std::move(url), completion = std::move(completion)] {
-            completion(UserDataFile::write(data, url, activityReason));
-        });
+    auto request = SaveRequest::make(
+        std::move(url), [data = std::move(data)] { return Span(data); }, activityReason);
+    queue_.async([request = std::move(request), completion = std::move(completion)] {
+        const auto error = request->serve();
+        if (completion)
+            completion(error);
+    });
+}
+
+void QueuedSave::whenSaved(std::function<void()> completion) {
+    if (completion)
+        queue_.async(std::move(completion));
 }
 
 void QueuedSave::enqueue(Encode encode, Platform::URL url) {
-    queue_.async([encode = std::move(encode), url = std::move(url)] {
-        const auto data = encode();
-        const auto error = data ? UserDataFile::write(*data, url, activityReason)
-                                : std::optional(data.error().error());
-        if (error)
-            UserDataFile::report(*error);
-    });
+    auto encodeBytes = [encode = std::move(encode),
+                        bytes = Bytes()]() mutable -> Platform::Expected<Span> {
+        auto encoded = encode();
+        if (!encoded)
+            return encoded.error().error();
+        bytes = std::move(*encoded);
+        return Span(bytes);
+    };
+    queue_.async(
+        [request = SaveRequest::make(std::move(url), std::move(encodeBytes), activityReason)] {
+            if (const auto error = request->serve())
+                UserDataFile::report(*error);
+        });
 }
 
 } // namespace CorbelKit

@@ -31,17 +31,22 @@ public:
     QueuedSave(QueuedSave&&) = delete;
     QueuedSave& operator=(QueuedSave&&) = delete;
 
-    /// Writes the value, as it is now, to the file as a binary property list: in place, so that a
-    /// failure may leave half a file. A value that cannot be encoded leaves the file untouched.
-    /// Either is told to the user and to the system log, and not tried again.
+    /// Has the file hold the value, as it is now, as a binary property list, or else what it held
+    /// before. A value that cannot be encoded, or written so that it can be read again, and a
+    /// failed write are told to the user and to the system log, and not tried again.
     template <class Value>
     void save(Value value, Platform::URL url) {
         enqueue([value = std::move(value)] { return PropertyListEncoder::binary().encode(value); },
                 std::move(url));
     }
 
-    /// The write alone, whose failure is the caller's. The completion runs on the object's queue.
+    /// The write alone, whose failure is the caller's. The completion, if there is one, runs on the
+    /// object's queue.
     void write(Bytes data, Platform::URL url, Completion completion);
+
+    /// Calls the completion, on the object's queue, when every save that was requested so far has
+    /// ended, well or not: a program that is about to end waits for that, on whichever thread.
+    void whenSaved(std::function<void()> completion);
 
 private:
     using Encode = std::function<Platform::Expected<Bytes, CodingError>()>;

@@ -5,7 +5,7 @@
 #include "Platform/UUID.h"
 
 #include <functional>
-#include <map>
+#include <memory>
 #include <optional>
 
 namespace CorbelKit {
@@ -18,20 +18,24 @@ public:
     /// Gets the coded value.
     using Completion = std::function<void(const std::optional<Platform::PropertyList>& item)>;
 
+    /// What keeps a value: whatever can bring the item back holds it. The value is forgotten with
+    /// the last copy.
+    using Kept = std::shared_ptr<const void>;
+
     /// The one of the process, never destroyed.
     static SavedUndoItems& shared();
 
-    SavedUndoItems() = default;
+    SavedUndoItems();
     ~SavedUndoItems() = default;
     SavedUndoItems(const SavedUndoItems&) = delete;
     SavedUndoItems& operator=(const SavedUndoItems&) = delete;
     SavedUndoItems(SavedUndoItems&&) = delete;
     SavedUndoItems& operator=(SavedUndoItems&&) = delete;
 
-    /// In place of an earlier one of the same item.
-    void keep(const Platform::UUID& identifier, Platform::PropertyList item);
+    /// In place of earlier ones of the same item, until it is forgotten.
+    [[nodiscard]] Kept keep(const Platform::UUID& identifier, Platform::PropertyList item);
 
-    /// Does nothing where no such item is kept.
+    /// Forgets all values of the item, though something keeps them.
     void forget(const Platform::UUID& identifier);
 
     /// The completion runs on the queue; absent where no such item is kept.
@@ -39,9 +43,9 @@ public:
               Completion completion) const;
 
 private:
-    const Platform::DispatchQueue queue_ =
-        Platform::DispatchQueue::serial("com.tarnwell.SavedUndoItems");
-    std::map<Platform::UUID, Platform::PropertyList> items_; // queue_
+    class Items;
+
+    const std::shared_ptr<Items> items_;
 };
 
 } // namespace CorbelKit

@@ -1,29 +1,17 @@
 #include "CorbelKit/Services/UserDataFile.h"
 
 #include "CorbelKit/Services/ResourceBundle.h"
+#include "CorbelKit/Services/SaveRequest.h"
 #include "Platform/Alert.h"
 #include "Platform/FileContents.h"
-#include "Platform/FileManager.h"
 #include "Platform/Log.h"
 #include "Platform/MainThread.h"
-#include "Platform/ProcessActivity.h"
 
 namespace CorbelKit::UserDataFile {
-namespace {
-
-/// As much as a property list may cost in memory.
-constexpr std::size_t largestFile = std::size_t{64} << 20U;
-
-} // namespace
 
 std::optional<Platform::Error> write(std::span<const std::byte> data, const Platform::URL& url,
                                      std::string_view reason) {
-    using Platform::ProcessActivity;
-    auto activity = ProcessActivity::begin(ProcessActivity::Options::userInitiated, reason);
-    if (auto error = Platform::FileContents::write(url, data))
-        return error;
-    activity.end();
-    return std::nullopt;
+    return SaveRequest::make(url, [data] { return data; }, reason)->serve();
 }
 
 void report(const Platform::Error& error) {
@@ -39,10 +27,16 @@ void report(const Platform::Error& error) {
 Platform::Expected<std::vector<std::byte>> read(const std::optional<Platform::URL>& url) {
     if (!url)
         return std::vector<std::byte>();
-    auto data = Platform::FileContents::read(*url, largestFile);
-    if (!data && !Platform::FileManager::fileExists(*url))
+    SaveRequest::serveAll(*url);
+    auto data = Platform::FileContents::read(*url, Platform::PropertyList::largestOwnFile);
+    if (!data && Platform::FileContents::isMissing(*url))
         return std::vector<std::byte>();
     return data;
+}
+
+void noteLoaded(const std::optional<Platform::URL>& url, bool isUnderstood) {
+    if (url)
+        SaveRequest::setAsideNext(*url, !isUnderstood);
 }
 
 } // namespace CorbelKit::UserDataFile

@@ -20,15 +20,18 @@
 namespace CorbelKit {
 
 /// A list of user data that the user edits: every change is saved in the background and can be
-/// undone. Items are copied, have a `Coding`, and are told apart by their member `uuid`. Main
-/// thread.
+/// undone. Items are copied, have a `Coding`, are moved without failure, and are told apart by
+/// their member `uuid`. Main thread.
+///
+/// Arguments may refer to what the list holds. An exception that an item throws while it is copied
+/// or encoded leaves the list as it was.
 template <class Item>
 class UserDataList final : public UserDataProtocol<std::vector<Item>> {
 public:
     /// How a change came about.
     enum class Cause : std::uint8_t { edit, undo, redo };
 
-    /// Told after each change which item it was of. It must not change the list.
+    /// Told after each change, which is on its way to the file by then, which item it was of.
     using Observer = std::function<void(const Platform::UUID& identifier, Cause cause)>;
 
     /// The list is empty until it is loaded. The undo manager outlives it.
@@ -52,11 +55,14 @@ public:
     /// In place of the one before; empty for none.
     void setObserver(Observer observer) { observer_ = std::move(observer); }
 
-    /// Takes the items of the file, and forgets nothing that could be undone before: to be called
-    /// once. On an error the list stays as it was, and whoever changes it saves over the file.
+    /// Takes the items of the file, as the saves leave it that were requested before: to be called
+    /// before the first change, which else replaces what the file holds. What could be undone still
+    /// can. On an error the list stays as it was, and the first change sets the file aside, as
+    /// `UserDataFile::write` does.
     std::optional<Platform::Error> load() {
         Platform::MainThread::check();
         auto items = UserDataFile::load<Item>(url_);
+        isFileUnread_ = !items;
         if (!items)
             return items.error();
         items_ = std::move(*items);
@@ -67,13 +73,12 @@ public:
     /// is there already, with what it holds now. The action name is what can be undone.
     void put(Item item, std::size_t index, std::string_view actionName) {
         const auto identifier = item.uuid;
-        change(identifier, Place{.index = index, .item = std::move(item)}, actionName);
+        change(identifier, Place{.index = index, .item = std::move(item)}, std::string(actionName));
     }
 
     /// Does nothing where there is no such item.
-    void remove(const Platform::UUID& identifier, std::string_view actionName) {
-        if (find(identifier) != nullptr)
-            change(identifier, std::nullopt, actionName);
+    void remove(Platform::UUID identifier, std::string_view actionName) {
+        change(identifier, std::nullopt, std::string(actionName));
     }
 
 private:
@@ -82,40 +87,57 @@ private:
         Item item;
     };
 
-    void change(const Platform::UUID& identifier, std::optional<Place> after,
-                std::string_view actionName) {
+    /// All that may fail comes before the list changes, and nothing is a reference into it.
+    void change(const Platform::UUID identifier, std::optional<Place> after,
+                const std::string actionName) {
         Platform::MainThread::check();
-        auto before = takeOut(identifier);
+        const auto before = placeOf(identifier);
+        if (!before && !after)
+            return;
+        if (items_.size() == items_.capacity())
+            items_.reserve(2 * items_.size() + 1);
+        undoManager_.registerUndo(actionName, [this, life = std::weak_ptr(life_), identifier,
+                                               before, actionName, kept = kept(before)] {
+            if (!life.expired())
+                change(identifier, before, actionName);
+        });
         if (before)
-            keepForUndo(before->item);
-        undoManager_.registerUndo(actionName,
-                                  [this, life = std::weak_ptr(life_), identifier,
-                                   before = std::move(before), name = std::string(actionName)] {
-                                      if (!life.expired())
-                                          change(identifier, before, name);
-                                  });
-        if (after) {
-            const auto index = static_cast<std::ptrdiff_t>(std::min(after->index, items_.size()));
-            items_.insert(items_.begin() + index, std::move(after->item));
-        }
-        this->save();
-        if (observer_)
-            observer_(identifier, cause());
+            items_.erase(place(before->index));
+        if (after)
+            items_.insert(place(after->index), std::move(after->item));
+        saveChange();
+        tell(identifier);
     }
 
-    std::optional<Place> takeOut(const Platform::UUID& identifier) {
+    std::optional<Place> placeOf(const Platform::UUID& identifier) const {
         const auto found = std::ranges::find(items_, identifier, &Item::uuid);
         if (found == items_.end())
             return std::nullopt;
-        Place place{.index = static_cast<std::size_t>(found - items_.begin()),
-                    .item = std::move(*found)};
-        items_.erase(found);
-        return place;
+        return Place{.index = static_cast<std::size_t>(found - items_.begin()), .item = *found};
     }
 
-    static void keepForUndo(const Item& item) {
-        if (auto value = encoded(item, CodingFormat::propertyList))
-            SavedUndoItems::shared().keep(item.uuid, std::move(*value));
+    auto place(std::size_t index) {
+        return items_.begin() + static_cast<std::ptrdiff_t>(std::min(index, items_.size()));
+    }
+
+    static SavedUndoItems::Kept kept(const std::optional<Place>& before) {
+        if (!before)
+            return {};
+        auto value = encoded(before->item, CodingFormat::propertyList);
+        return value ? SavedUndoItems::shared().keep(before->item.uuid, std::move(*value))
+                     : SavedUndoItems::Kept();
+    }
+
+    void saveChange() {
+        // Somebody else may have read the file since; these items are not from there.
+        if (std::exchange(isFileUnread_, false))
+            UserDataFile::noteLoaded(url_, false);
+        this->save();
+    }
+
+    void tell(const Platform::UUID& identifier) const {
+        if (const auto observer = observer_) // which may set another, or end the list
+            observer(identifier, cause());
     }
 
     Cause cause() const {
@@ -128,6 +150,7 @@ private:
     Platform::UndoManager& undoManager_;
     std::vector<Item> items_;
     Observer observer_;
+    bool isFileUnread_ = false; // of what is to be replaced
     // What is registered with the undo manager may outlive the list.
     const std::shared_ptr<const bool> life_ = std::make_shared<const bool>(true);
 };

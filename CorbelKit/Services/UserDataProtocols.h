@@ -27,17 +27,19 @@ public:
             QueuedSave::shared().save(userData(), std::move(*file));
     }
 
-    /// Saves before it returns, past the saves that are queued. A failed write is told to the user
-    /// and to the system log; a value that cannot be encoded leaves the file untouched, silently.
-    void saveSynchronously() const {
+    /// Saves before it returns, past the saves that are queued, none of which replaces this one
+    /// later. A value that cannot be encoded, or a failed write, leaves the file as it was, and is
+    /// told to the user, to the system log and to the caller.
+    std::optional<Platform::Error> saveSynchronously() const {
         const auto file = url();
         if (!file)
-            return;
+            return std::nullopt;
         const auto data = PropertyListEncoder::binary().encode(userData());
-        if (!data)
-            return;
-        if (const auto error = UserDataFile::write(*data, *file, "Sync saving user data"))
+        auto error = data ? UserDataFile::write(*data, *file, "Sync saving user data")
+                          : std::optional(data.error().error());
+        if (error)
             UserDataFile::report(*error);
+        return error;
     }
 
 protected:

@@ -2,6 +2,8 @@
 #include "Tests/CorbelKit/Note.h"
 #include "Tests/Support/Testing.h"
 
+#include <future>
+
 using namespace CorbelKit;
 using namespace TestSupport;
 
@@ -14,10 +16,13 @@ class UserData : public ::testing::Test {
 protected:
     /// What is in the file when all saves requested so far have ended.
     Strings saved() const {
-        std::atomic<bool> done = false;
-        QueuedSave::shared().write({}, fileURL(folder / "fence"),
-                                   [&](const auto&) { done = true; });
-        EXPECT_TRUE(waitUntil(done));
+        std::promise<void> done;
+        QueuedSave::shared().whenSaved([&] { done.set_value(); });
+        done.get_future().wait();
+        return loaded();
+    }
+
+    Strings loaded() const {
         const auto items = UserDataFile::load<Note>(url);
         return items ? textsOf(*items) : Strings{items.error().description};
     }
@@ -37,27 +42,58 @@ TEST_F(UserData, IsSavedInTheOrderAndWithTheValueOfEachRequest) {
     }
     values = {Note("short")};
     QueuedSave::shared().save(values, url);
+    QueuedSave::shared().write({}, fileURL(folder / "nobody asks"), nullptr);
     values.clear();
     EXPECT_EQ(saved(), Strings{"short"});
 }
 
-TEST_F(UserData, LoadsNothingBeforeTheFirstSaveAndNothingBroken) {
-    EXPECT_FALSE(notes.load());
-    fs::create_directory(folder / "folder");
-    writeFile(folder / "broken", "bplist00");
-    writeFile(folder / "other", R"(({text = "a";}))");
+TEST_F(UserData, IsNotReplacedByASaveThatWasRequestedBefore) {
+    std::promise<void> open;
+    QueuedSave::shared().whenSaved([gate = open.get_future().share()] { gate.wait(); });
+    QueuedSave::shared().save(std::vector{Note("old")}, url);
+    EXPECT_EQ(loaded(), Strings{"old"}); // on its way, and seen
+    notes.put(Note("queued"), 0, "Add");
+    notes.put(Note("now"), 0, "Add");
+    EXPECT_FALSE(notes.saveSynchronously());
+    writeFile(folder / "seen", contentOf(folder / "Notes.plist"));
+    open.set_value();
+    saved();
+    EXPECT_EQ(contentOf(folder / "Notes.plist"), contentOf(folder / "seen"));
+    EXPECT_EQ(loaded(), (Strings{"now", "queued"}));
+}
+
+TEST_F(UserData, ThatWasNotUnderstoodIsSetAsideByTheFirstSave) {
+    EXPECT_FALSE(notes.load()); // nothing there yet
     const std::pair<const char*, const char*> cases[] = {
-        {"folder", "not a file"},
-        {"broken", "not a valid property list"},
-        {"other", "[0]: No value associated with key \"uuid\""},
+        {"bplist00", "not a valid property list"},
+        {R"(({text = "a";}))", "[0]: No value associated with key \"uuid\""},
     };
-    for (const auto& [name, reason] : cases) {
-        Notes list(fileURL(folder / name), undoManager);
-        const auto error = list.load();
-        ASSERT_TRUE(error) << name;
-        EXPECT_THAT(error->description, testing::HasSubstr(reason));
+    for (const auto& [content, reason] : cases) {
+        const auto file = folder / "Broken.plist";
+        writeFile(file, content);
+        Notes list(fileURL(file), undoManager);
+        EXPECT_THAT(list.load().value().description, testing::HasSubstr(reason));
         EXPECT_TRUE(list.items().empty());
+        EXPECT_EQ(contentOf(file), content); // whoever only looks moves nothing
+        list.put(Note("new"), 0, "Add");
+        list.put(Note("newer"), 1, "Add");
+        saved();
+        EXPECT_EQ(textsOf(*UserDataFile::load<Note>(fileURL(file))), (Strings{"new", "newer"}));
     }
+    Strings kept;
+    for (const auto& entry : fs::directory_iterator(folder.path())) {
+        if (entry.path().filename().string().starts_with("Broken (unreadable "))
+            kept.push_back(contentOf(entry.path()));
+    }
+    EXPECT_THAT(kept, testing::UnorderedElementsAre(cases[0].first, cases[1].first));
+}
+
+TEST_F(UserData, OfAnySizeThatIsSavedIsLoaded) {
+    // More than what a reader takes of a stranger.
+    const std::vector<Platform::PropertyList::Data> values(700,
+                                                           Platform::PropertyList::Data(100'000));
+    QueuedSave::shared().save(values, url);
+    EXPECT_TRUE(*UserDataFile::load<Platform::PropertyList::Data>(url) == values);
 }
 
 TEST_F(UserData, WithoutAPlaceIsKeptInMemoryOnly) {
@@ -119,7 +155,9 @@ TEST_F(UserData, RemembersWhatAChangeTookThePlaceOf) {
         return found;
     };
     EXPECT_EQ(decoded<Note>(find().value(), CodingFormat::propertyList)->text, "before");
-    SavedUndoItems::shared().forget(note.uuid);
+    undoManager.undo();
+    EXPECT_EQ(decoded<Note>(find().value(), CodingFormat::propertyList)->text, "after");
+    undoManager.removeAllActions(); // nothing brings it back any more
     EXPECT_FALSE(find());
 }
 

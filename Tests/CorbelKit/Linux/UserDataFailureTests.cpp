@@ -11,6 +11,7 @@
 #include <sys/resource.h>
 
 #include <csignal>
+#include <stdexcept>
 
 using namespace CorbelKit;
 using namespace TestSupport;
@@ -18,6 +19,10 @@ using namespace TestSupport;
 namespace {
 
 using Notes = UserDataList<Note>;
+
+struct Thrower {
+    static void encode(Encoder& /*encoder*/) { throw std::runtime_error("no form"); }
+};
 
 class UserDataFailure : public ::testing::Test {
 protected:
@@ -53,7 +58,7 @@ TEST_F(UserDataFailure, IsShownOnceAndLeavesNothingOpen) {
         {folder / "missing/Notes.plist",
          (folder / "missing/Notes.plist: No such file or directory").string()},
         {folder.path(), folder.path().string() + ": Is a directory"},
-        {folder / "Full.plist", "cannot write: File too large"},
+        {notes.url()->path(), notes.url()->path() + ": cannot write: File too large"},
     };
     // To a program a limit of its files is as good as a full disk.
     const auto handler = std::signal(SIGXFSZ, SIG_IGN);
@@ -64,22 +69,29 @@ TEST_F(UserDataFailure, IsShownOnceAndLeavesNothingOpen) {
     for (const auto& [path, reason] : cases) {
         Notes unsaved(fileURL(path), undoManager);
         const auto alert = "An error occurred while saving: " + reason + "\n";
-        EXPECT_EQ(alertOf([&] { unsaved.put(note, 0, "Add"); }), alert);
+        EXPECT_EQ(alertOf([&] { unsaved.put(Note("unsaved" + note.text), 0, "Add"); }), alert);
         EXPECT_EQ(alertOf([&] { unsaved.saveSynchronously(); }), alert);
-        EXPECT_EQ(textsOf(unsaved.items()), textsOf({note}));
+        EXPECT_EQ(textsOf(unsaved.items()), textsOf({Note("unsaved" + note.text)}));
     }
     setrlimit(RLIMIT_FSIZE, &limit);
     std::signal(SIGXFSZ, handler);
     // The login manager, in this process too, lets go of an inhibitor when it sees its end.
     EXPECT_TRUE(waitUntil([&] { return loginManager.inhibitorsOpen() == 0; }));
     EXPECT_TRUE(waitUntil([&] { return openDescriptors() == before; }));
+    // And what was saved before is all that there is.
+    EXPECT_EQ(textsOf(*UserDataFile::load<Note>(notes.url())), textsOf({note}));
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder.path()), {}), 2);
 }
 
 TEST_F(UserDataFailure, OfAValueThatHasNoFormLeavesTheOldFile) {
     EXPECT_EQ(alertOf([&] { notes.put(Note("old"), 0, "Add"); }), "");
     EXPECT_EQ(alertOf([&] { notes.put(Note("no text\xff"), 1, "Add"); }),
               "An error occurred while saving: [1].text: The text is not UTF-8.\n");
-    EXPECT_EQ(alertOf([&] { notes.saveSynchronously(); }), "");
+    EXPECT_EQ(alertOf([&] { EXPECT_TRUE(notes.saveSynchronously()); }),
+              "An error occurred while saving: [1].text: The text is not UTF-8.\n");
+    const auto path = notes.url()->path();
+    EXPECT_EQ(alertOf([&] { QueuedSave::shared().save(std::vector{Thrower()}, *notes.url()); }),
+              "An error occurred while saving: " + path + ": no form\n");
     EXPECT_EQ(textsOf(*UserDataFile::load<Note>(notes.url())), textsOf({Note("old")}));
 }
 

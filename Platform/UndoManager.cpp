@@ -22,8 +22,8 @@ public:
 
     void add(std::string_view actionName, std::function<void()> handler) {
         auto& stack = activity == Activity::undoing ? redoable : undoable;
-        if (activity == Activity::none)
-            redoable.clear();
+        // What a handler owns may come back here when it goes.
+        const auto forgotten = activity == Activity::none ? std::exchange(redoable, {}) : Stack();
         if (!isStepOpen)
             stack.emplace_back();
         isStepOpen = activity != Activity::none;
@@ -38,9 +38,16 @@ public:
         const auto step = std::move(stack.back());
         stack.pop_back();
         activity = direction;
+        const std::shared_ptr<void> ending(nullptr, [this](void*) { // also by an exception
+            activity = Activity::none;
+            isStepOpen = false;
+        });
         for (const auto& handler : step.handlers | std::views::reverse)
             handler();
-        activity = Activity::none;
+    }
+
+    void forgetAll() {
+        const auto forgotten = std::pair(std::exchange(undoable, {}), std::exchange(redoable, {}));
         isStepOpen = false;
     }
 
@@ -51,23 +58,26 @@ public:
 };
 
 UndoManager::UndoManager()
-    : impl_(std::make_unique<Impl>()) {}
+    : impl_(std::make_shared<Impl>()) {}
 
 UndoManager::~UndoManager() = default;
 
 void UndoManager::registerUndo(std::string_view actionName, std::function<void()> handler) {
     MainThread::check();
-    impl_->add(actionName, std::move(handler));
+    if (handler)
+        impl_->add(actionName, std::move(handler));
 }
 
 void UndoManager::undo() {
     MainThread::check();
-    impl_->takeBack(impl_->undoable, Impl::Activity::undoing);
+    const auto impl = impl_; // a handler may end the manager
+    impl->takeBack(impl->undoable, Impl::Activity::undoing);
 }
 
 void UndoManager::redo() {
     MainThread::check();
-    impl_->takeBack(impl_->redoable, Impl::Activity::redoing);
+    const auto impl = impl_;
+    impl->takeBack(impl->redoable, Impl::Activity::redoing);
 }
 
 bool UndoManager::canUndo() const {
@@ -95,8 +105,7 @@ std::string UndoManager::redoActionName() const {
 }
 
 void UndoManager::removeAllActions() {
-    impl_->undoable.clear();
-    impl_->redoable.clear();
+    impl_->forgetAll();
 }
 
 } // namespace Platform

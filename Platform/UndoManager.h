@@ -19,7 +19,8 @@ public:
 
     /// Registers what takes the present change back: as a step of its own, after which there is
     /// nothing to redo; or, within `undo` and `redo`, as a part of the step the other way. The name
-    /// says, in the user's language, what is taken back ("Delete Note").
+    /// says, in the user's language, what is taken back ("Delete Note"). A handler may do anything
+    /// with the manager, and end it; an empty one takes nothing back, and is no step.
     void registerUndo(std::string_view actionName, std::function<void()> handler);
 
     /// Takes the last step back, or does nothing where there is none.
@@ -46,12 +47,13 @@ public:
     std::string redoActionName() const;
     /// @}
 
-    /// Forgets all steps: nothing can be undone or redone.
+    /// Forgets all steps: nothing can be undone or redone, but for what a handler under way still
+    /// registers.
     void removeAllActions();
 
 private:
     class Impl;
-    std::unique_ptr<Impl> impl_;
+    std::shared_ptr<Impl> impl_;
 };
 
 } // namespace Platform

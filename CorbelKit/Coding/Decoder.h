@@ -54,10 +54,11 @@ struct Coding {
 
     /// What a failed decoding gives; nobody gets to see it.
     static T placeholder() {
-        if constexpr (isDecodable)
+        if constexpr (isDecodable) {
             return T();
-        else
+        } else {
             return decodedNothing();
+        }
     }
 
 private:

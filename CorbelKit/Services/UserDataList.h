@@ -73,12 +73,12 @@ public:
     /// is there already, with what it holds now. The action name is what can be undone.
     void put(Item item, std::size_t index, std::string_view actionName) {
         const auto identifier = item.uuid;
-        change(identifier, Place{.index = index, .item = std::move(item)}, std::string(actionName));
+        change(identifier, Place{.index = index, .item = std::move(item)}, actionName);
     }
 
     /// Does nothing where there is no such item.
     void remove(Platform::UUID identifier, std::string_view actionName) {
-        change(identifier, std::nullopt, std::string(actionName));
+        change(identifier, std::nullopt, actionName);
     }
 
 private:
@@ -89,17 +89,18 @@ private:
 
     /// All that may fail comes before the list changes, and nothing is a reference into it.
     void change(const Platform::UUID identifier, std::optional<Place> after,
-                const std::string actionName) {
+                std::string_view actionName) {
         Platform::MainThread::check();
+        const std::string name(actionName);
         const auto before = placeOf(identifier);
         if (!before && !after)
             return;
         if (items_.size() == items_.capacity())
             items_.reserve(2 * items_.size() + 1);
-        undoManager_.registerUndo(actionName, [this, life = std::weak_ptr(life_), identifier,
-                                               before, actionName, kept = kept(before)] {
+        undoManager_.registerUndo(name, [this, life = std::weak_ptr(life_), identifier, before,
+                                         name, kept = kept(before)] {
             if (!life.expired())
-                change(identifier, before, actionName);
+                change(identifier, before, name);
         });
         if (before)
             items_.erase(place(before->index));

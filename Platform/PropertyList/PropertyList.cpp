@@ -36,9 +36,10 @@ Expected<std::vector<std::byte>> written(const PropertyList& list, PropertyList:
     const Error tooMuch{"The value is larger or deeper than what can be read again."};
     Writer writer;
     PropertyLists::Toll toll(writer, limits);
-    if (!PropertyLists::walk(list, toll))
+    if (!PropertyLists::walk(list, toll)) {
         return toll.isExceeded() ? tooMuch
                                  : Error{"The property-list format cannot hold the value."};
+    }
     const auto result = (writer.*take)();
     if (result.size() > PropertyList::largestOwnFile)
         return tooMuch;

@@ -71,10 +71,11 @@ TEST_F(FileReplacement, IsWholeHoweverManyReplaceAtOnce) {
     std::vector<std::thread> writers;
     for (const char letter : {'a', 'b', 'c'}) {
         writers.emplace_back([&, letter] {
-            for (int round = 1; round < 50; ++round)
+            for (int round = 1; round < 50; ++round) {
                 EXPECT_FALSE(FileContents::replace(
                     fileURL(folder / "file"),
                     bytesOf(std::string(static_cast<std::size_t>(round) * 1000, letter))));
+            }
         });
     }
     for (auto& writer : writers)

@@ -17,15 +17,22 @@ struct Error {
 template <class T, class E = Error>
 class [[nodiscard]] Expected {
 public:
-    // Both conversions are implicit, so that a function returns either kind by its plain value.
+    // All conversions are implicit, so that a function returns either kind by its plain value. By
+    // reference, because g++ 12 takes what it inlines of one more value between for uninitialised.
 
     /// @{
     /// Holds the value, or the reason.
-    Expected(T value)
+    Expected(T&& value)
         : state_(std::in_place_index<0>, std::move(value)) {}
 
-    Expected(E error)
+    Expected(const T& value)
+        : state_(std::in_place_index<0>, value) {}
+
+    Expected(E&& error)
         : state_(std::in_place_index<1>, std::move(error)) {}
+
+    Expected(const E& error)
+        : state_(std::in_place_index<1>, error) {}
 
     /// @}
 

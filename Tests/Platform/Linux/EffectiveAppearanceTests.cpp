@@ -49,9 +49,10 @@ TEST(EffectiveAppearance, TellsEachObserverOfEachChangeOnceUntilItHasEnoughOfIt)
 
     // Whose observation ended before the news was delivered is not told of it.
     int callsOfEnded = 0;
-    auto ended = std::optional(Application::observeEffectiveAppearance([&] { ++callsOfEnded; }));
-    portal.setColorScheme(2);
-    ended.reset();
+    {
+        const auto ended = Application::observeEffectiveAppearance([&] { ++callsOfEnded; });
+        portal.setColorScheme(2);
+    }
     EXPECT_TRUE(mainLoopBrings([&seen] { return seen.size() == 4; }));
     EXPECT_EQ(callsOfEnded, 0);
 }

@@ -131,15 +131,15 @@ void ScanPass::finishIfDone() {
 }
 
 void ScanPass::leaveWhatHangs() {
-    std::erase_if(readers_, [this](const std::shared_ptr<Reader>& reader) {
+    for (const auto& reader : readers_) {
         const auto steps = reader->steps.load();
         if (reader->item == nullptr || std::exchange(reader->stepsSeen, steps) != steps)
-            return false;
+            continue;
         reader->isLeft = true;
         surroundings_.lateReads->begin(reader->item->path);
         keepKnown(*reader->item);
-        return true;
-    });
+    }
+    std::erase_if(readers_, [](const auto& reader) { return reader->isLeft; });
     startReaders();
 }
 

@@ -41,11 +41,14 @@ void registerDefaults() {
 }
 
 std::optional<Items> themesIn(const URL& file) {
-    auto themes = UserDataFile::loadIfSaved<Theme>(file);
-    if (!themes || !*themes)
+    auto loaded = UserDataFile::loadIfSaved<Theme>(file);
+    if (!loaded)
+        return std::nullopt;
+    auto& themes = *loaded;
+    if (!themes)
         return std::nullopt;
     Items items;
-    for (auto& theme : **themes)
+    for (auto& theme : *themes)
         items.push_back(std::make_shared<Theme>(std::move(theme)));
     return items;
 }

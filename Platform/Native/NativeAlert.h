@@ -4,8 +4,8 @@
 
 namespace Platform {
 
-/// Shows the alert as the system itself does, to the contract of `runModal`: without a presenter, or
-/// where that has no windows.
+/// Shows the alert as the system itself does, to the contract of `runModal`: without a presenter,
+/// or where that has no windows.
 void runNativeAlert(const Alert& alert);
 
 } // namespace Platform

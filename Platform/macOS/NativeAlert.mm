@@ -1,4 +1,5 @@
 #include "Platform/Native/NativeAlert.h"
+
 #include "Platform/macOS/MainThreadCall.h"
 #include "Platform/macOS/Text.h"
 

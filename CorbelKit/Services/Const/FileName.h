@@ -4,10 +4,8 @@
 
 // clang-format off: a table, one constant a line, in the order in which they are told
 
-namespace CorbelKit::Const {
-
 /// Names of files and folders of user data.
-namespace FileName {
+namespace CorbelKit::Const::FileName {
 inline constexpr std::string_view dsStore = ".DS_Store";
 inline constexpr std::string_view exceptions = "Exceptions.plist";
 inline constexpr std::string_view icons = "Icons";
@@ -16,8 +14,6 @@ inline constexpr std::string_view notes = "Notes.plist";
 inline constexpr std::string_view revisions = "Revisions.plist";
 inline constexpr std::string_view smartFolders = "SmartFolders.plist";
 inline constexpr std::string_view tags = "Tags.plist";
-} // namespace FileName
-
-} // namespace CorbelKit::Const
+} // namespace CorbelKit::Const::FileName
 
 // clang-format on

@@ -4,10 +4,8 @@
 
 // clang-format off: a table, one constant a line, in the order in which they are told
 
-namespace CorbelKit::Const {
-
 /// Keys of property lists and records.
-namespace Key {
+namespace CorbelKit::Const::Key {
 inline constexpr std::string_view build = "build";
 inline constexpr std::string_view bundleProgram = "BundleProgram";
 inline constexpr std::string_view children = "children";
@@ -34,8 +32,6 @@ namespace ExtendedAttributes {
 inline constexpr std::string_view finderComment = "com.apple.metadata:kMDItemFinderComment";
 inline constexpr std::string_view userTags = "com.apple.metadata:_kMDItemUserTags";
 } // namespace ExtendedAttributes
-} // namespace Key
-
-} // namespace CorbelKit::Const
+} // namespace CorbelKit::Const::Key
 
 // clang-format on

@@ -6,10 +6,8 @@
 
 // clang-format off: a table, one constant a line, in the order in which they are told
 
-namespace CorbelKit::Const {
-
 /// What has no list of its own.
-namespace Miscellaneous {
+namespace CorbelKit::Const::Miscellaneous {
 inline constexpr std::string_view frame = "frame";
 inline constexpr std::string_view separator = " — ";
 inline constexpr std::string_view fontSizeSeparator = "@@@@";
@@ -25,8 +23,6 @@ inline constexpr std::string_view applicationsQuery = "kMDItemContentType == 'co
 inline constexpr std::string_view site = Maker::site;
 inline constexpr std::string_view termsPage = Maker::termsPage;
 inline constexpr std::string_view supportAddress = Maker::supportAddress;
-} // namespace Miscellaneous
-
-} // namespace CorbelKit::Const
+} // namespace CorbelKit::Const::Miscellaneous
 
 // clang-format on

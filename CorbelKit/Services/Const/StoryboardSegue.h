@@ -4,10 +4,8 @@
 
 // clang-format off: a table, one constant a line, in the order in which they are told
 
-namespace CorbelKit::Const {
-
 /// Steps from one view to another.
-namespace StoryboardSegue {
+namespace CorbelKit::Const::StoryboardSegue {
 inline constexpr StoryboardSegueIdentifier backgroundItems{"BackgroundItemsSegue"};
 inline constexpr StoryboardSegueIdentifier columns{"ColumnsSegue"};
 inline constexpr StoryboardSegueIdentifier commandResult{"CommandResultSegue"};
@@ -41,8 +39,6 @@ inline constexpr StoryboardSegueIdentifier smartFolders{"SmartFoldersSegue"};
 inline constexpr StoryboardSegueIdentifier stringPreviewText{"StringPreviewTextSegue"};
 inline constexpr StoryboardSegueIdentifier test{"TestSegue"};
 inline constexpr StoryboardSegueIdentifier textScanner{"TextScannerSegue"};
-} // namespace StoryboardSegue
-
-} // namespace CorbelKit::Const
+} // namespace CorbelKit::Const::StoryboardSegue
 
 // clang-format on

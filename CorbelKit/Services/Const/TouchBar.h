@@ -4,10 +4,8 @@
 
 // clang-format off: a table, one constant a line, in the order in which they are told
 
-namespace CorbelKit::Const {
-
 /// Touch bars, by application, and what stands in them.
-namespace TouchBar {
+namespace CorbelKit::Const::TouchBar {
 namespace Domain {
 inline constexpr TouchBarDomain textEditor{"com.tarnwell.Brindle10"};
 inline constexpr TouchBarDomain olderMainApplication{"com.tarnwell.VesperX5"};
@@ -49,8 +47,6 @@ inline constexpr TouchBarItemIdentifier pebblitMode{"com.tarnwell.Pebblit.main.m
 inline constexpr TouchBarItemIdentifier preferences{"com.tarnwell.CorbelKit.preferences"};
 inline constexpr TouchBarItemIdentifier preferencesTab{"com.tarnwell.CorbelKit.preferences.tab"};
 } // namespace Item
-} // namespace TouchBar
-
-} // namespace CorbelKit::Const
+} // namespace CorbelKit::Const::TouchBar
 
 // clang-format on

@@ -4,10 +4,8 @@
 
 // clang-format off: a table, one constant a line, in the order in which they are told
 
-namespace CorbelKit::Const {
-
 /// Parts of views.
-namespace UserInterfaceItem {
+namespace CorbelKit::Const::UserInterfaceItem {
 namespace Cell {
 inline constexpr UserInterfaceItemIdentifier application{"ApplicationCell"};
 inline constexpr UserInterfaceItemIdentifier data{"DataCell"};
@@ -61,8 +59,6 @@ inline constexpr UserInterfaceItemIdentifier dayOfWeek{"DayOfWeek"};
 inline constexpr UserInterfaceItemIdentifier dayOfMonth{"DayOfMonth"};
 inline constexpr UserInterfaceItemIdentifier dayOfYear{"DayOfYear"};
 } // namespace ScheduleColumn
-} // namespace UserInterfaceItem
-
-} // namespace CorbelKit::Const
+} // namespace CorbelKit::Const::UserInterfaceItem
 
 // clang-format on

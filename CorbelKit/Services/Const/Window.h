@@ -4,15 +4,11 @@
 
 // clang-format off: a table, one constant a line, in the order in which they are told
 
-namespace CorbelKit::Const {
-
 /// Windows of the main application.
-namespace Window {
+namespace CorbelKit::Const::Window {
 inline constexpr WindowIdentifier main{"MainWindow"};
 inline constexpr WindowIdentifier paths{"PathsWindow"};
 inline constexpr WindowIdentifier settings{"SettingsWindow"};
-} // namespace Window
-
-} // namespace CorbelKit::Const
+} // namespace CorbelKit::Const::Window
 
 // clang-format on

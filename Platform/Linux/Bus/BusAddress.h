@@ -4,8 +4,8 @@
 #include <string_view>
 #include <vector>
 
-/// Where message buses are, and what may be reached there (D-Bus Specification 0.41). Callable on
-/// any thread.
+/// Where message buses are, and what may be reached there (D-Bus 0.41, "Server Addresses").
+/// Callable on any thread.
 namespace Platform {
 
 /// The session's bus where the environment names one, by its address or by the user's runtime

@@ -2,6 +2,7 @@
 // of the platform's: no desktop has a user who refuses on request.
 
 #include "CorbelKit/Services/NotificationPoster.h"
+#include "Platform/StandardOutput.h"
 #include "Platform/UserNotificationCenter.h"
 
 #include <gtest/gtest.h>
@@ -91,6 +92,7 @@ TEST_F(NotificationPoster, PrintsARefusalAsOneLine) {
         {.title = "T", .body = "B", .identifier = "i", .category = "C", .subtitle = {}});
     testing::internal::CaptureStdout();
     answer({Status::authorized, Setting::enabled});
+    EXPECT_TRUE(Platform::StandardOutput::drain(std::chrono::seconds(10)));
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "no more today\n");
 }
 

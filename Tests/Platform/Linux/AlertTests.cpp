@@ -6,7 +6,8 @@ namespace {
 
 std::string printed(const std::string& message, const std::string& information) {
     testing::internal::CaptureStderr();
-    Platform::runModal({.messageText = message, .informativeText = information, .buttonTitle = "OK"});
+    Platform::runModal(
+        {.messageText = message, .informativeText = information, .buttonTitle = "OK"});
     return testing::internal::GetCapturedStderr();
 }
 

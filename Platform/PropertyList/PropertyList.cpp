@@ -33,7 +33,7 @@ bool readForm(PropertyLists::Form form, std::string_view bytes, PropertyLists::R
 template <class Writer>
 Expected<std::vector<std::byte>> written(const PropertyList& list, PropertyList::Limits limits,
                                          std::string (Writer::*take)()) {
-    const Error tooMuch{"The value is larger or deeper than what can be read again."};
+    Error tooMuch{"The value is larger or deeper than what can be read again."};
     Writer writer;
     PropertyLists::Toll toll(writer, limits);
     if (!PropertyLists::walk(list, toll)) {

@@ -27,7 +27,8 @@ using TestSupport::writeFile;
 class HungFile {
 public:
     explicit HungFile(const std::filesystem::path& path) {
-        const auto kinds = FAN_ACCESS_PERM | (std::filesystem::is_directory(path) ? FAN_ONDIR : 0);
+        const std::uint64_t kinds =
+            std::filesystem::is_directory(path) ? FAN_ACCESS_PERM | FAN_ONDIR : FAN_ACCESS_PERM;
         isHung_ = fanotify_mark(listener_.fileDescriptor(), FAN_MARK_ADD, kinds, AT_FDCWD,
                                 path.c_str()) == 0;
     }

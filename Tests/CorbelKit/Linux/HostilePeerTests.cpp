@@ -4,6 +4,7 @@
 #include "CorbelKit/Services/XPCConnection.h"
 #include "Platform/Linux/Notifications/DesktopNotifications.h"
 #include "Platform/NeverDestroyed.h"
+#include "Platform/StandardOutput.h"
 #include "Tests/Support/EnvironmentVariable.h"
 #include "Tests/Support/Linux/BusDaemon.h"
 #include "Tests/Support/PeakMemory.h"
@@ -112,6 +113,7 @@ TEST_F(HostilePeer, AsANotificationServiceCostsItsOwnSizeAndHoldsNobodyUp) {
         });
         testing::internal::CaptureStdout();
         EXPECT_TRUE(meanwhile(kind, answer->get_future()));
+        EXPECT_TRUE(Platform::StandardOutput::drain(std::chrono::seconds(10)));
         EXPECT_EQ(testing::internal::GetCapturedStdout(), kind + "\n"); // it went to the terminal
     }
 }

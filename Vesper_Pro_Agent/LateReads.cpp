@@ -13,9 +13,10 @@ LateReads::Known LateReads::take(const std::string& path) {
     const auto found = reads_.find(path);
     if (found == reads_.end())
         return {};
-    if (!found->second)
+    auto& outcome = found->second;
+    if (!outcome)
         return {.state = State::hangs};
-    Known known{.state = State::ended, .outcome = std::move(*found->second)};
+    Known known{.state = State::ended, .outcome = std::move(*outcome)};
     reads_.erase(found);
     return known;
 }

@@ -200,10 +200,11 @@ void ScanPass::addEntries(std::vector<URL> urls) {
 }
 
 void ScanPass::keepKnown(const Item& item) {
-    if (item.isFolder)
+    if (item.isFolder) {
         keepEntriesOf(item);
-    else if (item.known != nullptr)
+    } else if (item.known != nullptr) {
         jobs_.emplace_back(item.path, *item.known);
+    }
 }
 
 void ScanPass::keepEntriesOf(const Item& folder) {

@@ -121,8 +121,7 @@ void ScanPass::finishIfDone() {
         if (!completion_ || !readers_.empty() || remaining() != 0)
             return;
         completion = std::exchange(completion_, nullptr);
-        std::ranges::stable_sort(jobs_, {},
-                                 [](const auto& job) -> const auto& { return job.first; });
+        std::ranges::sort(jobs_, {}, [](const auto& job) -> const auto& { return job.first; });
         for (auto& [path, job] : jobs_)
             snapshot.emplace_hint(snapshot.end(), std::move(path), std::move(job));
         jobs_ = {};

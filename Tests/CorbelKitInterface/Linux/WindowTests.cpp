@@ -162,8 +162,8 @@ TEST_F(AllowBackgroundItem, SpeaksTheUsersLanguageAndFollowsDarkAndLight) {
     ASSERT_TRUE(show());
     EXPECT_EQ(run({"xdotool", "getwindowname", window()}), "Window Trial\n");
     EXPECT_EQ(ask("text titleTextField"),
-              "Sie werden gefragt, ob das Hintergrundobjekt ausgeführt werden darf.");
-    EXPECT_EQ(ask("text subtitleTextField").substr(0, 17), "Erlauben Sie dies");
+              "Du wirst gefragt, ob das Hintergrundobjekt ausgeführt werden darf.");
+    EXPECT_EQ(ask("text subtitleTextField").substr(0, 12), "Erlaube dies");
     EXPECT_EQ(ask("text systemSettingsButton"), "System Settings");
     EXPECT_EQ(ask("role iconImageView"), "image");
     EXPECT_EQ(ask("background"), "light");

@@ -66,13 +66,14 @@ void applyStyle(const Platform::URL& file) {
                                                 GTK_STYLE_PROVIDER_PRIORITY_APPLICATION);
 }
 
-// What a button with a question mark is for, macOS tells by itself.
+// macOS draws the question mark of the user's language, and says what its button is for, by itself.
 void describeHelp(const Layout& layout) {
     const auto text = localizedString("Help");
     for (const auto& object : layout->get_objects()) {
         auto* const button = dynamic_cast<Gtk::Button*>(object.get());
         if (button == nullptr || !button->has_css_class("help"))
             continue;
+        button->set_label(localizedString("?"));
         button->set_tooltip_text(text);
         gtk_accessible_update_property(GTK_ACCESSIBLE(button->gobj()),
                                        GTK_ACCESSIBLE_PROPERTY_LABEL, text.c_str(), -1);

@@ -8,6 +8,7 @@
 
 #include <sys/stat.h>
 
+#include <algorithm>
 #include <fstream>
 
 using namespace TestSupport;
@@ -171,6 +172,13 @@ TEST_F(AllowBackgroundItem, SpeaksTheUsersLanguageAndFollowsDarkAndLight) {
     EXPECT_TRUE(waitUntil([this] { return ask("background") == "dark"; }));
     portal.setColorScheme(0);
     EXPECT_TRUE(waitUntil([this] { return ask("background") == "light"; }));
+}
+
+TEST_F(AllowBackgroundItem, MarksItsHelpAsTheLanguageMarksAQuestion) {
+    std::ranges::replace(environment, "LANGUAGE=de", "LANGUAGE=ar");
+    start();
+    EXPECT_EQ(ask("show"), "shown");
+    EXPECT_EQ(ask("text helpButton"), "\u061F");
 }
 
 TEST_F(AllowBackgroundItem, ShowsNothingOfALayoutThatIsMissingOrAnothers) {

@@ -2,6 +2,10 @@
 
 #include "Platform/Native/ObservedSettings.h"
 
+#include <algorithm>
+#include <charconv>
+#include <memory>
+#include <type_traits>
 #include <utility>
 
 namespace Platform {
@@ -13,6 +17,41 @@ std::optional<T> as(const std::optional<PropertyList>& object) {
     return value != nullptr ? std::optional<T>(*value) : std::nullopt;
 }
 
+using Integer = std::optional<std::int64_t>;
+
+Integer wholeNumber(std::string_view text) {
+    std::int64_t number = 0;
+    const auto* const begin = std::to_address(text.begin());
+    const auto* const end = std::to_address(text.end());
+    const auto [rest, failure] = std::from_chars(begin, end, number);
+    return failure == std::errc() && rest == end ? Integer(number) : std::nullopt;
+}
+
+Integer wholeNumber(double number) {
+    constexpr double limit = 0x1p63;
+    return number >= -limit && number < limit ? Integer(static_cast<std::int64_t>(number))
+                                              : std::nullopt;
+}
+
+/// The word is of small letters.
+bool isWord(std::string_view text, std::string_view word) {
+    return std::ranges::equal(text, word, [](char one, char other) {
+        return (one >= 'A' && one <= 'Z' ? one - 'A' + 'a' : one) == other;
+    });
+}
+
+std::optional<bool> switchOf(std::string_view text) {
+    if (isWord(text, "yes") || isWord(text, "true"))
+        return true;
+    if (isWord(text, "no") || isWord(text, "false"))
+        return false;
+    const auto number = wholeNumber(text);
+    return number ? std::optional(*number != 0) : std::nullopt;
+}
+
+template <class Kind>
+constexpr bool isNumber = std::is_arithmetic_v<Kind>; // a switch is one
+
 } // namespace
 
 std::optional<std::string> UserDefaults::string(std::string_view key) const {
@@ -20,11 +59,33 @@ std::optional<std::string> UserDefaults::string(std::string_view key) const {
 }
 
 std::optional<std::int64_t> UserDefaults::integer(std::string_view key) const {
-    return as<std::int64_t>(object(key));
+    const auto convert = [](const auto& value) -> Integer {
+        using Kind = std::remove_cvref_t<decltype(value)>;
+        if constexpr (std::is_same_v<Kind, std::string> || std::is_same_v<Kind, double>) {
+            return wholeNumber(value);
+        } else if constexpr (isNumber<Kind> && !std::is_same_v<Kind, std::uint64_t>) {
+            return std::int64_t{value};
+        } else {
+            return std::nullopt;
+        }
+    };
+    const auto value = object(key);
+    return value ? std::visit(convert, value->value()) : std::nullopt;
 }
 
 std::optional<bool> UserDefaults::boolean(std::string_view key) const {
-    return as<bool>(object(key));
+    const auto convert = [](const auto& value) -> std::optional<bool> {
+        using Kind = std::remove_cvref_t<decltype(value)>;
+        if constexpr (std::is_same_v<Kind, std::string>) {
+            return switchOf(value);
+        } else if constexpr (isNumber<Kind>) {
+            return value != Kind{};
+        } else {
+            return std::nullopt;
+        }
+    };
+    const auto value = object(key);
+    return value ? std::visit(convert, value->value()) : std::nullopt;
 }
 
 std::optional<PropertyList::Data> UserDefaults::data(std::string_view key) const {

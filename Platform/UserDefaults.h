@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Expected.h"
 #include "Platform/PropertyList.h"
 
 #include <cstdint>
@@ -47,29 +48,36 @@ public:
     /// the bundle has none.
     static UserDefaults& standard();
 
-    /// The domain of a group of applications. Absent when it cannot be opened: for a name that no
-    /// file can have, for the name of the standard domain, and where no settings can be kept.
+    /// The domain of a group of applications; under the name of the standard domain, that one.
+    /// Absent when it cannot be opened: for a name that no file can have, and where no settings can
+    /// be kept.
     static std::optional<UserDefaults> suite(std::string_view suiteName);
 
-    /// The value under the key, whatever it is. The accessors below it take a value of another kind
-    /// for absent; nothing is converted.
+    /// The value under the key, whatever it is.
     std::optional<PropertyList> object(std::string_view key) const;
     /// @{
     /// The value under the key; absent where there is none of this kind.
     std::optional<std::string> string(std::string_view key) const;
-    std::optional<std::int64_t> integer(std::string_view key) const;
-    std::optional<bool> boolean(std::string_view key) const;
     std::optional<PropertyList::Data> data(std::string_view key) const;
     /// @}
+
+    /// A number without its fraction, a switch as 1 or 0, a text that is a whole decimal number.
+    /// Absent where there is none of these, and beyond 64 bits.
+    std::optional<std::int64_t> integer(std::string_view key) const;
+
+    /// A switch, any number but 0, a text that is such a whole number; "yes" and "true", "no" and
+    /// "false" however their letters are cased. Absent where there is none of these.
+    std::optional<bool> boolean(std::string_view key) const;
 
     /// Absent also when one element is no text.
     std::optional<std::vector<std::string>> stringArray(std::string_view key) const;
 
-    /// Stored when the call returns, or, where the system refuses, not at all. Waits for other
-    /// processes that are storing in the same domain.
-    void set(std::string_view key, PropertyList value);
+    /// Stored when the call returns; or else gives the reason, and what was stored before stays.
+    /// Waits for other processes that are storing in the same domain. What holds the domain but is
+    /// not understood is kept under another name, which the system log says, not overwritten.
+    std::optional<Error> set(std::string_view key, PropertyList value);
     /// As `set`; the registered default counts again.
-    void remove(std::string_view key);
+    std::optional<Error> remove(std::string_view key);
 
     /// Adds to the defaults that count, in this process only, in every domain that has no value.
     void registerDefaults(const PropertyList::Dictionary& defaults);

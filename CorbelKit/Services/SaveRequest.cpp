@@ -1,7 +1,6 @@
 #include "CorbelKit/Services/SaveRequest.h"
 
 #include "CorbelKit/Services/UserDataFile.h"
-#include "CorbelKit/Services/UserDataSetAside.h"
 #include "Platform/FileContents.h"
 #include "Platform/Mutex.h"
 #include "Platform/NeverDestroyed.h"
@@ -133,10 +132,13 @@ std::optional<Platform::Error> SaveRequest::save() const {
 std::optional<Platform::Error> SaveRequest::makeRoom(const Platform::URL& file) const {
     if (!file_->setsAside())
         return std::nullopt;
-    auto error = setAside(file);
-    if (!error)
-        file_->setSetsAside(false);
-    return error;
+    const auto message = Platform::FileContents::setAside(file);
+    if (!message)
+        return message.error();
+    file_->setSetsAside(false);
+    if (!message->empty())
+        UserDataFile::report({*message});
+    return std::nullopt;
 }
 
 } // namespace CorbelKit

@@ -9,6 +9,17 @@ namespace CorbelKit {
 
 using Platform::SecurityScopedResource;
 
+namespace {
+
+bool store(Platform::Expected<Platform::BookmarkData> bookmark, std::string_view key) {
+    if (bookmark && !Platform::UserDefaults::standard().set(key, std::move(*bookmark)))
+        return true;
+    Platform::log("Couldn't save secure bookmark to defaults");
+    return false;
+}
+
+} // namespace
+
 std::unique_ptr<SecureURL> SecureURL::fromSettings(std::string_view key) {
     auto& settings = Platform::UserDefaults::standard();
     const auto bookmark = settings.data(key);
@@ -22,7 +33,7 @@ std::unique_ptr<SecureURL> SecureURL::fromSettings(std::string_view key) {
     auto fresh = found->resource_.makeBookmark();
     if (!fresh)
         return nullptr;
-    settings.set(key, std::move(*fresh));
+    store(std::move(fresh), key);
     return found;
 }
 
@@ -34,13 +45,7 @@ std::unique_ptr<SecureURL> SecureURL::fromBookmark(const Platform::BookmarkData&
 }
 
 bool SecureURL::save(const Platform::URL& file, std::string_view key) {
-    auto bookmark = Platform::makeBookmark(file);
-    if (!bookmark) {
-        Platform::log("Couldn't save secure bookmark to defaults");
-        return false;
-    }
-    Platform::UserDefaults::standard().set(key, std::move(*bookmark));
-    return true;
+    return store(Platform::makeBookmark(file), key);
 }
 
 SecureURL::SecureURL(SecurityScopedResource resource)

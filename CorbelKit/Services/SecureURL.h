@@ -19,7 +19,7 @@ namespace CorbelKit {
 class SecureURL {
 public:
     /// The file whose bookmark stands under the key. A bookmark that is out of date is replaced
-    /// there by a fresh one. Null
+    /// there by a fresh one; that this fails is logged. Null
     /// - where nothing or anything but data stands under the key, which is then removed;
     /// - where the file is not found: the bookmark stays, for it may be found at a later launch;
     /// - where the fresh bookmark cannot be made.
@@ -28,8 +28,8 @@ public:
     /// Null where the file is not found.
     static std::unique_ptr<SecureURL> fromBookmark(const Platform::BookmarkData& bookmark);
 
-    /// Stores a bookmark of the file under the key. False where none can be made, which is logged;
-    /// the settings stay as they are.
+    /// Stores a bookmark of the file under the key. False where none can be made, or stored, which
+    /// is logged; the settings stay as they are.
     static bool save(const Platform::URL& file, std::string_view key);
 
     /// Starts the access. For the functions above.

@@ -26,9 +26,9 @@ std::vector<std::string> readExcludePrefixes() {
 
 } // namespace SharedSettings
 
-void toggleSetting(std::string_view key) {
+std::optional<Platform::Error> toggleSetting(std::string_view key) {
     auto& settings = Platform::UserDefaults::standard();
-    settings.set(key, !settings.boolean(key).value_or(false));
+    return settings.set(key, !settings.boolean(key).value_or(false));
 }
 
 } // namespace CorbelKit

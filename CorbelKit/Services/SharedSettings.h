@@ -26,7 +26,8 @@ std::vector<std::string> readExcludePrefixes();
 
 namespace CorbelKit {
 
-/// Turns a switch in the application's own settings. One that was never set counts as off.
-void toggleSetting(std::string_view key);
+/// Turns a switch in the application's own settings. One that was never set counts as off. Gives
+/// the reason where it stays as it was.
+std::optional<Platform::Error> toggleSetting(std::string_view key);
 
 } // namespace CorbelKit

@@ -19,6 +19,8 @@
 namespace Platform::FileContents {
 namespace {
 
+constexpr mode_t modeWithinMask = 0666;
+constexpr mode_t privateMode = 0600;
 constexpr int openFlags = O_WRONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY;
 
 /// What a path of links leads to, be it there or not; a chain without end is left to the system.
@@ -40,17 +42,17 @@ std::string beside(const std::filesystem::path& file) {
     return file.parent_path() / ("." + file.filename().string() + ".saving");
 }
 
-struct Existing {
+struct Access {
     mode_t mode;
     uid_t owner;
     gid_t group;
 };
 
 /// What a file that is there says of itself; the error of a file that may not be written.
-Expected<std::optional<Existing>> existing(const std::string& path) {
+Expected<std::optional<Access>> existing(const std::string& path) {
     const FileHandle file(uninterrupted([&] { return open(path.c_str(), openFlags); }));
     if (file.fileDescriptor() < 0 && errno == ENOENT)
-        return std::optional<Existing>();
+        return std::optional<Access>();
     if (file.fileDescriptor() < 0)
         return systemError(path, errno);
     struct stat status{};
@@ -58,9 +60,9 @@ Expected<std::optional<Existing>> existing(const std::string& path) {
         return systemError(path, errno);
     if (!S_ISREG(status.st_mode))
         return Error{path + ": not a file"};
-    return std::optional(Existing{.mode = static_cast<mode_t>(status.st_mode & 07777U),
-                                  .owner = status.st_uid,
-                                  .group = status.st_gid});
+    return std::optional(Access{.mode = static_cast<mode_t>(status.st_mode & 07777U),
+                                .owner = status.st_uid,
+                                .group = status.st_gid});
 }
 
 bool isStillAt(const FileHandle& file, const std::string& path) {
@@ -74,12 +76,10 @@ bool isStillAt(const FileHandle& file, const std::string& path) {
 class Successor {
 public:
     /// Waits for the others. Otherwise an `errno` value.
-    static Expected<FileHandle, int> open(const std::string& path) {
-        constexpr mode_t modeWithinMask = 0666;
+    static Expected<FileHandle, int> open(const std::string& path, mode_t mode) {
         for (;;) {
-            FileHandle file(uninterrupted([&] {
-                return ::open(path.c_str(), openFlags | O_CREAT | O_NOFOLLOW, modeWithinMask);
-            }));
+            FileHandle file(uninterrupted(
+                [&] { return ::open(path.c_str(), openFlags | O_CREAT | O_NOFOLLOW, mode); }));
             if (file.fileDescriptor() < 0)
                 return errno;
             // A file system without locks has none for the others, either.
@@ -105,15 +105,15 @@ public:
     Successor& operator=(Successor&&) = delete;
 
     std::optional<Error> fill(std::span<const std::byte> bytes,
-                              const std::optional<Existing>& before) {
+                              const std::optional<Access>& access) {
         const int descriptor = file_.fileDescriptor();
         // Left by a process that came to a sudden end.
         if (ftruncate(descriptor, 0) != 0)
             return systemError("cannot write", errno);
-        if (before) {
+        if (access) {
             // As far as we may: another's file is better ours than lost.
-            static_cast<void>(!fchown(descriptor, before->owner, before->group));
-            if (fchmod(descriptor, before->mode) != 0)
+            static_cast<void>(!fchown(descriptor, access->owner, access->group));
+            if (fchmod(descriptor, access->mode) != 0)
                 return systemError("cannot set permissions", errno);
         }
         if (auto error = file_.write(bytes))
@@ -151,7 +151,7 @@ std::optional<Error> naming(const std::string& path, std::optional<Error> error)
 } // namespace
 
 std::optional<Error> replace(const URL& file, std::span<const std::byte> bytes,
-                             const MakeRoom& makeRoom) {
+                             const MakeRoom& makeRoom, NewFile newFile) {
     const auto path = fileSystemPath(file);
     if (!path)
         return Error{file.absoluteString() + ": names no file"};
@@ -159,12 +159,15 @@ std::optional<Error> replace(const URL& file, std::span<const std::byte> bytes,
     const auto before = existing(place);
     if (!before)
         return before.error();
+    auto access = *before;
+    if (!access && newFile == NewFile::forUserAlone)
+        access = Access{.mode = privateMode, .owner = geteuid(), .group = getegid()};
     const auto makeRoomThere = [&] {
         return makeRoom ? makeRoom(URL::file(place, URL::DirectoryHint::notDirectory))
                         : std::nullopt;
     };
     const auto besidePlace = beside(place);
-    auto handle = Successor::open(besidePlace);
+    auto handle = Successor::open(besidePlace, access ? access->mode : modeWithinMask);
     if (!handle && !takesNoOtherFile(handle.error()))
         return systemError(place, handle.error());
     if (!handle) {
@@ -172,7 +175,7 @@ std::optional<Error> replace(const URL& file, std::span<const std::byte> bytes,
         return error ? error : write(file, bytes);
     }
     Successor successor(std::move(*handle), besidePlace);
-    if (auto error = naming(place, successor.fill(bytes, *before)))
+    if (auto error = naming(place, successor.fill(bytes, access)))
         return error;
     if (auto error = makeRoomThere())
         return error;

@@ -1,5 +1,6 @@
 #include "Platform/UserDefaults.h"
 
+#include "Platform/Bundle.h"
 #include "Platform/Native/ObservedSettings.h"
 #include "Platform/NeverDestroyed.h"
 #include "Platform/POSIX/FileSystemPath.h"
@@ -31,6 +32,8 @@ UserDefaults& UserDefaults::standard() {
 std::optional<UserDefaults> UserDefaults::suite(std::string_view suiteName) {
     @autoreleasepool {
         NSString* const name = canNameFile(suiteName, ".plist") ? foundationText(suiteName) : nil;
+        if (name != nil && suiteName == Bundle::main().text("CFBundleIdentifier"))
+            return standard();
         NSUserDefaults* const defaults =
             name == nil ? nil : [[NSUserDefaults alloc] initWithSuiteName:name];
         if (defaults == nil)
@@ -43,23 +46,26 @@ std::optional<PropertyList> UserDefaults::object(std::string_view key) const {
     return settingIn(impl_->defaults, key);
 }
 
-void UserDefaults::set(std::string_view key, PropertyList value) {
+std::optional<Error> UserDefaults::set(std::string_view key, PropertyList value) {
     @autoreleasepool {
         NSString* const name = foundationText(key);
         const id object = foundationObject(value);
         if (name == nil || object == nil)
-            return;
+            return Error{"settings cannot hold the value"};
         @try {
             [impl_->defaults setObject:object forKey:name];
-        } @catch (NSException*) { // the system refuses
+        } @catch (NSException* refusal) {
+            return Error{portableText(refusal.reason)};
         }
+        return std::nullopt;
     }
 }
 
-void UserDefaults::remove(std::string_view key) {
+std::optional<Error> UserDefaults::remove(std::string_view key) {
     @autoreleasepool {
-        if (NSString* const name = foundationText(key))
+        if (NSString* const name = foundationText(key)) // or nothing is there
             [impl_->defaults removeObjectForKey:name];
+        return std::nullopt;
     }
 }
 

@@ -3,26 +3,56 @@
 using namespace Platform;
 using testing::ElementsAre;
 
-TEST_F(UserDefaultsTest, ReadsEachKindAsItselfAndAsNoOther) {
+TEST_F(UserDefaultsTest, ReadsTextsAndDataAsThemselvesAndNumbersAndSwitchesAsEachOther) {
+    const auto text = [](const char* characters) { return PropertyList(std::string(characters)); };
     const PropertyList::Data bytes = {std::byte{0}, std::byte{255}};
-    const std::string text = "5";
-    const PropertyList values[] = {text,
-                                   1,
-                                   true,
-                                   bytes,
-                                   PropertyList::Array{text, text},
-                                   PropertyList::Array{text, true},
-                                   PropertyList::Dictionary{}};
+
+    const struct {
+        PropertyList value;
+        std::optional<std::int64_t> integer;
+        std::optional<bool> boolean;
+        bool isTextArray = false;
+    } cases[] = {
+        {true, 1, true},
+        {false, 0, false},
+        {-2, -2, true},
+        {0, 0, false},
+        {UINT64_MAX, std::nullopt, true},
+        {2.75, 2, true},
+        {-0.5, 0, true},
+        {0.0, 0, false},
+        {0x1p63, std::nullopt, true},
+        {-0x1p63, INT64_MIN, true},
+        {text("YES"), std::nullopt, true},
+        {text("true"), std::nullopt, true},
+        {text("No"), std::nullopt, false},
+        {text("FALSE"), std::nullopt, false},
+        {text("1"), 1, true},
+        {text("-12"), -12, true},
+        {text("0"), 0, false},
+        {text("2 of 3"), std::nullopt, std::nullopt},
+        {text("yesterday"), std::nullopt, std::nullopt},
+        {text("9223372036854775808"), std::nullopt, std::nullopt},
+        {text(""), std::nullopt, std::nullopt},
+        {bytes, std::nullopt, std::nullopt},
+        {PropertyList::Array{text("a"), text("b")}, std::nullopt, std::nullopt, true},
+        {PropertyList::Array{text("a"), true}, std::nullopt, std::nullopt},
+        {PropertyList::Dictionary{}, std::nullopt, std::nullopt},
+    };
+
     auto defaults = open();
-    for (const auto& value : values) {
+    for (const auto& [value, integer, boolean, isTextArray] : cases) {
         defaults.set("Key", value);
         const auto reader = open();
+        const auto* characters = value.get<std::string>();
+        SCOPED_TRACE(testing::PrintToString(value.value().index()) + " is the kind");
         EXPECT_EQ(reader.object("Key"), value);
-        EXPECT_EQ(reader.string("Key").has_value(), value == values[0]);
-        EXPECT_EQ(reader.integer("Key").has_value(), value == values[1]);
-        EXPECT_EQ(reader.boolean("Key").has_value(), value == values[2]);
-        EXPECT_EQ(reader.data("Key").has_value(), value == values[3]);
-        EXPECT_EQ(reader.stringArray("Key").has_value(), value == values[4]);
+        EXPECT_EQ(reader.integer("Key"), integer);
+        EXPECT_EQ(reader.boolean("Key"), boolean);
+        EXPECT_EQ(reader.string("Key"), characters != nullptr ? std::optional(*characters)
+                                                              : std::optional<std::string>());
+        EXPECT_EQ(reader.data("Key").has_value(), value == PropertyList(bytes));
+        EXPECT_EQ(reader.stringArray("Key").has_value(), isTextArray);
     }
     defaults.remove("Key");
     EXPECT_FALSE(defaults.object("Key"));

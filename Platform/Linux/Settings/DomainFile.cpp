@@ -2,16 +2,14 @@
 
 #include "Platform/FileContents.h"
 #include "Platform/FileManager.h"
-#include "Platform/Linux/Settings/FileReplacement.h"
+#include "Platform/Linux/Settings/FileLock.h"
+#include "Platform/Log.h"
 #include "Platform/PropertyList/Form.h"
-#include "Platform/URL.h"
 
 #include <string_view>
 
 namespace Platform {
 namespace {
-
-constexpr std::size_t largestFile = std::size_t{16} * 1024 * 1024;
 
 // The file keeps its form, but for the old-style one, which is never written.
 PropertyList::Format formatFor(const std::vector<std::byte>& bytes) {
@@ -21,6 +19,15 @@ PropertyList::Format formatFor(const std::vector<std::byte>& bytes) {
                                                                 : PropertyList::Format::xml;
 }
 
+std::optional<Error> setAside(const URL& file) {
+    const auto message = FileContents::setAside(file);
+    if (!message)
+        return message.error();
+    if (!message->empty())
+        log(*message);
+    return std::nullopt;
+}
+
 } // namespace
 
 PropertyList::Dictionary DomainFile::values() const {
@@ -28,44 +35,47 @@ PropertyList::Dictionary DomainFile::values() const {
     return content ? std::move(content->values) : PropertyList::Dictionary{};
 }
 
-void DomainFile::change(const std::function<void(PropertyList::Dictionary&)>& edit) const {
+std::optional<Error>
+DomainFile::change(const std::function<void(PropertyList::Dictionary&)>& edit) const {
     if (path_.empty())
-        return;
+        return Error{"there is no place to keep settings in"};
     FileManager::createDirectory(URL::file(path_.parent_path().native()));
     const auto lock = lockBeside(path_);
     if (!lock)
-        return;
+        return lock.error();
     auto content = read();
     if (!content)
-        return;
+        return content.error();
     const auto before = content->values;
     edit(content->values);
-    if (content->values != before)
-        write(*content);
+    return content->values == before ? std::nullopt : write(std::move(*content));
 }
 
-std::optional<DomainFile::Content> DomainFile::read() const {
-    std::error_code failure;
-    if (path_.empty() ||
-        std::filesystem::status(path_, failure).type() == std::filesystem::file_type::not_found)
+Expected<DomainFile::Content> DomainFile::read() const {
+    if (path_.empty() || FileContents::isMissing(url()))
         return Content{};
-    const auto bytes = FileContents::read(URL::file(path_.native()), largestFile);
+    const auto bytes = FileContents::read(url(), PropertyList::largestOwnFile);
     if (!bytes)
-        return std::nullopt;
-    Content content{.values = {}, .format = formatFor(*bytes)};
-    auto list = PropertyList::read(*bytes);
-    if (auto* values = list ? std::get_if<PropertyList::Dictionary>(&list->value()) : nullptr)
+        return bytes.error();
+    Content content{.values = {}, .format = formatFor(*bytes), .isUnderstood = bytes->empty()};
+    auto list = PropertyList::read(*bytes, PropertyList::Limits::ofOwnFiles());
+    if (auto* values = list ? std::get_if<PropertyList::Dictionary>(&list->value()) : nullptr) {
         content.values = std::move(*values);
+        content.isUnderstood = true;
+    }
     return content;
 }
 
-void DomainFile::write(const Content& content) const {
-    const PropertyList list(content.values);
+std::optional<Error> DomainFile::write(Content content) const {
+    const PropertyList list(std::move(content.values));
     auto bytes = list.write(content.format);
     if (!bytes) // a text, say, that XML has no characters for
         bytes = list.write(PropertyList::Format::binary);
-    if (bytes && bytes->size() <= largestFile)
-        replaceFile(path_, *bytes);
+    if (!bytes)
+        return Error{path_.native() + ": " + bytes.error().description};
+    return FileContents::replace(url(), *bytes,
+                                 content.isUnderstood ? FileContents::MakeRoom() : setAside,
+                                 FileContents::NewFile::forUserAlone);
 }
 
 } // namespace Platform

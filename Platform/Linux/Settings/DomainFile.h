@@ -1,6 +1,8 @@
 #pragma once
 
+#include "Platform/Expected.h"
 #include "Platform/PropertyList.h"
+#include "Platform/URL.h"
 
 #include <filesystem>
 #include <functional>
@@ -10,7 +12,7 @@
 namespace Platform {
 
 /// The property-list file that holds a settings domain. Reading takes no lock, because a writer
-/// puts a whole new file in place.
+/// puts a whole new file in place. A link stays, and leads to the new one.
 class DomainFile {
 public:
     /// An empty path is the file of a domain that cannot be kept: it reads as empty.
@@ -22,18 +24,23 @@ public:
     /// Empty when the file is missing, unreadable or no dictionary.
     PropertyList::Dictionary values() const;
 
-    /// Reads, changes and replaces the file while no other process does. A file that cannot be read
-    /// is left alone; one whose content is broken is replaced.
-    void change(const std::function<void(PropertyList::Dictionary&)>& edit) const;
+    /// Reads, changes and replaces the file while no other process does. Gives the reason where
+    /// that fails: the file is as it was then. One that cannot be read now, for want of the right
+    /// to, say, is such a failure; one whose content is no dictionary is set aside, which is
+    /// logged.
+    std::optional<Error> change(const std::function<void(PropertyList::Dictionary&)>& edit) const;
 
 private:
     struct Content {
         PropertyList::Dictionary values;
         PropertyList::Format format = PropertyList::Format::xml;
+        bool isUnderstood = true;
     };
 
-    std::optional<Content> read() const;
-    void write(const Content& content) const;
+    URL url() const { return URL::file(path_.native(), URL::DirectoryHint::notDirectory); }
+
+    Expected<Content> read() const;
+    std::optional<Error> write(Content content) const;
 
     std::filesystem::path path_;
 };

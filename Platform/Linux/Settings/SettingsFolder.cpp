@@ -10,8 +10,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Beside the file stand its lock and its successor, whose names are longer.
-constexpr std::string_view longestSuffix = ".plist.lock";
+// Beside the file stand its lock and its successor (".Domain.plist.saving"), whose names are
+// longer.
+constexpr std::string_view mostBesidesDomain = "..plist.saving";
 
 bool canBeFolder(fs::path path) {
     std::error_code failure;
@@ -24,7 +25,7 @@ bool canBeFolder(fs::path path) {
 
 std::optional<fs::path> settingsFile(std::string_view domain) {
     const auto configuration = baseFolder("XDG_CONFIG_HOME", ".config");
-    if (!configuration || !canNameFile(domain, longestSuffix))
+    if (!configuration || !canNameFile(domain, mostBesidesDomain))
         return std::nullopt;
     const auto folder = *configuration / "tarnwell";
     if (!canBeFolder(folder))

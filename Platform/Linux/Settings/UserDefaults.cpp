@@ -46,7 +46,7 @@ UserDefaults& UserDefaults::standard() {
 
 std::optional<UserDefaults> UserDefaults::suite(std::string_view suiteName) {
     auto path = settingsFile(suiteName);
-    if (!path || suiteName == standardDomain())
+    if (!path)
         return std::nullopt;
     return UserDefaults(std::make_shared<Impl>(std::move(*path)));
 }
@@ -55,14 +55,14 @@ std::optional<PropertyList> UserDefaults::object(std::string_view key) const {
     return RegisteredDefaults::lookUp(impl_->file.values(), key);
 }
 
-void UserDefaults::set(std::string_view key, PropertyList value) {
-    impl_->file.change([&](PropertyList::Dictionary& values) {
+std::optional<Error> UserDefaults::set(std::string_view key, PropertyList value) {
+    return impl_->file.change([&](PropertyList::Dictionary& values) {
         values.insert_or_assign(std::string(key), std::move(value));
     });
 }
 
-void UserDefaults::remove(std::string_view key) {
-    impl_->file.change([&](PropertyList::Dictionary& values) {
+std::optional<Error> UserDefaults::remove(std::string_view key) {
+    return impl_->file.change([&](PropertyList::Dictionary& values) {
         if (const auto found = values.find(key); found != values.end())
             values.erase(found);
     });

@@ -54,18 +54,66 @@ TEST_F(UserDefaultsFile, KeepsFileAndFoldersToTheUserAndTheFileInItsForm) {
     EXPECT_EQ(open().string("Key"), "\x01");
 }
 
-TEST_F(UserDefaultsFile, ReplacesNothingThatItCannotRead) {
+TEST_F(UserDefaultsFile, SetsAsideWhatItDoesNotUnderstand) {
+    makeFolder();
+    const std::string broken[] = {"<plist><dict>", "<plist><array/></plist>",
+                                  settings("Key", "x") + '\0'};
+    for (const auto& bytes : broken) {
+        writeFile(file, bytes);
+        EXPECT_FALSE(open().object("Key"));
+        EXPECT_FALSE(open().remove("Key")); // there is nothing to change
+        EXPECT_EQ(content(), bytes);
+        EXPECT_FALSE(open().set("Key", true));
+        EXPECT_EQ(open().boolean("Key"), true);
+    }
+    std::vector<std::string> kept;
+    for (const auto& entry : fs::directory_iterator(file.parent_path())) {
+        if (entry.path().filename().string().starts_with(suiteName + " (unreadable "))
+            kept.push_back(contentOf(entry.path()));
+    }
+    EXPECT_TRUE(std::ranges::is_permutation(kept, broken));
+}
+
+TEST_F(UserDefaultsFile, LeavesAloneWhatItCannotReplaceAndSaysSo) {
     makeFolder();
     ASSERT_EQ(mkfifo(file.c_str(), 0600), 0);
-    open().set("Key", true);
+    EXPECT_EQ(open().set("Key", true).value().description, file.string() + ": not a file");
     EXPECT_TRUE(fs::is_fifo(file));
-    EXPECT_FALSE(open().object("Key"));
     fs::remove(file);
-    writeFile(file, settings("Key", "x"));
-    fs::resize_file(file, 17 << 20U);
-    open().set("Key", true);
-    EXPECT_EQ(fs::file_size(file), 17 << 20U);
-    EXPECT_FALSE(open().object("Key"));
+    EXPECT_FALSE(open().set("Key", std::string("kept")));
+    // In the way of what is to be written, as a full disk is.
+    const auto obstacle = file.parent_path() / ("." + file.filename().string() + ".saving");
+    fs::create_directory(obstacle);
+    EXPECT_THAT(open().set("Key", true).value().description,
+                testing::StartsWith(file.string() + ": "));
+    EXPECT_TRUE(open().remove("Key"));
+    fs::remove(obstacle);
+    PropertyList deep;
+    for (int level = 0; level < 512; ++level)
+        deep = PropertyList::Array{std::move(deep)};
+    EXPECT_THAT(open().set("Other", deep).value().description, testing::HasSubstr("read again"));
+    EXPECT_EQ(open().string("Key"), "kept");
+}
+
+TEST_F(UserDefaultsFile, OfAnySizeThatIsStoredIsRead) {
+    // More than what a reader takes of a stranger.
+    const PropertyList many = PropertyList::Array(700, PropertyList::Data(100'000));
+    makeFolder();
+    const PropertyList all = PropertyList::Dictionary{{"Many", many}};
+    writeFile(file, textOf(*all.write(PropertyList::Format::binary)));
+    EXPECT_FALSE(open().set("Key", true));
+    EXPECT_TRUE(open().object("Many") == many);
+}
+
+TEST_F(UserDefaultsFile, BehindALinkIsChangedWhereItIs) {
+    makeFolder();
+    fs::create_symlink("../../kept/there.plist", file);
+    EXPECT_TRUE(open().set("Key", true)); // no such folder
+    fs::create_directory(folder / "above/kept");
+    EXPECT_FALSE(open().set("Key", true));
+    EXPECT_TRUE(fs::is_symlink(file));
+    EXPECT_FALSE(fs::is_symlink(folder / "above/kept/there.plist"));
+    EXPECT_EQ(open().boolean("Key"), true);
 }
 
 /// A process that does the work and ends.

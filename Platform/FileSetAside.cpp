@@ -1,16 +1,10 @@
-#include "CorbelKit/Services/UserDataSetAside.h"
-
-#include "CorbelKit/Services/UserDataFile.h"
 #include "Platform/Calendar.h"
 #include "Platform/FileContents.h"
 
-#include <algorithm>
 #include <chrono>
 #include <filesystem>
-#include <string>
-#include <string_view>
 
-namespace CorbelKit {
+namespace Platform::FileContents {
 namespace {
 
 std::string twoDigits(int number) {
@@ -20,9 +14,8 @@ std::string twoDigits(int number) {
 
 /// The user's clock: "2026-11-22 071530".
 std::string timeNow() {
-    const auto now = Platform::Calendar::gregorian().dateComponents(
-        std::chrono::time_point_cast<Platform::Calendar::Date::duration>(
-            std::chrono::system_clock::now()));
+    const auto now = Calendar::gregorian().dateComponents(
+        std::chrono::time_point_cast<Calendar::Date::duration>(std::chrono::system_clock::now()));
     if (!now)
         return {};
     return std::to_string(now->year) + "-" + twoDigits(now->month) + "-" + twoDigits(now->day) +
@@ -31,25 +24,21 @@ std::string timeNow() {
 
 } // namespace
 
-std::optional<Platform::Error> setAside(const Platform::URL& file) {
-    if (Platform::FileContents::isMissing(file))
-        return std::nullopt;
+Expected<std::string> setAside(const URL& file) {
+    if (isMissing(file))
+        return std::string();
     const std::filesystem::path name = file.lastPathComponent();
     const auto beginning = name.stem().string() + " (unreadable " + timeNow();
     for (int attempt = 1;; ++attempt) {
         const auto number = attempt > 1 ? ", " + std::to_string(attempt) : std::string();
         const auto newName = beginning + number + ")" + name.extension().string();
-        const auto renamed = Platform::FileContents::rename(
-            file, file.deletingLastPathComponent().appending(
-                      newName, Platform::URL::DirectoryHint::notDirectory));
+        const auto renamed = rename(file, file.deletingLastPathComponent().appending(
+                                              newName, URL::DirectoryHint::notDirectory));
         if (!renamed)
             return renamed.error();
-        if (*renamed) {
-            UserDataFile::report(
-                {file.path() + ": could not be read, and is kept as \"" + newName + "\""});
-            return std::nullopt;
-        }
+        if (*renamed)
+            return file.path() + ": could not be read, and is kept as \"" + newName + "\"";
     }
 }
 
-} // namespace CorbelKit
+} // namespace Platform::FileContents

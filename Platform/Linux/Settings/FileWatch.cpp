@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cerrno>
+#include <list>
 #include <utility>
 
 namespace Platform {
@@ -9,14 +10,47 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Of a folder on the way to a file: nothing but its own end, so that what goes on in a busy one
-// wakes nobody.
-constexpr std::uint32_t folderGone = IN_DELETE_SELF | IN_MOVE_SELF;
-constexpr std::uint32_t folderAppeared = IN_CREATE | IN_MOVED_TO;
-constexpr std::uint32_t fileChanged =
-    IN_CREATE | IN_DELETE | IN_MOVED_FROM | IN_MOVED_TO | IN_CLOSE_WRITE | IN_ATTRIB;
+// Of a folder or a link on the way to a file: nothing but its own end, so that what goes on in a
+// busy folder wakes nobody.
+constexpr std::uint32_t itemGone = IN_DELETE_SELF | IN_MOVE_SELF;
+constexpr std::uint32_t entryAppeared = IN_CREATE | IN_MOVED_TO;
+constexpr std::uint32_t entryChanged = entryAppeared | IN_DELETE | IN_MOVED_FROM;
+constexpr std::uint32_t fileChanged = entryChanged | IN_CLOSE_WRITE | IN_ATTRIB;
 
-constexpr std::uint32_t concernsAll = folderGone | IN_UNMOUNT | IN_IGNORED | IN_Q_OVERFLOW;
+constexpr std::uint32_t concernsAll = itemGone | IN_UNMOUNT | IN_IGNORED | IN_Q_OVERFLOW;
+
+/// What is left of the way to a file, link by link.
+class Way {
+public:
+    explicit Way(const fs::path& path) { prepend(path); }
+
+    bool isAtEnd() const { return names_.empty(); }
+
+    fs::path next() {
+        auto name = std::move(names_.front());
+        names_.pop_front();
+        return name;
+    }
+
+    /// False for a chain without end.
+    bool follow(const fs::path& target) {
+        constexpr int mostLinks = 40; // as many as the system follows
+        prepend(target);
+        return ++links_ <= mostLinks;
+    }
+
+private:
+    void prepend(const fs::path& path) {
+        const auto first = names_.begin();
+        for (const auto& name : path.relative_path()) {
+            if (!name.empty() && name != ".")
+                names_.insert(first, name);
+        }
+    }
+
+    std::list<fs::path> names_;
+    int links_ = 0;
+};
 
 } // namespace
 
@@ -36,27 +70,51 @@ std::shared_ptr<FileWatch> FileWatch::start(const Strand& strand, const std::set
     return watch;
 }
 
+// Each item is watched before the look at what it is.
 void FileWatch::watch(const fs::path& file) {
+    Way way(file);
     auto folder = file.root_path();
-    add(folder, folderGone);
-    for (const auto& name : file.parent_path().relative_path()) {
-        const auto next = folder / name;
-        if (!add(next, folderGone)) {
-            add(folder, folderAppeared);
-            names_.insert(name);
-            if (!add(next, folderGone)) // it may have appeared just before that
-                return;
+    add(folder, itemGone);
+    while (!way.isAtEnd()) {
+        const auto name = way.next();
+        const auto item = folder / name;
+        if (way.isAtEnd())
+            addNamed(folder, name, fileChanged);
+        if (!addWay(item)) {
+            addNamed(folder, name, entryAppeared);
+            if (!addWay(item)) // it may have appeared just before that
+                break;
         }
-        folder = next;
+        std::error_code isNoLink;
+        const auto target = fs::read_symlink(item, isNoLink);
+        if (isNoLink) {
+            folder = name == ".." ? folder.parent_path() : item;
+        } else if (target.is_absolute()) {
+            folder = target.root_path();
+        }
+        if (!isNoLink && !way.follow(target))
+            break;
     }
-    add(folder, fileChanged);
-    names_.insert(file.filename());
+    // Its own end says nothing as long as somebody works in it.
+    if (folder.has_relative_path())
+        addNamed(folder.parent_path(), folder.filename(), entryChanged);
 }
 
-/// False where there is no such folder. One that may not be watched is passed over.
-bool FileWatch::add(const fs::path& folder, std::uint32_t events) {
-    return inotify_.add(folder.c_str(), events | IN_MASK_ADD | IN_ONLYDIR) != -1 ||
+/// False where there is no such folder, nor a link. One that may not be watched is passed over.
+bool FileWatch::addWay(const fs::path& item) {
+    std::error_code failure;
+    return add(item, itemGone | IN_ONLYDIR) ||
+           (fs::is_symlink(item, failure) && add(item, itemGone));
+}
+
+bool FileWatch::add(const fs::path& item, std::uint32_t events) {
+    return inotify_.add(item.c_str(), events | IN_MASK_ADD | IN_DONT_FOLLOW) != -1 ||
            (errno != ENOENT && errno != ENOTDIR);
+}
+
+void FileWatch::addNamed(const fs::path& folder, const std::string& name, std::uint32_t events) {
+    add(folder, events | IN_ONLYDIR);
+    names_.insert(name);
 }
 
 void FileWatch::waitForEvents() {

@@ -15,7 +15,8 @@
 namespace Platform {
 
 /// Calls back, once, when one of several files may have become another: written, replaced, made or
-/// deleted, also where its folder or one above it is missing so far, is moved or deleted. The owner
+/// deleted, also where its folder or one above it is missing so far, is moved or deleted, and where
+/// links lead there, any of which may come to lead elsewhere. The owner
 /// then makes a new watch and after that looks at the files. All of it happens on the strand. There
 /// is no call once the object has gone, and none when the system has no watches left.
 class FileWatch : public std::enable_shared_from_this<FileWatch> {
@@ -32,13 +33,16 @@ public:
 
 private:
     void watch(const std::filesystem::path& file);
-    bool add(const std::filesystem::path& folder, std::uint32_t events);
+    bool addWay(const std::filesystem::path& item);
+    bool add(const std::filesystem::path& item, std::uint32_t events);
+    void addNamed(const std::filesystem::path& folder, const std::string& name,
+                  std::uint32_t events);
     void waitForEvents();
     bool drain();
 
     const std::function<void()> changed_;
     Inotify inotify_;
-    std::set<std::string, std::less<>> names_; // of the files, and of folders that are missing
+    std::set<std::string, std::less<>> names_; // of what counts in the watched folders
 };
 
 } // namespace Platform

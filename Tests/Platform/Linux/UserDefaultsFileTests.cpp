@@ -1,7 +1,9 @@
 // The settings of a suite as the file that they are here, which any program may write.
 
+#include "Platform/FileHandle.h"
 #include "Tests/Platform/UserDefaultsSuite.h"
 
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 
@@ -199,6 +201,73 @@ TEST_F(UserDefaultsFileObservation, NotifiesHoweverTheFileComesToDiffer) {
         step();
         expectInTheEnd(std::string("Key:") + value);
     }
+}
+
+TEST_F(UserDefaultsFileObservation, NotifiesOfWhatIsBehindLinks) {
+    // As by one who keeps the settings of several machines in one place.
+    const auto place = folder / "place";
+    const auto linkFolder = folder / "links";
+    const auto makePlace = [&](const fs::path& path, const char* value) {
+        fs::create_directories(path);
+        writeFile(path / "there.plist", settings("Key", value));
+    };
+    const auto link = [](const fs::path& target, const fs::path& path) {
+        fs::remove(path);
+        fs::create_symlink(target, path);
+    };
+    const auto parent = file.parent_path();
+    makeFolder();
+    makePlace(place / "a", "first");
+    fs::create_directory(linkFolder);
+    link("../../links/middle", configuration / "chain");
+    fs::remove(parent);
+    link("chain", parent);
+    link("../place/a", linkFolder / "middle");
+    link("there.plist", place / "a" / file.filename());
+    const std::pair<std::function<void()>, const char*> steps[] = {
+        {[&] { writeFile(place / "a/there.plist", settings("Key", "in place")); }, "in place"},
+        {[&] { replaceFile(place / "a/there.plist", settings("Key", "replaced")); }, "replaced"},
+        {[&] {
+             makePlace(place / "b", "other folder");
+             fs::copy_symlink(place / "a" / file.filename(), place / "b" / file.filename());
+             link("../place/b", linkFolder / "new");
+             fs::rename(linkFolder / "new", linkFolder / "middle");
+         },
+         "other folder"},
+        {[&] {
+             writeFile(place / "b/other.plist", settings("Key", "other file"));
+             link("other.plist", place / "b" / file.filename());
+         },
+         "other file"},
+        {[&] { fs::rename(place / "b", place / "away"); }, "-"},
+        {[&] {
+             makePlace(place / "b", "made anew");
+             link("there.plist", place / "b" / file.filename());
+         },
+         "made anew"},
+        {[&] { fs::remove(parent); }, "-"},
+        {[&] { makePlace(parent, "no link"), link("there.plist", file); }, "no link"},
+        {[&] { link("loop", file), link(file.filename(), parent / "loop"); }, "-"},
+        {[&] { writeFile(place / "last", settings("Key", "last")), link(place / "last", file); },
+         "last"},
+    };
+    const auto observation = observe("Key");
+    for (const auto& [step, value] : steps) {
+        step();
+        expectInTheEnd(std::string("Key:") + value);
+    }
+}
+
+TEST_F(UserDefaultsFileObservation, NotifiesAfterAFolderWasMadeAnewThatSomebodyStillUses) {
+    open().set("Key", std::string("first"));
+    const auto observation = observe("Key");
+    const Platform::FileHandle user(
+        ::open(file.parent_path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    fs::remove_all(file.parent_path());
+    expectInTheEnd("Key:-");
+    makeFolder();
+    writeFile(file, settings("Key", "anew"));
+    expectInTheEnd("Key:anew");
 }
 
 TEST_F(UserDefaultsFileObservation,

@@ -2,6 +2,7 @@
 
 #include "Platform/URL.h"
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -9,10 +10,11 @@
 /// The user's desktop and the other applications on it.
 namespace Platform::Workspace {
 
-/// The localised name of the application in front, the one that owns the menu bar. Absent when
-/// none is, or the session has no way to tell, or does not tell at once: a desktop that hangs
-/// holds the caller for a tenth of a second. Main thread.
-std::optional<std::string> menuBarOwningApplicationName();
+/// Finds the localised name of the application in front, the one that owns the menu bar. The
+/// completion is called once, on the main thread, after the call. Absent when no application is in
+/// front, or the desktop has no way to say so, or does not say so within half a second.
+/// Main thread.
+void findMenuBarOwningApplication(std::function<void(std::optional<std::string> name)> completion);
 
 /// Opens the URL, text unchanged, with the application that the user has for it; the URL of an
 /// application starts that application or brings it to the front. Returns at once; whether it

@@ -7,7 +7,6 @@
 #include "Platform/NeverDestroyed.h"
 #include "Platform/TextServices.h"
 #include "Platform/URL.h"
-#include "Platform/Workspace.h"
 
 #include <algorithm>
 
@@ -98,13 +97,8 @@ CorbelKit::PostedNotification describe(const JobChange& change, const ChangeWord
     };
 }
 
-void postChange(const JobChange& change, const ChangeFilter& filter) {
+void postChange(const JobChange& change) {
     Platform::MainThread::check();
-    if (!isReported(change, filter))
-        return;
-    // Last, because it asks another process.
-    if (Platform::Workspace::menuBarOwningApplicationName() == Const::App::Name::vesperPro)
-        return;
     static const Platform::NeverDestroyed<ChangeWording> wording(ChangeWording::current());
     CorbelKit::postNotification(describe(change, wording.get()));
 }

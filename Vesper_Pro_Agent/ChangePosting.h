@@ -36,8 +36,7 @@ bool isReported(const JobChange& change, const ChangeFilter& filter);
 /// the one before it; otherwise the identifier is the job's path.
 CorbelKit::PostedNotification describe(const JobChange& change, const ChangeWording& wording);
 
-/// Posts one notification about the change, unless the main application is in front, which shows
-/// the change itself, or the user does not want to hear of it. Main thread.
-void postChange(const JobChange& change, const ChangeFilter& filter);
+/// Posts one notification about the change. Main thread.
+void postChange(const JobChange& change);
 
 } // namespace Vesper_Pro_Agent

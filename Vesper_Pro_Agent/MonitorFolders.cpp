@@ -9,10 +9,11 @@
 #include "Platform/MainThread.h"
 #include "Platform/NeverDestroyed.h"
 #include "Platform/StandardOutput.h"
+#include "Platform/Workspace.h"
 #include "Vesper_Pro_Agent/ChangePosting.h"
-#include "Vesper_Pro_Agent/JobComparison.h"
 #include "Vesper_Pro_Agent/JobFolders.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace Vesper_Pro_Agent {
@@ -58,6 +59,7 @@ void MonitorFolders::stop() {
     Platform::MainThread::check();
     if (scanner_)
         scanner_->stop();
+    postChanges(std::nullopt);
 }
 
 void MonitorFolders::watchFolders() {
@@ -158,12 +160,15 @@ void MonitorFolders::scan(void (MonitorFolders::*receive)(JobSnapshot)) {
             const auto folders = weak.lock();
             if (!folders)
                 return;
-            folders->isScanning_ = false;
             (*folders.*receive)(std::move(*jobs));
-            if (std::exchange(folders->isPassDue_, false))
-                folders->lookForChanges();
         });
     });
+}
+
+void MonitorFolders::endScan() {
+    isScanning_ = false;
+    if (std::exchange(isPassDue_, false))
+        lookForChanges();
 }
 
 void MonitorFolders::takeBaseline(JobSnapshot jobs) {
@@ -171,16 +176,34 @@ void MonitorFolders::takeBaseline(JobSnapshot jobs) {
     observeSettings();
     if (const auto started = std::exchange(started_, nullptr))
         started();
+    endScan();
 }
 
 void MonitorFolders::reportChanges(JobSnapshot jobs) {
     Platform::MainThread::check();
-    if (const auto changes = compareJobs(*lastCheckedJobs_, jobs); !changes.empty()) {
-        const ChangeFilter filter{.exceptions = exceptions(), .excludePrefixes = excludePrefixes()};
-        for (const auto& change : changes)
-            postChange(change, filter);
-    }
+    unposted_ = compareJobs(*lastCheckedJobs_, jobs);
     lastCheckedJobs_ = std::make_shared<JobSnapshot>(std::move(jobs));
+    if (!unposted_.empty()) {
+        const ChangeFilter filter{.exceptions = exceptions(), .excludePrefixes = excludePrefixes()};
+        std::erase_if(unposted_, [&](const auto& change) { return !isReported(change, filter); });
+    }
+    if (unposted_.empty()) {
+        endScan();
+        return;
+    }
+    Platform::Workspace::findMenuBarOwningApplication([weak = weak_from_this()](const auto& name) {
+        if (const auto folders = weak.lock()) {
+            folders->postChanges(name);
+            folders->endScan();
+        }
+    });
+}
+
+// The main application shows what changes itself while it is in front.
+void MonitorFolders::postChanges(const std::optional<std::string>& frontApplication) {
+    const auto changes = std::exchange(unposted_, {});
+    if (frontApplication != CorbelKit::Const::App::Name::vesperPro)
+        std::ranges::for_each(changes, postChange);
 }
 
 } // namespace Vesper_Pro_Agent

@@ -3,6 +3,7 @@
 #include "CorbelKit/Monitors/MonitorType.h"
 #include "Platform/UserDefaults.h"
 #include "Platform/UserNotificationCenter.h"
+#include "Vesper_Pro_Agent/JobComparison.h"
 #include "Vesper_Pro_Agent/JobScanner.h"
 #include "Vesper_Pro_Agent/NotificationDelegate.h"
 
@@ -35,7 +36,8 @@ public:
     /// folders are read; the completion is called on the main thread when all that is done.
     void start(std::function<void()> completion);
 
-    /// Reads nothing any more. Called once, when the process is about to end.
+    /// Reads nothing any more, and posts what was found. Called once, when the process is about to
+    /// end.
     void stop();
 
     /// One per folder, in the order of `jobFolders`; empty before `start`.
@@ -65,13 +67,16 @@ private:
     void scan(void (MonitorFolders::*receive)(JobSnapshot));
     void takeBaseline(JobSnapshot jobs);
     void reportChanges(JobSnapshot jobs);
+    void postChanges(const std::optional<std::string>& frontApplication);
+    void endScan();
     void reloadSetting(std::string_view key);
 
     std::vector<std::shared_ptr<CorbelKit::MonitorType>> monitors_;
     std::shared_ptr<const JobSnapshot> lastCheckedJobs_ = std::make_shared<JobSnapshot>();
     std::unique_ptr<JobScanner> scanner_; // from `start` on
-    bool isScanning_ = false;
-    bool isPassDue_ = false; // another, when the scan under way has ended
+    bool isScanning_ = false;             // until what it found is posted
+    bool isPassDue_ = false;              // another, when the one under way has ended
+    std::vector<JobChange> unposted_;     // while it is not known which application is in front
     std::function<void()> started_;
     std::optional<std::vector<std::string>> exceptions_;
     std::optional<std::vector<std::string>> excludePrefixes_;

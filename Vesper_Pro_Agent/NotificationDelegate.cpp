@@ -45,7 +45,8 @@ void NotificationDelegate::
     userNotificationCenterDidReceiveNotificationResponseWithCompletionHandler(
         Platform::UserNotificationCenter& /*center*/,
         const Platform::NotificationResponse& response, std::function<void()> completionHandler) {
-    const auto queue = Platform::DispatchQueue::concurrent("com.tarnwell.NotificationDelegate");
+    // Looking for the application reads files, and the system's log may not take the line at once.
+    const auto queue = Platform::DispatchQueue::blocking("com.tarnwell.NotificationDelegate");
     queue.async([actionIdentifier = response.actionIdentifier,
                  requestIdentifier = response.request.identifier,
                  completionHandler = std::move(completionHandler)] {

@@ -3,13 +3,13 @@
 #include "CorbelKit/Services/Const.h"
 #include "Platform/FileHandle.h"
 #include "Platform/FileManager.h"
+#include "Platform/StandardOutput.h"
 #include "Platform/Subprocess.h"
 #include "Platform/UTF8.h"
 
 #include <algorithm>
 #include <array>
 #include <cstddef>
-#include <iostream>
 #include <span>
 
 namespace CorbelKit {
@@ -38,7 +38,7 @@ std::string readText(Platform::FileHandle& output) {
     for (;;) {
         const auto count = output.read(chunk);
         if (!count) {
-            std::cout << count.error().description << std::endl;
+            Platform::StandardOutput::writeLine(count.error().description);
             return text;
         }
         if (*count == 0)

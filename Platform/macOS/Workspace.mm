@@ -6,13 +6,18 @@
 
 #import <AppKit/AppKit.h>
 
+#include <utility>
+
 namespace Platform::Workspace {
 
-std::optional<std::string> menuBarOwningApplicationName() {
+void findMenuBarOwningApplication(std::function<void(std::optional<std::string> name)> completion) {
     MainThread::check();
     @autoreleasepool {
         NSString* const name = NSWorkspace.sharedWorkspace.menuBarOwningApplication.localizedName;
-        return name == nil ? std::optional<std::string>() : portableText(name);
+        MainThread::run([completion = std::move(completion),
+                         text = name == nil ? std::optional<std::string>() : portableText(name)] {
+            completion(text);
+        });
     }
 }
 

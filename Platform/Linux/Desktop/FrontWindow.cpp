@@ -2,13 +2,13 @@
 
 #include "Platform/DispatchQueue.h"
 #include "Platform/Linux/Desktop/AccessibilityBus.h"
+#include "Platform/Linux/Desktop/DesktopEntries.h"
 #include "Platform/Linux/Desktop/FrontWindowX11.h"
 #include "Platform/MainThread.h"
 #include "Platform/NeverDestroyed.h"
 
 #include <chrono>
 #include <cstdlib>
-#include <future>
 #include <memory>
 #include <string_view>
 #include <utility>
@@ -16,33 +16,48 @@
 namespace Platform {
 namespace {
 
-constexpr auto patience = std::chrono::milliseconds(100);
+constexpr auto patience = std::chrono::milliseconds(500);
 
 bool isSet(const char* variable) {
     const char* const value = std::getenv(variable);
     return value != nullptr && !std::string_view(value).empty();
 }
 
-/// Puts the question to a worker, where it may take as long as the desktop does: neither
-/// connecting to an X server nor an answer from it can be given a deadline of its own. While one
-/// question has no answer there is no second, so a stuck desktop holds one worker at most.
+using Completion = std::function<void(std::optional<std::string> name)>;
+
+/// Puts the question to a thread of its own, where it may take as long as the desktop does: neither
+/// connecting to an X server nor an answer from it can be given a deadline of its own, and the name
+/// is read from files. While one question has no answer there is no second, so a stuck desktop
+/// holds one thread at most. Main thread, but for `find`.
 class Desktop {
 public:
-    std::optional<FrontWindow> ask() {
-        if (isBusy())
-            return std::nullopt;
-        auto promise = std::make_shared<std::promise<std::optional<FrontWindow>>>();
-        answer_ = promise->get_future();
-        queue_.async([this, promise = std::move(promise)] { promise->set_value(find()); });
-        if (answer_.wait_for(patience) != std::future_status::ready)
-            return std::nullopt;
-        return answer_.get();
+    void ask(Completion completion) {
+        const auto question = std::make_shared<Completion>(std::move(completion));
+        if (std::exchange(isBusy_, true)) {
+            MainThread::run([question] { answer(*question, std::nullopt); });
+            return;
+        }
+        queue_.async([this, question] {
+            MainThread::run([this, question, name = findName()] {
+                isBusy_ = false;
+                answer(*question, name);
+            });
+        });
+        DispatchQueue::main().asyncAfter(patience, [question] { answer(*question, std::nullopt); });
     }
 
 private:
-    bool isBusy() const {
-        return answer_.valid() &&
-               answer_.wait_for(std::chrono::seconds::zero()) != std::future_status::ready;
+    // Once.
+    static void answer(Completion& question, const std::optional<std::string>& name) {
+        if (const auto completion = std::exchange(question, nullptr))
+            completion(name);
+    }
+
+    std::optional<std::string> findName() {
+        const auto window = find();
+        if (!window)
+            return std::nullopt;
+        return DesktopEntries::localizedName(*window).value_or(window->className);
     }
 
     std::optional<FrontWindow> find() {
@@ -57,17 +72,17 @@ private:
         return std::nullopt;
     }
 
-    std::future<std::optional<FrontWindow>> answer_; // main thread
-    X11Session x11_;                                 // queue_
-    const DispatchQueue queue_ = DispatchQueue::serial("com.tarnwell.FrontWindow");
+    bool isBusy_ = false; // main thread
+    X11Session x11_;      // the question's thread
+    const DispatchQueue queue_ = DispatchQueue::blocking("com.tarnwell.FrontWindow");
 };
 
 } // namespace
 
-std::optional<FrontWindow> findFrontWindow() {
+void findFrontApplication(Completion completion) {
     MainThread::check();
     static const NeverDestroyed<Desktop> desktop;
-    return desktop.get().ask();
+    desktop.get().ask(std::move(completion));
 }
 
 } // namespace Platform

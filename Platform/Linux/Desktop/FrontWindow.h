@@ -2,6 +2,7 @@
 
 #include <sys/types.h>
 
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -14,8 +15,10 @@ struct FrontWindow {
     pid_t process = 0;        ///< 0 where not known
 };
 
-/// Asks the desktop: its X server, or the accessibility bus where it has none or none of its
-/// windows is in front. Absent also when no answer came within a tenth of a second. Main thread.
-std::optional<FrontWindow> findFrontWindow();
+/// Asks the desktop for the localised name of the application in front: its X server, or the
+/// accessibility bus where it has none or none of its windows is in front. The completion is called
+/// once, on the main thread; the name is absent also when no answer came within half a
+/// second, or to a question before this one. Main thread.
+void findFrontApplication(std::function<void(std::optional<std::string> name)> completion);
 
 } // namespace Platform

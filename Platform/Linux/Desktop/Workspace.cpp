@@ -5,13 +5,11 @@
 #include "Platform/Linux/Desktop/FrontWindow.h"
 #include "Platform/Linux/Desktop/SettingsEntries.h"
 #include "Platform/Linux/Loops/MainContext.h"
-#include "Platform/MainThread.h"
 #include "Platform/POSIX/FileSystemPath.h"
 
 #include <gio/gdesktopappinfo.h>
 #include <gio/gio.h>
 
-#include <chrono>
 #include <memory>
 #include <utility>
 
@@ -107,21 +105,8 @@ void connectAndLaunch(std::unique_ptr<Opening> opening) {
 
 } // namespace
 
-std::optional<std::string> menuBarOwningApplicationName() {
-    MainThread::check();
-    // Asked once for each change: the changes of one burst share an answer, or the lack of one,
-    // so that a desktop which answers slowly does not hold the process once per change.
-    constexpr auto lifetime = std::chrono::milliseconds(250);
-    using Clock = std::chrono::steady_clock;
-    static std::optional<std::string> name;
-    static Clock::time_point expiry;
-    if (Clock::now() >= expiry) {
-        const auto window = findFrontWindow();
-        name = window ? DesktopEntries::localizedName(*window).value_or(window->className)
-                      : std::optional<std::string>();
-        expiry = Clock::now() + lifetime;
-    }
-    return name;
+void findMenuBarOwningApplication(std::function<void(std::optional<std::string> name)> completion) {
+    findFrontApplication(std::move(completion));
 }
 
 void open(const URL& url) {

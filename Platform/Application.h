@@ -12,7 +12,7 @@ namespace Platform {
 class ApplicationDelegate {
 public:
     virtual ~ApplicationDelegate() = default;
-    /// Once, before the main loop runs.
+    /// Once, when the process has become the application, and the main loop runs.
     virtual void applicationDidFinishLaunching() = 0;
     /// Once, when the main loop has ended. Do here what must not wait for the destructor: the
     /// process may end without it.
@@ -30,10 +30,15 @@ enum class LayoutDirection { leftToRight, rightToLeft };
 /// The process as an application without windows of its own.
 namespace Application {
 
-/// The application's main function. Makes the delegate, tells it of the launch, runs the main loop
-/// until the process is asked to end (by the user, the system or the end of the session), tells
-/// the delegate of that and returns the exit code. Called once, on the main thread, with the
-/// arguments of the process.
+/// The application's main function. Makes the delegate, notifies it of the launch, runs the main
+/// loop until the process is asked to end (by the user, the system or the end of the session),
+/// notifies the delegate of that and returns the exit code. Called once, on the main thread, with
+/// the arguments of the process.
+///
+/// Where the session runs one process of an application, a second one waits up to three seconds for
+/// the first to end, and otherwise returns a failure that calls for another try, without a launch.
+/// A request to end is answered within a second, if need be without the delegate: the process then
+/// ends here.
 int run(int argumentCount, char** arguments,
         const std::function<std::unique_ptr<ApplicationDelegate>()>& makeDelegate);
 

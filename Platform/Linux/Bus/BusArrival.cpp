@@ -40,7 +40,8 @@ BusReply failure(sd_bus_message* message, BusDeadline deadline) {
     if (isGone && BusClock::now() >= deadline) // libsystemd says so in the bus's name
         return {.outcome = Outcome::refused, .description = "Timeout was reached"};
     return {.outcome = isGone ? Outcome::gone : Outcome::refused,
-            .description = busDescription(words.empty() ? name : words)};
+            .description = busDescription(words.empty() ? name : words),
+            .errorName = std::string(name)};
 }
 
 BusReply fileReply(sd_bus_message* message) {

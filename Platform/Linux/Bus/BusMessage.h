@@ -46,6 +46,7 @@ struct BusReply {
     PropertyList::Array values = {};            ///< when answered, as `BusReader` reads them
     std::shared_ptr<FileHandle> file = nullptr; ///< when answered with one open file, "h"
     std::string description = {};               ///< otherwise why, in one line
+    std::string errorName = {};                 ///< of an error message
 };
 
 struct BusSignalRule {

@@ -28,6 +28,18 @@ void SharedBus::whenConnected(const DispatchQueue& queue,
     });
 }
 
+void SharedBus::whenThere(const DispatchQueue& queue, BusDeadline deadline,
+                          std::function<void(std::shared_ptr<BusConnection>)> task) {
+    whenConnected(queue, [this, queue, deadline, task = std::move(task)](auto connection) {
+        constexpr auto interval = std::chrono::seconds(1);
+        if (connection || findAddress_().empty() || BusClock::now() + interval > deadline) {
+            task(std::move(connection));
+        } else {
+            queue.asyncAfter(interval, [=, this] { whenThere(queue, deadline, task); });
+        }
+    });
+}
+
 std::shared_ptr<BusConnection> SharedBus::connectAndWait(BusDeadline deadline) {
     const auto promise = std::make_shared<std::promise<std::shared_ptr<BusConnection>>>();
     auto connection = promise->get_future();

@@ -26,6 +26,11 @@ public:
     void whenConnected(const DispatchQueue& queue,
                        std::function<void(std::shared_ptr<BusConnection> connection)> task);
 
+    /// Likewise for a bus that is on its way, as when a session starts: while the environment names
+    /// one that does not take the connection, it is tried again every second until the deadline.
+    void whenThere(const DispatchQueue& queue, BusDeadline deadline,
+                   std::function<void(std::shared_ptr<BusConnection> connection)> task);
+
     /// The same for a caller that waits for it until the deadline; not on the buses' thread.
     std::shared_ptr<BusConnection> connectAndWait(BusDeadline deadline);
 

@@ -1,22 +1,27 @@
 #include "Platform/Application.h"
 
 #include "Platform/Bundle.h"
-#include "Platform/Linux/Bus/BusNames.h"
-#include "Platform/Linux/Bus/SharedBus.h"
 #include "Platform/Linux/Desktop/ServiceManager.h"
+#include "Platform/Linux/Desktop/SoleInstance.h"
+#include "Platform/Linux/Notifications/ScheduledNotifications.h"
 #include "Platform/MainThread.h"
 #include "Platform/POSIX/ProcessStart.h"
+#include "Platform/StandardOutput.h"
 
 #include <glib-unix.h>
 #include <malloc.h>
 #include <sys/eventfd.h>
+#include <sys/time.h>
+#include <sysexits.h>
+#include <unistd.h>
 
+#include <atomic>
 #include <cerrno>
+#include <chrono>
 #include <csignal>
 #include <cstdlib>
-#include <future>
-#include <iostream>
 #include <memory>
+#include <string>
 
 namespace Platform::Application {
 namespace {
@@ -32,6 +37,18 @@ void keepNoFreeMemory() {
     mallopt(M_TRIM_THRESHOLD, 128 * 1024);
 }
 
+// Whatever holds the main thread, a process that was asked to end does so within the second.
+void endSoon() {
+    static std::atomic_flag isEnding;
+    if (isEnding.test_and_set())
+        return;
+    struct sigaction end{};
+    end.sa_handler = [](int /*signal*/) { _exit(EXIT_SUCCESS); };
+    sigaction(SIGALRM, &end, nullptr);
+    const itimerval lastMoment{.it_interval = {}, .it_value = {.tv_sec = 0, .tv_usec = 900'000}};
+    setitimer(ITIMER_REAL, &lastMoment, nullptr);
+}
+
 // GLib's own source for signals would keep a thread for them.
 void quitOnRequest(GMainLoop* loop) {
     static const int requests = eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
@@ -41,6 +58,7 @@ void quitOnRequest(GMainLoop* loop) {
     action.sa_flags = SA_RESTART;
     action.sa_handler = [](int /*signal*/) {
         const int before = errno;
+        endSoon();
         static_cast<void>(eventfd_write(requests, 1));
         errno = before;
     };
@@ -55,30 +73,9 @@ void quitOnRequest(GMainLoop* loop) {
         loop);
 }
 
-// False when another process of the session runs this application, after saying so. A bus that
-// takes its time is not waited for: should the answer be that, the application ends when it comes.
-bool becomeTheSessionsOnly(GMainLoop* loop) {
-    constexpr auto patience = std::chrono::milliseconds(500);
-    auto promise = std::make_shared<std::promise<bool>>();
-    auto isOnly = promise->get_future();
-    const auto queue = DispatchQueue::serial("com.tarnwell.Application");
-    const auto quit = [loop] { g_main_loop_quit(loop); };
-    SharedBus::session().whenConnected(queue, [quit, queue, promise](const auto& bus) {
-        if (!bus) {
-            promise->set_value(true);
-            return;
-        }
-        bus->whenClosed(DispatchQueue::main(), [quit](const auto& /*reason*/) { quit(); });
-        requestBusName(*bus, Bundle::main().text("CFBundleIdentifier"), queue, [=](bool isTaken) {
-            if (isTaken) {
-                std::cout << Bundle::main().text("CFBundleName") + " is already running.\n"
-                          << std::flush;
-                MainThread::run(quit);
-            }
-            promise->set_value(!isTaken);
-        });
-    });
-    return isOnly.wait_for(patience) != std::future_status::ready || isOnly.get();
+void sayThatAnotherRuns(const std::string& holder) {
+    StandardOutput::writeLine(Bundle::main().text("CFBundleName") +
+                              " is already running: " + holder + ".");
 }
 
 } // namespace
@@ -88,18 +85,35 @@ int run(int /*argumentCount*/, char** /*arguments*/,
     MainThread::check();
     keepNoFreeMemory();
     ProcessStart::ensureStandardStreams();
-    ProcessStart::setSignals();
     const std::unique_ptr<GMainLoop, MainLoopUnref> loop(g_main_loop_new(nullptr, FALSE));
     quitOnRequest(loop.get());
-    if (!becomeTheSessionsOnly(loop.get()))
-        return EXIT_SUCCESS;
+    ProcessStart::setSignals(); // from here on, a request that came before is answered
 
-    const auto delegate = makeDelegate();
-    delegate->applicationDidFinishLaunching();
+    int exitCode = EXIT_SUCCESS;
+    std::unique_ptr<ApplicationDelegate> delegate;
+    const auto quit = [&loop] { g_main_loop_quit(loop.get()); };
+    SoleInstance instance(Bundle::main().text("CFBundleIdentifier"),
+                          {.launch =
+                               [&] {
+                                   delegate = makeDelegate();
+                                   delegate->applicationDidFinishLaunching();
+                               },
+                           .leave =
+                               [&](const std::string& holder) {
+                                   sayThatAnotherRuns(holder);
+                                   exitCode = EX_TEMPFAIL;
+                                   quit();
+                               },
+                           .sessionEnded = quit});
+    instance.claim();
     g_main_loop_run(loop.get());
+
     notifyServiceManager("STOPPING=1");
-    delegate->applicationWillTerminate();
-    return EXIT_SUCCESS;
+    if (delegate)
+        delegate->applicationWillTerminate();
+    deliverScheduledNotifications(std::chrono::milliseconds(350));
+    StandardOutput::drain(std::chrono::milliseconds(150));
+    return exitCode;
 }
 
 void announceReady() {

@@ -13,7 +13,12 @@ namespace {
 constexpr auto serviceName = "org.freedesktop.Notifications";
 constexpr auto servicePath = "/org/freedesktop/Notifications";
 constexpr std::size_t mostCallsInFlight = 16;
-constexpr auto patience = std::chrono::seconds(5); // with a service that does not answer
+constexpr auto serviceUnknown = "org.freedesktop.DBus.Error.ServiceUnknown";
+
+// With a service, or a bus, that is on its way or does not answer: longer than the slowest desktop
+// takes to start, and than a busy one stands still.
+constexpr auto patience = std::chrono::seconds(150);
+constexpr auto shortPatience = std::chrono::seconds(5); // once that has passed in vain
 
 bool hasGone(const BusReply& reply) {
     return reply.outcome == BusReply::Outcome::gone || reply.outcome == BusReply::Outcome::closed;
@@ -44,14 +49,35 @@ void DesktopNotifications::deliver(NotificationRequest request,
     proceed();
 }
 
+void DesktopNotifications::finish(std::function<void()> completion) {
+    finished_ = std::move(completion);
+    proceed();
+}
+
+void DesktopNotifications::giveUp(std::function<void()> completion) {
+    if (owner_.empty() || !capabilities_) {
+        leaveWaitingToTerminal();
+        completion();
+        return;
+    }
+    for (auto& delivery : std::exchange(waiting_, {}))
+        send(std::move(delivery));
+    bus_->call(busDriverMethod("GetId", "s"), nullptr,
+               busDeadlineIn(std::chrono::milliseconds(100)), queue_,
+               [completion = std::move(completion)](const auto&) { completion(); });
+}
+
 // The next step towards a service that can take what waits.
 void DesktopNotifications::proceed() {
-    if (waiting_.empty() || isAsking_ || callsInFlight_ >= mostCallsInFlight)
+    if (waiting_.empty()) {
+        if (callsInFlight_ == 0 && finished_)
+            std::exchange(finished_, {})();
         return;
-    if (!isConnected_) {
+    }
+    if (isAsking_ || callsInFlight_ >= mostCallsInFlight)
+        return;
+    if (!bus_ || bus_->isClosed()) {
         connect();
-    } else if (!bus_) {
-        leaveWaitingToTerminal();
     } else if (owner_.empty()) {
         startService();
     } else if (!capabilities_) {
@@ -63,34 +89,60 @@ void DesktopNotifications::proceed() {
 
 void DesktopNotifications::connect() {
     isAsking_ = true;
-    SharedBus::session().whenConnected(queue_, [this](std::shared_ptr<BusConnection> bus) {
+    SharedBus::session().whenThere(queue_, expectedBy(), [this](const auto& bus) {
         isAsking_ = false;
-        isConnected_ = true;
-        bus_ = std::move(bus);
+        bus_ = bus;
+        setOwner({});
         if (bus_) {
             nameWatch_ = std::make_unique<BusNameWatch>(
                 *bus_, serviceName, queue_, [this](const std::string& owner) { setOwner(owner); });
+        } else {
+            leaveWaitingToTerminal();
         }
         proceed();
     });
 }
 
+// The first time that something waits for it, a service has the whole patience to come.
+BusDeadline DesktopNotifications::expectedBy() {
+    if (!expectedBy_)
+        expectedBy_ = busDeadlineIn(patience);
+    return std::max(*expectedBy_, busDeadlineIn(shortPatience));
+}
+
 // One that runs is not started again; whoever owns the name by then is news of the watch.
 void DesktopNotifications::startService() {
     constexpr std::uint32_t noFlags = 0;
-    ask(busDriverMethod("StartServiceByName", "u"), busArguments(serviceName, noFlags),
-        [this](const BusReply& reply) {
+    const auto deadline = expectedBy();
+    ask(busDriverMethod("StartServiceByName", "u"), busArguments(serviceName, noFlags), deadline,
+        [this, deadline](const BusReply& reply) {
             if (reply.outcome == BusReply::Outcome::answered) {
                 findOwner();
+            } else if (reply.outcome == BusReply::Outcome::gone &&
+                       reply.errorName != serviceUnknown) {
+                awaitOwner(deadline);
             } else {
                 leaveWaitingToTerminal();
             }
         });
 }
 
+// There is a service, though the bus could not start it in its own time: the desktop may, or it is
+// only slow.
+void DesktopNotifications::awaitOwner(BusDeadline deadline) {
+    isAsking_ = true;
+    queue_.asyncAfter(deadline - BusClock::now(), [this, question = ++question_] {
+        if (question != question_)
+            return;
+        isAsking_ = false;
+        leaveWaitingToTerminal();
+        proceed();
+    });
+}
+
 void DesktopNotifications::findOwner() {
     ask(busDriverMethod("GetNameOwner", "s"), busArguments(serviceName),
-        [this](const BusReply& reply) {
+        busDeadlineIn(shortPatience), [this](const BusReply& reply) {
             if (reply.outcome == BusReply::Outcome::answered) {
                 setOwner(*reply.values[0].get<std::string>());
             } else {
@@ -108,6 +160,7 @@ void DesktopNotifications::setOwner(const std::string& owner) {
     answers_.clear();
     ownerSignals_.reset();
     if (!owner_.empty()) {
+        expectedBy_.reset();
         ownerSignals_ =
             bus_->subscribe({.sender = owner_, .path = servicePath, .interface = serviceName},
                             queue_, [this](const BusSignal& signal) { answers_.receive(signal); });
@@ -118,7 +171,7 @@ void DesktopNotifications::setOwner(const std::string& owner) {
 }
 
 void DesktopNotifications::askCapabilities() {
-    ask(serviceMethod("GetCapabilities", "as"), nullptr, [this](const BusReply& reply) {
+    const auto takeAnswer = [this](const BusReply& reply) {
         hasToldCapabilities_ = reply.outcome == BusReply::Outcome::answered;
         if (!hasGone(reply)) {
             capabilities_ = hasToldCapabilities_ ? NotificationCapabilities::read(reply.values)
@@ -129,7 +182,8 @@ void DesktopNotifications::askCapabilities() {
         for (auto& delivery : std::exchange(waiting_, {}))
             retry(std::move(delivery));
         setOwner({});
-    });
+    };
+    ask(serviceMethod("GetCapabilities", "as"), nullptr, busDeadlineIn(patience), takeAnswer);
 }
 
 void DesktopNotifications::sendWaiting() {
@@ -151,7 +205,7 @@ void DesktopNotifications::send(Delivery delivery) {
         makeNotifyArguments(delivery.request, delivery.actions,
                             capabilities_.value_or(NotificationCapabilities{}), replaced);
     identifiersInFlight_.insert(delivery.request.identifier);
-    call(serviceMethod("Notify", "u"), arguments,
+    call(serviceMethod("Notify", "u"), arguments, busDeadlineIn(patience),
          [this, owner = owner_,
           delivery = std::make_shared<Delivery>(std::move(delivery))](const BusReply& reply) {
              identifiersInFlight_.erase(delivery->request.identifier);
@@ -202,9 +256,10 @@ void DesktopNotifications::leaveWaitingToTerminal() {
 }
 
 // A call whose answer decides how to go on.
-void DesktopNotifications::ask(BusMethod method, BusArguments arguments, ReplyHandler handler) {
+void DesktopNotifications::ask(BusMethod method, BusArguments arguments, BusDeadline deadline,
+                               ReplyHandler handler) {
     isAsking_ = true;
-    call(std::move(method), std::move(arguments),
+    call(std::move(method), std::move(arguments), deadline,
          [this, question = ++question_, handler = std::move(handler)](const BusReply& reply) {
              if (question == question_) {
                  isAsking_ = false;
@@ -214,9 +269,10 @@ void DesktopNotifications::ask(BusMethod method, BusArguments arguments, ReplyHa
          });
 }
 
-void DesktopNotifications::call(BusMethod method, BusArguments arguments, ReplyHandler handler) {
+void DesktopNotifications::call(BusMethod method, BusArguments arguments, BusDeadline deadline,
+                                ReplyHandler handler) {
     ++callsInFlight_;
-    bus_->call(std::move(method), std::move(arguments), busDeadlineIn(patience), queue_,
+    bus_->call(std::move(method), std::move(arguments), deadline, queue_,
                [this, handler = std::move(handler)](const BusReply& reply) {
                    --callsInFlight_;
                    handler(reply);

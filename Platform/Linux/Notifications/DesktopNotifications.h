@@ -19,8 +19,9 @@ namespace Platform {
 
 /// Has the session's notification service show notifications, and takes the user's answers
 /// (freedesktop Desktop Notifications 1.2). The service is started where the bus can start it; it
-/// may vanish, come back and refuse at any time. Where the session has none, the terminal shows
-/// them. Lives as long as the process; everything here runs on the one serial queue given to it.
+/// may be slow to start or to answer, vanish, come back and refuse at any time: what waits is
+/// delivered when it is there. Where the session has none, the terminal shows them. Lives as long
+/// as the process; everything here runs on the one serial queue given to it.
 class DesktopNotifications {
 public:
     /// Called once with what became of a request: nothing when it was shown, or a later one of its
@@ -33,6 +34,14 @@ public:
     /// the one before it.
     void deliver(NotificationRequest request, std::vector<NotificationAction> actions,
                  Completion completion);
+
+    /// For a process that is about to end: the completion is called when nothing waits for the
+    /// service any more, neither to be sent to it nor for its answer.
+    void finish(std::function<void()> completion);
+
+    /// When the process can wait for that no longer: sends what waits, unanswered, or leaves it to
+    /// the terminal. The completion is called when the bus has it.
+    void giveUp(std::function<void()> completion);
 
 private:
     struct Delivery {
@@ -47,7 +56,9 @@ private:
 
     void proceed();
     void connect();
+    BusDeadline expectedBy();
     void startService();
+    void awaitOwner(BusDeadline deadline);
     void findOwner();
     void setOwner(const std::string& owner);
     void askCapabilities();
@@ -57,15 +68,15 @@ private:
     void retry(Delivery delivery);
     void leaveWaitingToTerminal();
 
-    void ask(BusMethod method, BusArguments arguments, ReplyHandler handler);
-    void call(BusMethod method, BusArguments arguments, ReplyHandler handler);
+    void ask(BusMethod method, BusArguments arguments, BusDeadline deadline, ReplyHandler handler);
+    void call(BusMethod method, BusArguments arguments, BusDeadline deadline, ReplyHandler handler);
     BusMethod serviceMethod(std::string name, std::string replyType) const;
 
     const DispatchQueue queue_;
 
     std::shared_ptr<BusConnection> bus_; // null: none, or not connected yet
-    bool isConnected_ = false;           // or has learned that there is no bus
     std::unique_ptr<BusNameWatch> nameWatch_;
+    std::optional<BusDeadline> expectedBy_; // a service, while there is none
 
     std::string owner_; // the unique name behind the service's name; empty: none known
     std::unique_ptr<BusSubscription> ownerSignals_;
@@ -81,6 +92,7 @@ private:
     std::uint64_t lastNumber_ = 0;
     std::set<std::string, std::less<>> identifiersInFlight_;
     std::size_t callsInFlight_ = 0;
+    std::function<void()> finished_; // the completion of `finish`, until it is called
 };
 
 } // namespace Platform

@@ -2,15 +2,35 @@
 
 #include "Platform/DispatchQueue.h"
 #include "Platform/Linux/Notifications/DesktopNotifications.h"
+#include "Platform/Linux/Notifications/ScheduledNotifications.h"
 #include "Platform/NeverDestroyed.h"
 
 #include <algorithm>
 #include <chrono>
 #include <cstdint>
+#include <future>
 #include <map>
 #include <utility>
 
 namespace Platform {
+namespace {
+
+using Patience = std::chrono::milliseconds;
+
+std::function<void(Patience)>& deliveryOfScheduled() {
+    static const NeverDestroyed<std::function<void(Patience)>> operation;
+    return operation.get();
+}
+
+// Waits until the task, on the queue, has called the completion that it is given.
+bool runAndWait(const DispatchQueue& queue, Patience patience,
+                const std::function<void(std::function<void()> completion)>& task) {
+    const auto promise = std::make_shared<std::promise<void>>();
+    queue.async([task, promise] { task([promise] { promise->set_value(); }); });
+    return promise->get_future().wait_for(patience) == std::future_status::ready;
+}
+
+} // namespace
 
 // All state is touched on the queue alone.
 class UserNotificationCenter::Impl {
@@ -41,7 +61,23 @@ public:
         }
         waiting_.emplace(
             turn, Waiting{.request = std::move(request), .completion = std::move(completion)});
-        queue.asyncAfter(delay, [this, turn] { deliverUpTo(turn); });
+        if (isEnding_) {
+            deliverUpTo(turn);
+        } else {
+            queue.asyncAfter(delay, [this, turn] { deliverUpTo(turn); });
+        }
+    }
+
+    // A request that is on its way here comes through the queue once more: so does this.
+    void deliverScheduled(Patience patience) {
+        const auto finish = [this](const std::function<void()>& completion) {
+            isEnding_ = true;
+            deliverUpTo({Clock::time_point::max(), 0});
+            queue.async([this, completion] { desktop_.finish(completion); });
+        };
+        const auto giveUp = [this](const auto& completion) { desktop_.giveUp(completion); };
+        if (!runAndWait(queue, patience, finish))
+            runAndWait(queue, Patience(100), giveUp);
     }
 
     const DispatchQueue queue = DispatchQueue::serial("com.tarnwell.UserNotificationCenter");
@@ -85,10 +121,18 @@ private:
     std::vector<NotificationCategory> categories_;
     std::map<Turn, Waiting> waiting_; // a later request of the same identifier replaces one
     std::uint64_t lastNumber_ = 0;
+    bool isEnding_ = false;
 };
 
+void deliverScheduledNotifications(Patience patience) {
+    if (const auto& deliver = deliveryOfScheduled())
+        deliver(patience);
+}
+
 UserNotificationCenter::UserNotificationCenter()
-    : impl_(std::make_unique<Impl>(*this)) {}
+    : impl_(std::make_unique<Impl>(*this)) {
+    deliveryOfScheduled() = [this](Patience patience) { impl_->deliverScheduled(patience); };
+}
 
 UserNotificationCenter::~UserNotificationCenter() = default;
 

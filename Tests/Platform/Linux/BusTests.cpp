@@ -130,21 +130,29 @@ TEST_F(Bus, GivesANameToOneAndNewsOfItToWhoeverWatches) {
                              [&owners](const std::string& owner) { owners.push_back(owner); });
     settle();
     EXPECT_THAT(owners, ElementsAre(""));
+    using enum BusNameClaim::State;
     auto other = connect(daemon.address());
-    const auto isTaken = [&](BusConnection& asking) {
-        std::promise<bool> answer;
-        requestBusName(asking, name, queue, [&answer](bool taken) { answer.set_value(taken); });
-        return answer.get_future().get();
-    };
-    EXPECT_FALSE(isTaken(*other));
-    EXPECT_TRUE(isTaken(*connection));
+    std::vector<BusNameClaim::State> first, second; // queue
+    const BusNameClaim had(*other, name, queue, [&](auto state) { first.push_back(state); });
+    EXPECT_TRUE(waitUntil([&] {
+        settle();
+        return !first.empty();
+    }));
+    const BusNameClaim wanted(*connection, name, queue,
+                              [&](auto state) { second.push_back(state); });
+    EXPECT_TRUE(waitUntil([&] {
+        settle();
+        return !second.empty();
+    }));
     other.reset();
     EXPECT_TRUE(waitUntil([&] {
         settle();
-        return owners.size() == 3;
+        return second.size() == 2 && owners.size() == 3;
     }));
+    EXPECT_THAT(first, testing::Each(owned));
+    EXPECT_THAT(second, ElementsAre(inLine, owned));
     EXPECT_EQ(owners[1].front(), ':');
-    EXPECT_EQ(owners[2], "");
+    EXPECT_NE(owners[2], owners[1]);
 }
 
 TEST_F(Bus, IsSharedUntilItGoesAndFoundAgainWhenItIsBack) {

@@ -21,6 +21,15 @@ protected:
         EXPECT_THAT(line->text, testing::EndsWith(end));
     }
 
+    /// That the agent ends well when asked, and within the second, whatever it is at.
+    void expectToEnd(int signal = SIGTERM) {
+        constexpr bool isSlow = !std::string_view(CORBEL_SANITIZERS).empty();
+        const auto start = TestSupport::AgentTrial::Clock::now();
+        EXPECT_EQ(trial.end(signal), EXIT_SUCCESS) << "signal " << signal;
+        EXPECT_LT(TestSupport::AgentTrial::Clock::now() - start,
+                  std::chrono::seconds(isSlow ? 2 : 1));
+    }
+
     /// What the service is asked to show next.
     static TestSupport::NotifyCall next(TestSupport::NotificationService& service) {
         const auto call = service.next();

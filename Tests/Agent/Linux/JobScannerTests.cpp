@@ -1,13 +1,9 @@
-#include "Platform/FileHandle.h"
+#include "Tests/Support/Linux/HungFile.h"
 #include "Tests/Support/TemporaryFolder.h"
 #include "Tests/Support/WaitUntil.h"
 #include "Vesper_Pro_Agent/JobScanner.h"
 
-#include <fcntl.h>
 #include <gtest/gtest.h>
-#include <poll.h>
-#include <sys/fanotify.h>
-#include <unistd.h>
 
 #include <atomic>
 #include <future>
@@ -17,36 +13,10 @@ namespace {
 
 using namespace Vesper_Pro_Agent;
 using namespace std::chrono_literals;
-using Platform::FileHandle;
 using Platform::URL;
+using TestSupport::HungFile;
 using TestSupport::waitUntil;
 using TestSupport::writeFile;
-
-// Holds whoever reads the file or lists the folder, as a file system does that has stopped
-// answering.
-class HungFile {
-public:
-    explicit HungFile(const std::filesystem::path& path) {
-        const std::uint64_t kinds =
-            std::filesystem::is_directory(path) ? FAN_ACCESS_PERM | FAN_ONDIR : FAN_ACCESS_PERM;
-        isHung_ = fanotify_mark(listener_.fileDescriptor(), FAN_MARK_ADD, kinds, AT_FDCWD,
-                                path.c_str()) == 0;
-    }
-
-    bool isHung() const { return isHung_; }
-
-    bool isAsked() const {
-        pollfd waiting{.fd = listener_.fileDescriptor(), .events = POLLIN, .revents = 0};
-        return poll(&waiting, 1, 0) == 1;
-    }
-
-    // Everyone who asks is let through from then on.
-    void answer() { listener_ = FileHandle(-1); }
-
-private:
-    FileHandle listener_{fanotify_init(FAN_CLASS_CONTENT | FAN_CLOEXEC, O_RDONLY)};
-    bool isHung_ = false;
-};
 
 class LongScan : public ::testing::Test {
 protected:

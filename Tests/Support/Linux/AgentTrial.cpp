@@ -61,6 +61,7 @@ AgentTrial::AgentTrial(std::filesystem::path agent)
 AgentTrial::~AgentTrial() {
     end(SIGKILL);
     closeOutput();
+    close(notifySocket_);
 }
 
 std::vector<std::string> AgentTrial::makeEnvironment() const {
@@ -85,25 +86,33 @@ std::vector<std::string> AgentTrial::makeEnvironment() const {
 }
 
 bool AgentTrial::start() {
-    writeFile(folder_ / "passwd", "trial:x:" + std::to_string(getuid()) + ":" +
-                                      std::to_string(getgid()) + "::" + home().string() +
-                                      ":/bin/sh\n");
-    writeFile(folder_ / "group", "trial:x:" + std::to_string(getgid()) + ":\n");
-    std::filesystem::remove(folder_ / "ready");
-    const int notifySocket = openNotifySocket(folder_ / "ready");
-    std::array<int, 2> output{};
-    const bool isReady =
-        pipe2(output.data(), O_CLOEXEC) == 0 && launch(output[1]) && waitUntilReady(notifySocket);
-    close(output[1]);
-    close(notifySocket);
-    closeOutput();
-    output_ = output[0];
-    return isReady;
+    return launch() && waitUntilReady();
 }
 
-bool AgentTrial::launch(int standardOutput) {
-    std::string program = agent_.string();
-    std::array<char*, 2> arguments = {program.data(), nullptr};
+bool AgentTrial::launch() {
+    const auto home = "::" + this->home().string() + ":/bin/sh\n"; // also in a namespace, as root
+    writeFile(folder_ / "passwd", "trial:x:" + std::to_string(getuid()) + ":" +
+                                      std::to_string(getgid()) + home + "root:x:0:0" + home);
+    writeFile(folder_ / "group", "trial:x:" + std::to_string(getgid()) + ":\n");
+    std::filesystem::remove(folder_ / "ready");
+    close(std::exchange(notifySocket_, openNotifySocket(folder_ / "ready")));
+    std::array<int, 2> output{};
+    const bool hasStarted = pipe2(output.data(), O_CLOEXEC) == 0 && spawn(output[1]);
+    close(output[1]);
+    closeOutput();
+    unread_.clear();
+    output_ = output[0];
+    return hasStarted;
+}
+
+bool AgentTrial::spawn(int standardOutput) {
+    auto command = wrapper;
+    command.push_back(agent_.string());
+    std::vector<char*> arguments;
+    arguments.reserve(command.size() + 1);
+    for (auto& argument : command)
+        arguments.push_back(argument.data());
+    arguments.push_back(nullptr);
     auto list = makeEnvironment();
     std::vector<char*> variables;
     variables.reserve(list.size() + 1);
@@ -114,17 +123,21 @@ bool AgentTrial::launch(int standardOutput) {
     posix_spawn_file_actions_t actions{};
     posix_spawn_file_actions_init(&actions);
     posix_spawn_file_actions_adddup2(&actions, standardOutput, STDOUT_FILENO);
-    const int failure = posix_spawn(&process_, program.c_str(), &actions, nullptr, arguments.data(),
-                                    variables.data());
+    const int failure = posix_spawnp(&process_, arguments[0], &actions, nullptr, arguments.data(),
+                                     variables.data());
     posix_spawn_file_actions_destroy(&actions);
     return failure == 0;
 }
 
-bool AgentTrial::waitUntilReady(int notifySocket) const {
-    std::array<char, 64> state{};
-    return waitReadable(notifySocket, Clock::now() + patience) &&
-           recv(notifySocket, state.data(), state.size(), 0) > 0 &&
-           std::string_view(state.data()).starts_with("READY=1");
+bool AgentTrial::waitUntilReady() const {
+    const auto deadline = Clock::now() + patience;
+    while (waitReadable(notifySocket_, deadline)) {
+        std::array<char, 64> state{}; // also that of the one before, which is ending
+        if (recv(notifySocket_, state.data(), state.size(), 0) > 0 &&
+            std::string_view(state.data()).starts_with("READY=1"))
+            return true;
+    }
+    return false;
 }
 
 bool AgentTrial::readMore(Clock::time_point deadline) {

@@ -40,8 +40,14 @@ public:
     /// Set before `start`; beyond these the agent's environment is empty but for PATH.
     std::map<std::string, std::string> environment;
 
+    /// The beginning of a command that ends with the agent's path; empty: that alone.
+    std::vector<std::string> wrapper;
+
     /// Starts the agent and waits until it watches; false when it did not come to that.
     bool start();
+
+    /// Starts the agent, and forgets about one that was started before.
+    bool launch();
 
     /// The next line that the agent prints; absent when none came in time, or it has ended.
     std::optional<Line> nextLine(std::chrono::milliseconds deadline = patience);
@@ -77,14 +83,15 @@ public:
 
 private:
     std::vector<std::string> makeEnvironment() const;
-    bool launch(int standardOutput);
-    bool waitUntilReady(int notifySocket) const;
+    bool spawn(int standardOutput);
+    bool waitUntilReady() const;
     bool readMore(Clock::time_point deadline);
 
     std::filesystem::path agent_;
     TemporaryFolder folder_;
     pid_t process_ = -1;
     int output_ = -1;
+    int notifySocket_ = -1;
     std::string unread_;
     Clock::time_point readTime_;
 };

@@ -53,11 +53,9 @@ std::vector<int> FolderTable::remove(int folder) {
     detach(*top);
     std::vector<int> removed = {folder};
     for (std::size_t index = 0; index < removed.size(); ++index) {
-        const auto found = folders_.find(removed[index]);
-        for (int child = found->second.firstChild; child != none;
-             child = folders_.at(child).nextSibling)
+        for (const int child : children(removed[index]))
             removed.push_back(child);
-        folders_.erase(found);
+        folders_.erase(removed[index]);
     }
     return removed;
 }
@@ -75,6 +73,14 @@ std::vector<int> FolderTable::removeAllBut(unsigned pass) {
         removed.insert(removed.end(), more.begin(), more.end());
     }
     return removed;
+}
+
+std::vector<int> FolderTable::children(int folder) const {
+    std::vector<int> children;
+    for (int child = folders_.at(folder).firstChild; child != none;
+         child = folders_.at(child).nextSibling)
+        children.push_back(child);
+    return children;
 }
 
 bool FolderTable::isWithin(int folder, int ancestor) const {

@@ -35,6 +35,8 @@ public:
     /// Removes all folders that were not come by on the pass.
     std::vector<int> removeAllBut(unsigned pass);
 
+    std::vector<int> children(int folder) const;
+
     /// Whether `folder` is `ancestor` or below it.
     bool isWithin(int folder, int ancestor) const;
 

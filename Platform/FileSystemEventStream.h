@@ -16,12 +16,15 @@ namespace Platform {
 ///
 /// The call-back gets the paths of what changed, as bytes, on the queue: a batch at a time, never
 /// beside itself. An item that was made, written, renamed or removed is given by its own path. A
-/// path with a trailing slash is a folder to be looked at as a whole: one that was made or moved
-/// into the tree together with what is in it, or the root where the system lost count of events
-/// or the root itself went away. No link in the tree is followed.
+/// path that ends with a slash is that of a folder itself; a folder may also be given without one.
+/// Where a folder came into the tree together with what is in it, and where the system lost count
+/// of events, one path may stand for all that is below it; nothing tells such a path apart. No link
+/// in the tree is followed.
 ///
-/// A missing root is no failure: the stream is silent. Of a root that is a file, the stream reports
-/// that file's changes.
+/// The stream is for the path, whatever lies there: it is silent while there is nothing. What comes
+/// to lie there, again or in the place of another, is reported once and watched from then on,
+/// whenever that is. Of a file, the stream reports that file's changes. A folder that may not be
+/// read is watched as soon as it may be.
 class FileSystemEventStream {
     class Impl;
 

@@ -13,8 +13,13 @@ namespace CorbelKit {
 
 /// Watches a whole tree and notifies its delegate of the folders that had something change: each
 /// folder once, with its own URL, for all that happened within a second. An item that was made,
-/// written, renamed or removed is a change of the folder that holds it. Where the system lost
-/// count, the delegate gets the root, which stands for all of the tree.
+/// written, renamed or removed is a change of the folder that holds it, wherever that folder has
+/// moved within the tree. Where a folder came into the tree together with what is in it, and where
+/// the system lost count of changes, a call may stand for all that is below its folder, and does
+/// not say so: who keeps account of a tree looks below as well.
+///
+/// The monitor is for the location, whatever lies there: it is silent while there is nothing, and
+/// notifies of what comes to lie there, again or in the place of another, whenever that is.
 class FileSystemMonitor final : public MonitorType,
                                 public std::enable_shared_from_this<FileSystemMonitor> {
     struct Private {

@@ -2,6 +2,8 @@
 
 #include "Platform/Linux/Loops/WorkerPool.h"
 
+#include <asio/post.hpp>
+
 #include <utility>
 #include <vector>
 
@@ -15,14 +17,13 @@ constexpr std::size_t mostPaths = 200'000;
 } // namespace
 
 EventBatch::EventBatch(DispatchQueue queue, std::chrono::nanoseconds latency, std::string whole,
-                       FileSystemEventStream::Callback callback,
-                       std::function<void()> beforeHandingOver)
+                       FileSystemEventStream::Callback callback, std::function<void()> whenDue)
     : queue_(std::move(queue))
     , latency_(latency)
-    , whole_(std::move(whole))
     , callback_(std::move(callback))
-    , beforeHandingOver_(std::move(beforeHandingOver))
-    , timer_(workerExecutor()) {}
+    , whenDue_(std::move(whenDue))
+    , timer_(workerExecutor())
+    , whole_(std::move(whole)) {}
 
 void EventBatch::add(std::string path) {
     const MutexLock lock(mutex_);
@@ -39,7 +40,23 @@ void EventBatch::add(std::string path) {
 }
 
 void EventBatch::addWhole() {
-    add(whole_);
+    std::string whole;
+    {
+        const MutexLock lock(mutex_);
+        whole = whole_;
+    }
+    add(std::move(whole));
+}
+
+void EventBatch::setWhole(std::string whole) {
+    const MutexLock lock(mutex_);
+    whole_ = std::move(whole);
+}
+
+void EventBatch::comeDue() {
+    const MutexLock lock(mutex_);
+    if (!hasEnded_)
+        startTimer();
 }
 
 void EventBatch::end() {
@@ -60,18 +77,24 @@ void EventBatch::startTimer() {
 }
 
 void EventBatch::latencyHasPassed() {
-    beforeHandingOver_();
-    const MutexLock lock(mutex_);
-    isDue_ = true;
-    handOverIfDue();
+    {
+        const MutexLock lock(mutex_);
+        isDue_ = true;
+        if (!isReady())
+            return;
+    }
+    whenDue_();
 }
 
-void EventBatch::handOverIfDue() {
-    if (!isDue_ || isCalling_ || hasEnded_)
+void EventBatch::handOver() {
+    const MutexLock lock(mutex_);
+    if (!isReady())
         return;
     isDue_ = false;
     isTimerRunning_ = false;
     isFull_ = false;
+    if (paths_.empty())
+        return;
     isCalling_ = true;
     queue_.async(
         [self = shared_from_this(), paths = std::exchange(paths_, {})] { self->call(paths); });
@@ -86,7 +109,8 @@ void EventBatch::call(const Paths& paths) {
         callback_(std::vector<std::string>(paths.begin(), paths.end()));
     const MutexLock lock(mutex_);
     isCalling_ = false;
-    handOverIfDue();
+    if (isReady())
+        asio::post(workerExecutor(), [self = shared_from_this()] { self->whenDue_(); });
 }
 
 } // namespace Platform

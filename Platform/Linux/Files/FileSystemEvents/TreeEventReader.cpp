@@ -5,19 +5,13 @@
 
 #include <asio/post.hpp>
 
-#include <filesystem>
 #include <utility>
 
 namespace Platform {
 namespace {
 
-/// How a batch says that the whole tree is to be looked at.
-std::string wholeOf(const std::string& root) {
-    std::error_code error;
-    const auto status = std::filesystem::symlink_status(root, error);
-    const bool isFile = std::filesystem::exists(status) && !std::filesystem::is_directory(status);
-    return isFile || root.ends_with('/') ? root : root + '/';
-}
+/// Of a storm that does not end, the rest is left for the next turn.
+constexpr int mostReadsAtOnce = 64;
 
 } // namespace
 
@@ -36,10 +30,11 @@ TreeEventReader::start(const std::string& root, const DispatchQueue& queue,
     if (!open())
         return std::nullopt;
     const auto identifier = ++last_;
-    auto batch = std::make_shared<EventBatch>(queue, latency, wholeOf(root), std::move(callback),
-                                              [this, identifier] { recover(identifier); });
+    auto batch = std::make_shared<EventBatch>(queue, latency, root, std::move(callback),
+                                              [this, identifier] { handOver(identifier); });
     auto tree = std::make_unique<TreeFollower>(root, *watches_, batch);
     tree->start();
+    watches_->closeFolders();
     entries_.emplace(identifier, Entry{.batch = std::move(batch), .tree = std::move(tree)});
     return identifier;
 }
@@ -82,17 +77,22 @@ void TreeEventReader::waitForRecords() {
 
 // The lock is free after each read, for whoever wants to start or stop.
 void TreeEventReader::receive() {
-    for (bool isMoreToDo = true; isMoreToDo;) {
+    for (int read = 0; read < mostReadsAtOnce; ++read) {
         const MutexLock lock(mutex_);
         if (!watches_)
             return;
         auto records = watches_->read();
-        isMoreToDo = !records.isEmpty();
+        const bool isDrained = records.isEmpty();
         while (const auto record = records.next())
             dispatch(*record);
+        watches_->closeFolders();
         watches_->removeUnused();
-        isMoreToDo = isMoreToDo || watches_->hasUnused();
+        if (isDrained && !watches_->hasUnused())
+            return;
     }
+    const MutexLock lock(mutex_);
+    if (watches_)
+        removeUnusedSoon();
 }
 
 void TreeEventReader::dispatch(const InotifyRecord& record) {
@@ -105,13 +105,18 @@ void TreeEventReader::dispatch(const InotifyRecord& record) {
         tree->handle(record);
 }
 
-void TreeEventReader::recover(Identifier identifier) {
+// No record is handled between the look and the hand-over: what is handed over is of a tree that
+// was looked at with all records so far.
+void TreeEventReader::handOver(Identifier identifier) {
+    receive();
     const MutexLock lock(mutex_);
     const auto found = entries_.find(identifier);
     if (found == entries_.end())
         return;
-    found->second.tree->recover();
+    found->second.tree->catchUp();
+    watches_->closeFolders();
     removeUnusedSoon();
+    found->second.batch->handOver();
 }
 
 void TreeEventReader::removeUnusedSoon() {

@@ -46,7 +46,7 @@ private:
     void dispatch(const InotifyRecord& record) CORBEL_REQUIRES(mutex_);
     void removeUnusedSoon() CORBEL_REQUIRES(mutex_);
 
-    void recover(Identifier identifier);
+    void handOver(Identifier identifier);
     void receive();
 
     asio::strand<asio::any_io_executor> strand_; // one reader at a time

@@ -1,12 +1,11 @@
 #include "Platform/Linux/Files/FileSystemEvents/WatchLedger.h"
 
-#include "Platform/Linux/Files/FileSystemEvents/FolderAccess.h"
-#include "Platform/Log.h"
+#include "Platform/Linux/Files/LongPath.h"
+
+#include <fcntl.h>
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdint>
-#include <utility>
 
 namespace Platform {
 namespace {
@@ -18,6 +17,7 @@ constexpr std::uint32_t changes = IN_CREATE | IN_DELETE | IN_MOVED_FROM | IN_MOV
 
 constexpr std::size_t bufferSize = std::size_t{1} << 16;
 constexpr std::ptrdiff_t mostRemovedAtOnce = 2048;
+constexpr std::size_t mostOpenFolders = 8;
 
 } // namespace
 
@@ -30,17 +30,17 @@ WatchLedger::WatchLedger(Inotify inotify)
     : inotify_(std::move(inotify))
     , buffer_(bufferSize) {}
 
-int WatchLedger::add(const std::string& path, Item item) {
-    const std::uint32_t events = item == Item::folder ? changes | IN_ONLYDIR : changes;
-    const int watch = addWatch(inotify_, path, events);
-    if (watch != -1) {
-        if (!users_.contains(watch))
-            unused_.push_back(watch);
-    } else if (errno == ENOSPC && !std::exchange(hasLoggedLimit_, true)) {
-        log("Not all folders below " + path +
-            " are watched: the limit fs.inotify.max_user_watches is reached.");
-        errno = ENOSPC;
-    }
+int WatchLedger::add(int openItem) {
+    return noteUnused(inotify_.add(openItem, changes));
+}
+
+int WatchLedger::add(int openItem, std::uint32_t events) {
+    return noteUnused(inotify_.add(openItem, events | IN_MASK_ADD));
+}
+
+int WatchLedger::noteUnused(int watch) {
+    if (watch != -1 && !users_.contains(watch))
+        unused_.push_back(watch);
     return watch;
 }
 
@@ -78,6 +78,22 @@ void WatchLedger::removeUnused() {
     unused_.erase(unused_.end() - count, unused_.end());
     if (unused_.empty())
         unused_.shrink_to_fit();
+}
+
+int WatchLedger::openFolder(int watch, const std::function<std::string()>& path) {
+    const auto known = std::ranges::find(folders_, watch, &std::pair<int, FileHandle>::first);
+    if (known != folders_.end())
+        return known->second.fileDescriptor();
+    auto opened = openLongPath(path(), O_PATH | O_DIRECTORY | O_NOFOLLOW);
+    const int found = opened.fileDescriptor() == -1 ? -1 : add(opened.fileDescriptor());
+    if (found != watch) {
+        if (found != -1)
+            errno = ESTALE;
+        return -1;
+    }
+    if (folders_.size() == mostOpenFolders)
+        folders_.pop_front();
+    return folders_.emplace_back(watch, std::move(opened)).second.fileDescriptor();
 }
 
 void WatchLedger::waitForRecords(std::function<void()> handler) {

@@ -1,0 +1,188 @@
+#include "Platform/Linux/Files/FileSystemEvents/FolderTree.h"
+
+#include "Platform/Linux/Files/FileSystemEvents/FolderWalk.h"
+#include "Platform/Log.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <utility>
+
+namespace Platform {
+namespace {
+
+constexpr int toWatch = O_PATH | O_NOFOLLOW | O_CLOEXEC;
+
+/// Whether the system may allow later what it does not now.
+bool isShortage(int code) {
+    return code == ENOSPC || code == ENOMEM || code == EMFILE || code == ENFILE;
+}
+
+} // namespace
+
+/// Whether it says that there is no such folder.
+bool FolderTree::isAbsence(int code) {
+    return code == ENOENT || code == ENOTDIR || code == ELOOP;
+}
+
+FolderTree::FolderTree(std::string path, WatchLedger& watches, TreeFollower& user,
+                       EventBatch& batch)
+    : path_(std::move(path))
+    , watches_(watches)
+    , user_(user)
+    , batch_(batch) {}
+
+FolderTree::~FolderTree() {
+    giveUp(table_.removeAllBut(++pass_)); // which met none
+}
+
+void FolderTree::passOver(int folder, const std::string& name) {
+    ++pass_;
+    root_ = FolderTable::none;
+    isShortOfWatches_ = false;
+    unsettled_.clear();
+    locked_.clear();
+    departures_.clear();
+    if (folder != -1)
+        enterRoot(folder, name);
+    if (!isShortOfWatches_) // else what the pass did not get to may well be there still
+        giveUp(table_.removeAllBut(pass_));
+}
+
+void FolderTree::enterRoot(int folder, const std::string& name) {
+    FileHandle root(openat(folder, name.c_str(), toList));
+    const bool isFolder = root.fileDescriptor() != -1;
+    if (!isFolder && errno != ENOENT && isAbsence(errno))
+        root = FileHandle(openat(folder, name.c_str(), toWatch));
+    const int watch = root.fileDescriptor() == -1 ? -1 : watches_.add(root.fileDescriptor());
+    if (watch == -1) {
+        noteShortage(errno);
+        return;
+    }
+    root_ = watch;
+    batch_.setWhole(isFolder && !path_.ends_with('/') ? path_ + '/' : path_);
+    enter(root_, FolderTable::none, path_, Reason::wholePass);
+    if (isFolder)
+        follow({.folder = root_, .handle = std::move(root)}, Reason::wholePass);
+}
+
+void FolderTree::look(int parent, std::string_view name) {
+    const int descriptor = openFolder(parent);
+    if (descriptor == -1)
+        return;
+    if (auto entered = meet(parent, descriptor, std::string(name), Reason::change))
+        follow(std::move(*entered), Reason::change);
+}
+
+void FolderTree::follow(Entered first, Reason reason) {
+    FolderWalk walk;
+    walk.enter(first.folder, std::move(first.handle));
+    while (const auto found = walk.next()) {
+        const int descriptor =
+            found->parentDescriptor != -1 ? found->parentDescriptor : openFolder(found->parent);
+        if (descriptor == -1) {
+            walk.leave();
+        } else if (auto entered = meet(found->parent, descriptor, found->name, reason)) {
+            walk.enter(entered->folder, std::move(entered->handle));
+        }
+    }
+    for (const auto& [folder, code] : walk.failures())
+        noteUnread(folder, code);
+}
+
+/// What has the name in the open folder, if it is a folder that is to be listed.
+std::optional<FolderTree::Entered> FolderTree::meet(int parent, int descriptor,
+                                                    const std::string& name, Reason reason) {
+    FileHandle handle(openat(descriptor, name.c_str(), toList));
+    const int folder = handle.fileDescriptor() == -1 ? -1 : watches_.add(handle.fileDescriptor());
+    if (folder == -1) {
+        noteUnmet(parent, descriptor, errno);
+        return std::nullopt;
+    }
+    if (!enter(folder, parent, name, reason))
+        return std::nullopt;
+    return Entered{.folder = folder, .handle = std::move(handle)};
+}
+
+/// Puts the folder into the table where it was met; whether it is to be listed.
+bool FolderTree::enter(int folder, int parent, const std::string& name, Reason reason) {
+    auto* const known = table_.find(folder);
+    if (known == nullptr) {
+        watches_.use(folder, user_);
+        table_.insert(folder, parent, name);
+        table_.find(folder)->pass = pass_;
+        if (reason == Reason::change)
+            report(folder);
+        return true;
+    }
+    // Mounted a second time within the tree: met already, and maybe above itself.
+    if (std::exchange(known->pass, pass_) == pass_ && reason == Reason::wholePass)
+        return false;
+    if (known->parent != parent || known->name != name)
+        move(folder, parent, name, reason);
+    return reason == Reason::wholePass;
+}
+
+void FolderTree::move(int folder, int parent, const std::string& name, Reason reason) {
+    if (table_.isWithin(parent, folder)) { // what would explain it is yet to be seen
+        unsettled_.insert(parent);
+        return;
+    }
+    table_.move(folder, parent, name);
+    if (reason == Reason::change)
+        report(folder);
+}
+
+void FolderTree::report(int folder) {
+    batch_.add(table_.path(folder) + '/');
+}
+
+/// As of the ledger; where it fails, the folder is noted.
+int FolderTree::openFolder(int folder) {
+    const int descriptor = watches_.openFolder(folder, [&] { return table_.path(folder); });
+    if (descriptor == -1)
+        noteUnread(folder, errno);
+    return descriptor;
+}
+
+void FolderTree::noteUnread(int folder, int code) {
+    if (!noteShortage(code))
+        (code == EACCES ? locked_ : unsettled_).insert(folder);
+}
+
+/// Where there is no such folder (any more), a record says so, or says what is there instead. One
+/// that may not be read has a record when it may; of one in a folder that may not be searched, that
+/// folder has it.
+void FolderTree::noteUnmet(int parent, int descriptor, int code) {
+    if (isAbsence(code) || noteShortage(code))
+        return;
+    if (code != EACCES) {
+        unsettled_.insert(parent);
+    } else if (faccessat(descriptor, ".", X_OK, AT_EACCESS) != 0) {
+        locked_.insert(parent);
+    }
+}
+
+bool FolderTree::noteShortage(int code) {
+    if (!isShortage(code))
+        return false;
+    if (!std::exchange(isShortOfWatches_, true))
+        batch_.addWhole();
+    if (code == ENOSPC && !std::exchange(hasLoggedLimit_, true)) {
+        log("Not all folders below " + path_ +
+            " are watched: the limit fs.inotify.max_user_watches is reached.");
+    }
+    return true;
+}
+
+void FolderTree::remove(int folder) {
+    giveUp(table_.remove(folder));
+}
+
+void FolderTree::giveUp(const std::vector<int>& folders) {
+    for (const int folder : folders)
+        watches_.giveUp(folder, user_);
+}
+
+} // namespace Platform

@@ -18,6 +18,8 @@ public:
             [record = record_](const auto& paths) { record->add(paths); });
     }
 
+    void add(const std::vector<std::string>& paths) const { record_->add(paths); }
+
     bool contains(const std::string& path) const { return record_->contains(path); }
 
     bool soonContain(const std::string& path) const {

@@ -5,9 +5,6 @@
 
 #include <gtest/gtest.h>
 
-#include <atomic>
-#include <vector>
-
 namespace {
 
 namespace fs = std::filesystem;
@@ -83,23 +80,6 @@ TEST_F(FileSystemMonitorTest, NotifiesOfEachKindOfChangeAnywhereBelow) {
     EXPECT_TRUE(isNotifiedAfter([&] { fs::remove(file.string() + "2"); }));
 }
 
-TEST_F(FileSystemMonitorTest, GivesNoFormerPathOfFoldersThatMoveOrLeave) {
-    TestSupport::TemporaryFolder outside;
-    fs::create_directories(root / "one" / "moving" / "below");
-    fs::create_directories(root / "leaving");
-    watch(root);
-    fs::rename(root / "one" / "moving", root / "two" / "moved");
-    fs::rename(root / "leaving", outside / "left");
-    waitForAllSoFar();
-    delegate->takeCalls();
-    writeFile(outside / "left" / "file", "1");
-    writeFile(root / "two/moved/below" / "new", "1");
-    EXPECT_TRUE(delegate->isNotifiedOf(root / "two/moved/below"));
-    waitForAllSoFar();
-    for (const auto* path : {"leaving", "one/moving", "one/moving/below"})
-        EXPECT_EQ(delegate->calls(root / path), 0) << path;
-}
-
 TEST_F(FileSystemMonitorTest, EndsWithEventsPendingAndStartsAgain) {
     watch(root);
     const auto silent = std::make_shared<RecordingDelegate>();
@@ -131,26 +111,6 @@ TEST_F(FileSystemMonitorTest, DropsEventsOfADelegateThatIsGone) {
     writeFile(root / "one" / "file", "1");
     monitor->setDelegate(delegate);
     waitForAllSoFar();
-}
-
-// More than the system has event queues for, were each to take one; and half of them on one tree.
-TEST_F(FileSystemMonitorTest, OfAnyNumberNotifyTheirOwn) {
-    constexpr int pairs = 100;
-    std::vector<std::shared_ptr<FileSystemMonitor>> monitors;
-    for (int number = 0; number < pairs; ++number) {
-        const auto own = root / "one" / std::to_string(number);
-        fs::create_directory(own);
-        for (const auto& folder : {own, root / "two"}) {
-            monitors.push_back(FileSystemMonitor::make(folderURL(folder)));
-            monitors.back()->setDelegate(delegate);
-        }
-    }
-    for (int number = 0; number < pairs; ++number)
-        writeFile(root / "one" / std::to_string(number) / "file", "1");
-    writeFile(root / "two" / "file", "1");
-    for (int number = 0; number < pairs; ++number)
-        EXPECT_TRUE(delegate->isNotifiedOf(root / "one" / std::to_string(number))) << number;
-    EXPECT_TRUE(TestSupport::waitUntil([&] { return delegate->calls(root / "two") >= pairs; }));
 }
 
 TEST_F(FileSystemMonitorTest, MayBeReleasedFromItsOwnCall) {

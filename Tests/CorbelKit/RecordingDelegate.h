@@ -15,10 +15,12 @@
 class RecordingDelegate : public CorbelKit::MonitorDelegate {
 public:
     void monitorDidChange(const Platform::URL& url) override {
-        const Platform::MutexLock lock(mutex_);
-        ++calls_[url.path()];
-        isFolderURL_ = isFolderURL_ && url.hasDirectoryPath();
+        record(url);
+        TestSupport::waitUntil([&] { return !isBusy_; });
     }
+
+    /// Whether calls do not return.
+    void setBusy(bool isBusy) { isBusy_ = isBusy; }
 
     int calls(const std::filesystem::path& folder) const {
         const Platform::MutexLock lock(mutex_);
@@ -41,6 +43,13 @@ public:
     }
 
 private:
+    void record(const Platform::URL& url) {
+        const Platform::MutexLock lock(mutex_);
+        ++calls_[url.path()];
+        isFolderURL_ = isFolderURL_ && url.hasDirectoryPath();
+    }
+
+    std::atomic<bool> isBusy_ = false;
     mutable Platform::Mutex mutex_;
     std::map<std::string, int> calls_ CORBEL_GUARDED_BY(mutex_);
     bool isFolderURL_ CORBEL_GUARDED_BY(mutex_) = true;

@@ -1,0 +1,354 @@
+#include "CorbelKit/Monitors/FileSystemMonitor.h"
+#include "Tests/CorbelKit/RecordingDelegate.h"
+#include "Tests/Support/Linux/LateRecords.h"
+
+#include <fcntl.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <functional>
+#include <iostream>
+#include <random>
+#include <set>
+
+using namespace TestSupport;
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+/// A folder of the test's own record. It keeps its identity when it moves.
+struct Folder {
+    fs::path path;
+    bool isGone = false;
+    std::set<std::string> paths; // all that it had in the round
+    bool isChanged = false;
+};
+
+void exchangeItems(const fs::path& one, const fs::path& other) {
+    ASSERT_EQ(renameat2(AT_FDCWD, one.c_str(), AT_FDCWD, other.c_str(), RENAME_EXCHANGE), 0);
+}
+
+bool isWithin(const fs::path& path, const fs::path& ancestor) {
+    const std::string_view rest = path.native();
+    const auto& above = ancestor.native();
+    return rest.starts_with(above) && (rest.size() == above.size() || rest[above.size()] == '/');
+}
+
+/// Changes a tree at random, with few names, so that each is soon taken again; and records which
+/// folders it changed.
+class RandomChanges {
+public:
+    RandomChanges(const fs::path& root, const fs::path& outside, unsigned seed)
+        : root_(root)
+        , outside_(outside)
+        , random_(seed) {
+        add(root);
+    }
+
+    void beginRound() {
+        std::erase_if(folders_, [](const auto& folder) { return folder->isGone; });
+        for (auto& folder : folders_)
+            *folder = Folder{folder->path, false, {folder->path.string()}, false};
+    }
+
+    void changeSomething() {
+        const std::function<void()> kinds[] = {
+            [&] { write(any()); },
+            [&] { removeFile(any()); },
+            [&] { makeChain(any()); },
+            [&] { makeChain(any()); },
+            [&] { makeAndMoveParents(any()); },
+            [&] { moveIn(any()); },
+            [&] { move(any(), any().path); },
+            [&] { moveThrice(any()); },
+            [&] { exchange(any(), any()); },
+            [&] { putLinkInPlaceOf(any()); },
+            [&] { removeFolder(any()); },
+            [&] { move(any(), outside_); },
+        };
+        kinds[random_() % std::size(kinds)]();
+    }
+
+    /// All that lie in the tree.
+    std::vector<Folder*> folders() const {
+        std::vector<Folder*> present;
+        for (const auto& folder : folders_) {
+            if (isUsable(*folder))
+                present.push_back(folder.get());
+        }
+        return present;
+    }
+
+private:
+    /// One that exists, in the tree or outside.
+    Folder& any() {
+        for (;;) {
+            if (auto& folder = *folders_[random_() % folders_.size()]; !folder.isGone)
+                return folder;
+        }
+    }
+
+    /// A path in the folder that nothing has; none where another folder has it.
+    fs::path freePath(const fs::path& folder) {
+        auto path = folder / std::string(1, static_cast<char>('a' + random_() % 6));
+        const auto type = fs::symlink_status(path).type();
+        if (type == fs::file_type::symlink)
+            fs::remove(path);
+        return type == fs::file_type::directory ? fs::path() : path;
+    }
+
+    Folder& add(const fs::path& path) {
+        folders_.push_back(std::make_shared<Folder>(Folder{path, false, {path.string()}, false}));
+        return *folders_.back();
+    }
+
+    bool isUsable(const Folder& folder) const {
+        return !folder.isGone && isWithin(folder.path, root_);
+    }
+
+    bool mayMove(const Folder& folder) const { return isUsable(folder) && folder.path != root_; }
+
+    void change(const fs::path& path) {
+        for (auto& folder : folders_) {
+            if (!folder->isGone && folder->path.native() == path.native())
+                folder->isChanged = true;
+        }
+    }
+
+    void write(const Folder& folder) {
+        if (!isUsable(folder))
+            return;
+        writeFile(folder.path / ("file" + std::to_string(random_() % 4)),
+                  std::to_string(random_()));
+        change(folder.path);
+    }
+
+    void removeFile(const Folder& folder) {
+        if (isUsable(folder) && fs::remove(folder.path / ("file" + std::to_string(random_() % 4))))
+            change(folder.path);
+    }
+
+    /// The topmost folder; null where there is no room.
+    Folder* makeChain(const Folder& parent) {
+        if (folders_.size() > 300 || !isUsable(parent))
+            return nullptr;
+        Folder* top = nullptr;
+        auto path = parent.path;
+        for (auto depth = random_() % 4 + 1; depth > 0; --depth) {
+            const auto inner = freePath(path);
+            if (inner.empty() || !fs::create_directory(inner))
+                break;
+            change(path);
+            path = inner;
+            auto& made = add(path);
+            top = top == nullptr ? &made : top;
+            write(made);
+        }
+        return top;
+    }
+
+    /// Little goes at once, and only while there is much.
+    bool mayGo(const Folder& folder) const {
+        const auto present = folders();
+        return present.size() > 80 && std::ranges::count_if(present, [&](const auto* other) {
+                                          return isWithin(other->path, folder.path);
+                                      }) < 10;
+    }
+
+    void removeFolder(const Folder& folder) {
+        if (!mayMove(folder) || !mayGo(folder))
+            return;
+        const auto path = folder.path;
+        fs::remove_all(path);
+        change(path.parent_path());
+        for (auto& other : folders_)
+            other->isGone = other->isGone || isWithin(other->path, path);
+    }
+
+    void moved(const fs::path& from, const fs::path& to) {
+        for (auto& folder : folders_) {
+            if (folder->isGone || !isWithin(folder->path, from))
+                continue;
+            folder->path = to.string() + folder->path.string().substr(from.string().size());
+            folder->paths.insert(folder->path.string());
+        }
+    }
+
+    void rename(const fs::path& source, const fs::path& to) {
+        const auto from = source; // the path of a folder, which is about to change
+        if (to.empty())
+            return;
+        fs::rename(from, to);
+        change(from.parent_path());
+        change(to.parent_path());
+        moved(from, to);
+    }
+
+    void move(const Folder& folder, const fs::path& into) {
+        if (!mayMove(folder) || isWithin(into, folder.path) ||
+            (!isWithin(into, root_) && !mayGo(folder)))
+            return;
+        rename(folder.path, into == outside_ ? outside_ / std::to_string(++left_) : freePath(into));
+    }
+
+    void moveThrice(const Folder& folder) {
+        for (int time = 0; time < 3; ++time)
+            move(folder, any().path);
+    }
+
+    void moveIn(const Folder& target) {
+        const fs::directory_iterator entry(outside_);
+        if (entry != fs::directory_iterator() && isUsable(target))
+            rename(entry->path(), freePath(target.path));
+    }
+
+    void exchange(const Folder& one, const Folder& other) {
+        const auto first = one.path;
+        const auto second = other.path;
+        if (!mayMove(one) || !mayMove(other) || isWithin(first, second) || isWithin(second, first))
+            return;
+        exchangeItems(first, second);
+        change(first.parent_path());
+        change(second.parent_path());
+        const auto aside = outside_ / "aside"; // of the record alone
+        moved(first, aside);
+        moved(second, first);
+        moved(aside, second);
+    }
+
+    void putLinkInPlaceOf(const Folder& folder) {
+        const auto path = folder.path;
+        move(folder, any().path);
+        if (path != folder.path)
+            fs::create_directory_symlink(random_() % 2 == 0 ? folder.path : outside_, path);
+    }
+
+    void makeAndMoveParents(const Folder& parent) {
+        const Folder* const made = makeChain(parent);
+        if (made == nullptr)
+            return;
+        for (const Folder* const folder : {made, &parent, &std::as_const(any())})
+            move(*folder, any().path);
+    }
+
+    const fs::path root_;
+    const fs::path outside_;
+    std::mt19937 random_;
+    int left_ = 0;
+    std::vector<std::shared_ptr<Folder>> folders_;
+};
+
+/// How the monitor is kept from keeping up with the changes of a round.
+enum class Delay { none, records, delegate, overflow, overflowAndDelegate };
+
+class FileSystemMonitorRandomTest : public ::testing::Test {
+protected:
+    // Batches come in order, and the mark is the last of its batch: whatever was changed before is
+    // notified by then.
+    void waitForMark() {
+        const auto mark = marks / std::to_string(++lastMark);
+        fs::create_directory(mark);
+        ASSERT_TRUE(waitUntil([&] {
+            writeFile(mark / "file", "1"); // again: the first record may be one of those lost
+            return delegate->calls(mark) > 0;
+        }));
+    }
+
+    void change(RandomChanges& changes, Delay delay, int steps) {
+        const bool isOverflow = delay == Delay::overflow || delay == Delay::overflowAndDelegate;
+        const bool isDelegateBusy = delay == Delay::delegate || delay == Delay::overflowAndDelegate;
+        if (isDelegateBusy)
+            keepDelegateBusy();
+        std::unique_ptr<HeldWorkers> held;
+        if (isOverflow || delay == Delay::records)
+            held = std::make_unique<HeldWorkers>(HeldWorkers::all - (isDelegateBusy ? 1 : 0));
+        for (int step = 0; step < steps / 2; ++step)
+            changes.changeSomething();
+        if (isOverflow)
+            overflowInotify(root);
+        if (isDelegateBusy)
+            held.reset();
+        // The next batch comes due while the delegate is busy.
+        const auto due = Clock::now() + std::chrono::milliseconds(isDelegateBusy ? 1200 : 0);
+        for (int step = 0; step < steps / 2 || Clock::now() < due; ++step)
+            changes.changeSomething();
+        delegate->setBusy(false);
+    }
+
+    void keepDelegateBusy() {
+        delegate->setBusy(true);
+        writeFile(marks / "busy", "1");
+        ASSERT_TRUE(waitUntil([&] { return delegate->calls(marks) > 0; }));
+    }
+
+    void checkRound(const RandomChanges& changes) {
+        const auto notified = delegate->takeCalls();
+        if (notified.contains(root.parent_path().string()))
+            return; // count was lost: everything is to be looked at
+        for (const auto* folder : changes.folders()) {
+            const bool isNotified =
+                !folder->isChanged || std::ranges::any_of(folder->paths, [&](const auto& path) {
+                    return notified.contains(path);
+                });
+            EXPECT_TRUE(isNotified) << folder->path;
+        }
+    }
+
+    /// Whether each folder is watched, and by the path that it has.
+    void checkFolders(const RandomChanges& changes) {
+        for (const auto* folder : changes.folders())
+            writeFile(folder->path / "probe", "1");
+        waitForMark();
+        auto notified = delegate->takeCalls();
+        std::erase_if(notified, [&](const auto& call) { return isWithin(call.first, marks); });
+        notified.erase(root.parent_path().string()); // to be looked at as a whole, once more
+        std::vector<fs::path> deaf;
+        for (const auto* folder : changes.folders()) {
+            if (notified.erase(folder->path.string()) == 0)
+                deaf.push_back(folder->path);
+        }
+        EXPECT_THAT(deaf, ::testing::IsEmpty());
+        EXPECT_THAT(notified, ::testing::IsEmpty()) << "by a path that is not, or not any more";
+    }
+
+    TemporaryFolder temporary;
+    const fs::path marks = temporary.path() / "tree" / "z";
+    const fs::path root = marks.parent_path() / "root";
+    const std::shared_ptr<RecordingDelegate> delegate = std::make_shared<RecordingDelegate>();
+    int lastMark = 0;
+};
+
+/// The number in the environment, for longer runs and for those that are to be repeated.
+long numberOr(const char* variable, long otherwise) {
+    const char* const text = std::getenv(variable);
+    return text == nullptr ? otherwise : std::atol(text);
+}
+
+TEST_F(FileSystemMonitorRandomTest, MissesNoFolderHoweverFoldersMove) {
+    for (const auto& folder : {marks, root, temporary / "outside"})
+        fs::create_directories(folder);
+    const auto seed = numberOr("CORBEL_RANDOM_SEED", std::random_device()());
+    std::cout << "seed " << seed << std::endl;
+    SCOPED_TRACE("seed " + std::to_string(seed));
+    auto monitor = CorbelKit::FileSystemMonitor::make(folderURL(root.parent_path()));
+    monitor->setDelegate(delegate);
+    RandomChanges changes(root, temporary / "outside", static_cast<unsigned>(seed));
+    const auto operations = numberOr("CORBEL_RANDOM_OPERATIONS", 0);
+    const std::chrono::seconds time(std::getenv("CORBEL_LONG_TESTS") == nullptr ? 8 : 60);
+    const auto end = Clock::now() + time;
+    constexpr int steps = 1000;
+    for (int round = 0; round * steps < operations || Clock::now() < end; ++round) {
+        changes.beginRound();
+        change(changes, static_cast<Delay>(round % 5), steps);
+        waitForMark();
+        checkRound(changes);
+        checkFolders(changes);
+        if (HasFailure())
+            break;
+    }
+}
+
+} // namespace

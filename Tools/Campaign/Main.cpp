@@ -1,0 +1,37 @@
+#include "Tools/Campaign/Campaign.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <exception>
+#include <span>
+#include <string>
+
+namespace {
+
+int usage() {
+    std::fprintf(stderr, "usage: agent-campaign work MINUTES\n"
+                         "       agent-campaign rest MINUTES\n");
+    return 2;
+}
+
+bool run(const std::string& what, int number) {
+    if (what == "work")
+        return Campaign::work(std::chrono::minutes(number));
+    if (what == "rest")
+        return Campaign::rest(std::chrono::minutes(number));
+    std::exit(usage());
+}
+
+} // namespace
+
+int main(int argumentCount, char** argumentVector) {
+    const std::span arguments(argumentVector, static_cast<std::size_t>(argumentCount));
+    if (arguments.size() < 3)
+        return usage();
+    try {
+        return run(arguments[1], std::stoi(arguments[2])) ? EXIT_SUCCESS : EXIT_FAILURE;
+    } catch (const std::exception& exception) {
+        std::fprintf(stderr, "%s\n", exception.what());
+        return EXIT_FAILURE;
+    }
+}

@@ -9,12 +9,18 @@
 namespace {
 
 int usage() {
-    std::fprintf(stderr, "usage: agent-campaign work MINUTES\n"
+    std::fprintf(stderr, "usage: agent-campaign oracle ROUNDS [SEED]\n"
+                         "       agent-campaign soak MINUTES\n"
+                         "       agent-campaign work MINUTES\n"
                          "       agent-campaign rest MINUTES\n");
     return 2;
 }
 
-bool run(const std::string& what, int number) {
+bool run(const std::string& what, int number, std::optional<std::uint64_t> seed) {
+    if (what == "oracle")
+        return Campaign::oracle(number, seed);
+    if (what == "soak")
+        return Campaign::soak(std::chrono::minutes(number));
     if (what == "work")
         return Campaign::work(std::chrono::minutes(number));
     if (what == "rest")
@@ -29,7 +35,10 @@ int main(int argumentCount, char** argumentVector) {
     if (arguments.size() < 3)
         return usage();
     try {
-        return run(arguments[1], std::stoi(arguments[2])) ? EXIT_SUCCESS : EXIT_FAILURE;
+        std::optional<std::uint64_t> seed;
+        if (arguments.size() > 3)
+            seed = std::stoull(arguments[3]);
+        return run(arguments[1], std::stoi(arguments[2]), seed) ? EXIT_SUCCESS : EXIT_FAILURE;
     } catch (const std::exception& exception) {
         std::fprintf(stderr, "%s\n", exception.what());
         return EXIT_FAILURE;

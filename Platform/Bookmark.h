@@ -20,9 +20,10 @@ Expected<BookmarkData> makeBookmark(const URL& file);
 /// For one thread at a time.
 class SecurityScopedResource {
 public:
-    /// Finds the file, also after it was moved or renamed within its file system. Gives the reason
-    /// where it is gone, cannot be found at bounded cost, or where the bytes are no bookmark. They
-    /// may come from an attacker.
+    /// Finds the file, also after it was moved or renamed within its file system. Where it is gone,
+    /// or cannot be found at bounded cost, what stands at its old path counts as the file, as after
+    /// an editor that saves by putting a new file in place. Gives the reason where nothing does, or
+    /// where the bytes are no bookmark. They may come from an attacker.
     static Expected<SecurityScopedResource> resolve(const BookmarkData& bookmark);
 
     SecurityScopedResource(SecurityScopedResource&& other) noexcept;

@@ -68,7 +68,7 @@ TEST_F(Bookmark, FindsTheFileWhereverItWasMovedNearby) {
     EXPECT_EQ(openDescriptors(), descriptors);
 }
 
-TEST_F(Bookmark, TakesNoOtherFileForTheOneItMeans) {
+TEST_F(Bookmark, TakesWhatCameInTheFilesPlaceOnlyWhereTheFileIsGone) {
     const auto data = bookmark();
     fs::rename(file, folder / "c/kept");
     writeFile(file, "");
@@ -77,6 +77,15 @@ TEST_F(Bookmark, TakesNoOtherFileForTheOneItMeans) {
     fs::remove(folder / "c/kept");
     fs::remove(file);
     writeFile(file, "");
+    for (int save = 0; save < 2; ++save) { // as editors do
+        const auto resource = resolved(data);
+        EXPECT_EQ(resource.url(), fileURL(file));
+        EXPECT_TRUE(resource.isStale());
+        EXPECT_FALSE(resolved(*resource.makeBookmark()).isStale());
+        replaceFile(file, "saved");
+    }
+    fs::remove(file);
+    fs::create_directory(file);
     EXPECT_FALSE(SecurityScopedResource::resolve(data));
 }
 
@@ -123,7 +132,6 @@ TEST_F(Bookmark, IsAbsentFromBytesThatAreNone) {
     for (const auto& [key, value] : alterations)
         EXPECT_FALSE(SecurityScopedResource::resolve(altered(key, value))) << key;
     // A whole record, of nothing that there is.
-    EXPECT_FALSE(SecurityScopedResource::resolve(altered("Inode", UINT64_MAX)));
     EXPECT_FALSE(SecurityScopedResource::resolve(altered("Folder", true)));
 }
 

@@ -22,10 +22,11 @@ std::optional<BookmarkRecord> found(const BookmarkRecord& record) {
     const auto there = FileIdentity::at(record.path);
     if (there && there->isOfSameFileAs(record.identity))
         return BookmarkRecord{.path = record.path, .identity = *there};
-    auto path = MovedFileSearch(record.identity).find(record.path);
-    if (!path)
-        return std::nullopt;
-    return BookmarkRecord{.path = std::move(*path), .identity = record.identity};
+    if (auto path = MovedFileSearch(record.identity).find(record.path))
+        return BookmarkRecord{.path = std::move(*path), .identity = record.identity};
+    if (there && there->isFolder == record.identity.isFolder)
+        return BookmarkRecord{.path = record.path, .identity = *there};
+    return std::nullopt;
 }
 
 URL urlOf(const BookmarkRecord& item) {

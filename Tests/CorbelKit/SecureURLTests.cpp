@@ -11,12 +11,7 @@ using Platform::PropertyList;
 
 class SecureURLTest : public ::testing::Test {
 protected:
-    SecureURLTest() {
-        // The settings of the process stay where they were first asked for.
-        static const TemporaryFolder configuration;
-        static const EnvironmentVariable variable("XDG_CONFIG_HOME", configuration.path().string());
-        writeFile(file, "");
-    }
+    SecureURLTest() { writeFile(file, ""); }
 
     // On some systems the settings outlive the process.
     ~SecureURLTest() override { settings().remove(key); }

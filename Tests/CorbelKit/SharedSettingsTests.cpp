@@ -14,3 +14,11 @@ TEST(ToggledSetting, CountsAsOffBeforeItIsFirstSet) {
     EXPECT_EQ(settings.boolean(key), true);
     settings.remove(key);
 }
+
+TEST(SuiteOfTheProgramsOwnName, IsItsStandardDomain) {
+    auto suite = Platform::UserDefaults::suite("CorbelKitTests");
+    ASSERT_TRUE(suite);
+    suite->set("TestSuite", true);
+    EXPECT_EQ(Platform::UserDefaults::standard().boolean("TestSuite"), true);
+    suite->remove("TestSuite");
+}

@@ -31,7 +31,9 @@ BusDaemon::BusDaemon(const ActivatableServices& services) {
     writeFile(folder_ / "bus.conf", configuration(folder_.path()));
     daemon_ = std::make_unique<ChildProcess>(
         std::vector<std::string>{"dbus-daemon", "--nofork", "--print-address=1",
-                                 "--config-file=" + (folder_ / "bus.conf").string()});
+                                 "--config-file=" + (folder_ / "bus.conf").string()},
+        // Where its services keep what they keep for the user.
+        std::vector<std::string>{"HOME=" + folder_.path().string()});
     address_ = daemon_->readLine();
     if (address_.empty())
         throw std::runtime_error("dbus-daemon does not start");

@@ -1,25 +1,20 @@
-#include "Platform/Calendar.h"
 #include "Platform/FileContents.h"
 
-#include <chrono>
+#include <array>
+#include <ctime>
 #include <filesystem>
 
 namespace Platform::FileContents {
 namespace {
 
-std::string twoDigits(int number) {
-    const auto digits = std::to_string(number);
-    return digits.size() < 2 ? "0" + digits : digits;
-}
-
-/// The user's clock: "2026-11-22 071530".
+/// The user's clock: "2026-11-22 071530". Not the calendar's, which loads a library of its own.
 std::string timeNow() {
-    const auto now = Calendar::gregorian().dateComponents(
-        std::chrono::time_point_cast<Calendar::Date::duration>(std::chrono::system_clock::now()));
-    if (!now)
+    const auto now = std::time(nullptr);
+    std::tm local{};
+    std::array<char, 32> text{};
+    if (localtime_r(&now, &local) == nullptr)
         return {};
-    return std::to_string(now->year) + "-" + twoDigits(now->month) + "-" + twoDigits(now->day) +
-           " " + twoDigits(now->hour) + twoDigits(now->minute) + twoDigits(now->second);
+    return {text.data(), std::strftime(text.data(), text.size(), "%Y-%m-%d %H%M%S", &local)};
 }
 
 } // namespace

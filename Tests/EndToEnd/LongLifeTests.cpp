@@ -55,15 +55,6 @@ TEST_F(LongLife, HoldsOnToNoDescriptorAndNoDeadProcess) {
     EXPECT_FALSE(children >> child);
 }
 
-TEST_F(LongLife, OutlivesTheReaderOfItsOutput) {
-    start();
-    trial.closeOutput();
-    save("x.plist");
-    ASSERT_TRUE(trial.waitUntilAtRest());
-    trial.reopenOutput();
-    expectToBeReporting();
-}
-
 std::string repeat(std::string_view text, std::size_t count) {
     std::string result;
     for (std::size_t i = 0; i < count; ++i)

@@ -17,8 +17,8 @@ struct FrontWindow {
 
 /// Asks the desktop for the localised name of the application in front: its X server, or the
 /// accessibility bus where it has none or none of its windows is in front. The completion is called
-/// once, on the main thread; the name is absent also when no answer came within half a
-/// second, or to a question before this one. Main thread.
+/// once, on the main thread; the name is absent also when no answer came within half a second, or
+/// to a question before this one. Main thread.
 void findFrontApplication(std::function<void(std::optional<std::string> name)> completion);
 
 } // namespace Platform

@@ -83,14 +83,4 @@ TEST_F(LongScan, WaitsForALargeFileThatIsRead) {
     EXPECT_NE(checksum(scan({}), "slow/tool"), Platform::SHA256::Value());
 }
 
-TEST_F(LongScan, EndsInTheMiddleOfAFileWhenStopped) {
-    std::filesystem::create_directory(folder / "slow");
-    writeFile(folder / "slow/tool", "x");
-    std::filesystem::resize_file(folder / "slow/tool", std::uintmax_t{1} << 40);
-    std::atomic<bool> isCompleted = false;
-    scanner.scan(std::make_shared<JobSnapshot>(), [&](const auto&) { isCompleted = true; });
-    scanner.stop();
-    EXPECT_FALSE(isCompleted);
-}
-
 } // namespace

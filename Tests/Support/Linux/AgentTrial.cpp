@@ -170,10 +170,6 @@ void AgentTrial::closeOutput() {
         close(std::exchange(output_, -1));
 }
 
-void AgentTrial::reopenOutput() {
-    output_ = open(("/proc/" + std::to_string(process_) + "/fd/1").c_str(), O_RDONLY | O_CLOEXEC);
-}
-
 std::optional<long> AgentTrial::waitUntilAtRest() const {
     constexpr auto longerThanAnyWait = std::chrono::milliseconds(1200);
     const auto deadline = Clock::now() + patience;

@@ -52,10 +52,6 @@ public:
     /// The next line that the agent prints; absent when none came in time, or it has ended.
     std::optional<Line> nextLine(std::chrono::milliseconds deadline = patience);
 
-    /// Goes away as the reader of what the agent prints, and comes back.
-    void closeOutput();
-    void reopenOutput();
-
     /// Waits until the agent has come to rest: no thread of it ran for longer than any of its waits
     /// lasts. Gives the number of times that its threads have gone to sleep; absent when it never
     /// came to rest.
@@ -86,6 +82,7 @@ private:
     bool spawn(int standardOutput);
     bool waitUntilReady() const;
     bool readMore(Clock::time_point deadline);
+    void closeOutput();
 
     std::filesystem::path agent_;
     TemporaryFolder folder_;

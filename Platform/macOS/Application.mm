@@ -4,12 +4,14 @@
 #include "Platform/MainThread.h"
 #include "Platform/NeverDestroyed.h"
 #include "Platform/POSIX/ProcessStart.h"
+#include "Platform/StandardOutput.h"
 #include "Platform/macOS/Boundary.h"
 #include "Platform/macOS/Public/SystemEvents.h"
 
 #import <AppKit/AppKit.h>
 #include <dispatch/dispatch.h>
 
+#include <chrono>
 #include <csignal>
 #include <cstdlib>
 #include <vector>
@@ -41,7 +43,10 @@ void SystemEvents::applicationDidFinishLaunching() noexcept {
 }
 
 void SystemEvents::applicationWillTerminate() noexcept {
-    runAtBoundary([] { launch().delegate->applicationWillTerminate(); });
+    runAtBoundary([] {
+        launch().delegate->applicationWillTerminate();
+        StandardOutput::drain(std::chrono::milliseconds(150));
+    });
 }
 
 } // namespace Platform

@@ -67,7 +67,7 @@ TEST_F(DesktopNotification, WaitsForTheNumberOfWhatItReplaces) {
     EXPECT_EQ(next(service).replaces, 1U);
 }
 
-TEST_F(DesktopNotification, LeavesTheServiceSixteenUnansweredAndTheRestInOrder) {
+TEST_F(DesktopNotification, LeavesTheServiceSixteenUnansweredUntilTheEndAndTheRestInOrder) {
     constexpr int mostUnanswered = 16, all = 20;
     NotificationService service(bus.address());
     service.setManner(NotificationService::Manner::holds);
@@ -81,6 +81,12 @@ TEST_F(DesktopNotification, LeavesTheServiceSixteenUnansweredAndTheRestInOrder) 
     service.answerHeld();
     for (int number = mostUnanswered; number < all; ++number)
         EXPECT_TRUE(service.next());
+    for (int number = 0; number < mostUnanswered; ++number)
+        trial.save(job(std::to_string(number)), "again" + std::to_string(number));
+    ASSERT_TRUE(trial.waitUntilAtRest());
+    expectToEnd();
+    for (int number = 0; number < mostUnanswered; ++number)
+        EXPECT_TRUE(service.next(std::chrono::seconds(1)));
 }
 
 TEST_F(DesktopNotification, AsksEachOwnerOfTheNameWhatItCanDo) {

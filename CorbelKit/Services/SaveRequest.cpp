@@ -116,7 +116,7 @@ std::optional<Platform::Error> SaveRequest::save() const {
     try {
         const auto data = encode_();
         if (!data)
-            return data.error();
+            return Platform::Error{url_.path() + ": " + data.error().description};
         auto activity = Platform::ProcessActivity::begin(
             Platform::ProcessActivity::Options::userInitiated, reason_);
         if (auto error = Platform::FileContents::replace(

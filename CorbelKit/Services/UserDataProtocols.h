@@ -36,7 +36,7 @@ public:
             return std::nullopt;
         const auto data = PropertyListEncoder::binary().encode(userData());
         auto error = data ? UserDataFile::write(*data, *file, "Sync saving user data")
-                          : std::optional(data.error().error());
+                          : Platform::Error{file->path() + ": " + data.error().error().description};
         if (error)
             UserDataFile::report(*error);
         return error;

@@ -1,7 +1,10 @@
-// Access is seen from outside here: it is a descriptor of the process.
+// Access is seen from outside here: it is a descriptor of the process. And settings are a file,
+// which may not be written.
 
 #include "CorbelKit/Services/SecureURL.h"
 #include "Tests/Support/Testing.h"
+
+#include <cstdlib>
 
 using namespace TestSupport;
 
@@ -14,4 +17,14 @@ TEST(SecureURLAccess, LastsFromTheMakingOfTheObjectToItsEnd) {
     EXPECT_EQ(openDescriptors(), before + 2);
     one.reset();
     EXPECT_EQ(openDescriptors(), before + 1);
+}
+
+TEST(SecureURLThatCannotBeStored, IsNotSaved) {
+    const auto obstacle =
+        fs::path(std::getenv("XDG_CONFIG_HOME")) / "tarnwell/.CorbelKitTests.plist.saving";
+    fs::create_directories(obstacle);
+    const TemporaryFolder folder;
+    EXPECT_FALSE(CorbelKit::SecureURL::save(folderURL(folder.path()), "Key"));
+    fs::remove(obstacle);
+    EXPECT_TRUE(CorbelKit::SecureURL::save(folderURL(folder.path()), "Key"));
 }

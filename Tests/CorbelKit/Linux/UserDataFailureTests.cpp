@@ -85,13 +85,12 @@ TEST_F(UserDataFailure, IsShownOnceAndLeavesNothingOpen) {
 
 TEST_F(UserDataFailure, OfAValueThatHasNoFormLeavesTheOldFile) {
     EXPECT_EQ(alertOf([&] { notes.put(Note("old"), 0, "Add"); }), "");
-    EXPECT_EQ(alertOf([&] { notes.put(Note("no text\xff"), 1, "Add"); }),
-              "An error occurred while saving: [1].text: The text is not UTF-8.\n");
-    EXPECT_EQ(alertOf([&] { EXPECT_TRUE(notes.saveSynchronously()); }),
-              "An error occurred while saving: [1].text: The text is not UTF-8.\n");
-    const auto path = notes.url()->path();
+    const auto beginning = "An error occurred while saving: " + notes.url()->path() + ": ";
+    const auto noText = beginning + "[1].text: The text is not UTF-8.\n";
+    EXPECT_EQ(alertOf([&] { notes.put(Note("no text\xff"), 1, "Add"); }), noText);
+    EXPECT_EQ(alertOf([&] { EXPECT_TRUE(notes.saveSynchronously()); }), noText);
     EXPECT_EQ(alertOf([&] { QueuedSave::shared().save(std::vector{Thrower()}, *notes.url()); }),
-              "An error occurred while saving: " + path + ": no form\n");
+              beginning + "no form\n");
     EXPECT_EQ(textsOf(*UserDataFile::load<Note>(notes.url())), textsOf({Note("old")}));
 }
 

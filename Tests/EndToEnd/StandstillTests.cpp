@@ -49,14 +49,36 @@ TEST_F(Standstill, OfTheTerminalAndTheXServer) {
     expectToEnd();
 }
 
-TEST_F(Standstill, OfAFile) {
+class StandstillOf : public AgentTest {
+protected:
     // The search for leaks at the end would stop every thread, and one that hangs does not stop.
-    trial.environment["ASAN_OPTIONS"] = "verify_asan_link_order=0:detect_leaks=0";
-    save("hung.plist");
+    StandstillOf() {
+        trial.environment["ASAN_OPTIONS"] = "verify_asan_link_order=0:detect_leaks=0";
+    }
+
+    void SetUp() override {
+        save("hung.plist");
+        if (!HungFile(job("hung.plist")).isHung())
+            GTEST_SKIP() << "needs the right to answer for the file system (CAP_SYS_ADMIN)";
+    }
+};
+
+// Which the main thread reads: nothing is reported then, but it ends.
+TEST_F(StandstillOf, TheSettings) {
+    const auto settings = trial.home() / ".config/tarnwell/QX42K7M3ZP.com.tarnwell.Vesper.plist";
+    fs::create_directories(settings.parent_path());
+    writeFile(settings, "<plist><dict/></plist>");
+    start();
+    const HungFile hung(settings);
+    save("x.plist");
+    EXPECT_FALSE(trial.nextLine(std::chrono::seconds(2)));
+    EXPECT_TRUE(hung.isAsked());
+    expectToEnd();
+}
+
+TEST_F(StandstillOf, AJobFile) {
     start();
     HungFile hung(job("hung.plist"));
-    if (!hung.isHung())
-        GTEST_SKIP() << "needs the right to answer for the file system (CAP_SYS_ADMIN)";
     trial.save(trial.elsewhere() / "hung.plist", "changed");
     fs::copy_file(trial.elsewhere() / "hung.plist", job("hung.plist"),
                   fs::copy_options::overwrite_existing);

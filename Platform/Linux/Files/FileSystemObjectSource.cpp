@@ -1,6 +1,7 @@
 #include "Platform/FileSystemObjectSource.h"
 
 #include "Platform/Linux/Files/Inotify/Inotify.h"
+#include "Platform/Linux/Loops/SignalsElsewhere.h"
 #include "Platform/Linux/Loops/WorkerPool.h"
 #include "Platform/POSIX/FileSystemPath.h"
 
@@ -128,6 +129,7 @@ int FileSystemObjectSource::openForEvents(const URL& url) {
     if (!path)
         return -1;
     auto inotify = Inotify::make(workerExecutor());
+    const SignalsElsewhere elsewhere;
     if (!inotify || inotify->add(path->c_str(), entriesWritten) == -1)
         return -1;
     return inotify->release();

@@ -2,6 +2,7 @@
 
 #include "Platform/FileContents.h"
 #include "Platform/FileManager.h"
+#include "Platform/Linux/Loops/SignalsElsewhere.h"
 #include "Platform/Linux/Settings/FileLock.h"
 #include "Platform/Log.h"
 #include "Platform/PropertyList/Form.h"
@@ -31,6 +32,7 @@ std::optional<Error> setAside(const URL& file) {
 } // namespace
 
 PropertyList::Dictionary DomainFile::values() const {
+    const SignalsElsewhere elsewhere;
     auto content = read();
     return content ? std::move(content->values) : PropertyList::Dictionary{};
 }

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <vector>
 
 namespace Platform {
 namespace {
@@ -116,6 +117,28 @@ struct Parts {
     std::string_view after;
 };
 
+/// RFC 3986, section 5.2.4.
+std::string withoutDotSegments(std::string_view path) {
+    std::vector<std::string_view> names;
+    for (bool isLast = false; !isLast;) {
+        const auto end = std::min(path.find('/'), path.size());
+        const auto name = path.substr(0, end);
+        isLast = end == path.size();
+        path.remove_prefix(std::min(end + 1, path.size()));
+        if (name == ".." && names.size() > 1)
+            names.pop_back();
+        if (name != "." && name != "..") {
+            names.push_back(name);
+        } else if (isLast) {
+            names.emplace_back(); // it meant a folder
+        }
+    }
+    std::string text;
+    for (const auto& name : names)
+        text.append(&name == names.data() ? "" : "/").append(name);
+    return text;
+}
+
 } // namespace
 
 URL URL::file(std::string_view path, DirectoryHint hint) {
@@ -143,6 +166,28 @@ std::optional<URL> URL::parse(std::string_view text) {
     if (url.isFileURL() && text.find("%00") != std::string_view::npos)
         return std::nullopt;
     return url;
+}
+
+std::optional<URL> URL::parse(std::string_view text, const URL& base) {
+    if (auto url = parse(text))
+        return url;
+    const std::string_view baseText = base.text_;
+    const auto scheme = baseText.substr(0, baseText.find(':') + 1);
+    const bool hasAuthority = text.starts_with("//");
+    const Parts parent(baseText.substr(0, baseText.find('#')));
+    const auto absolute = std::string(scheme).append(text);
+    const Parts relative(absolute);
+    std::string path(relative.path);
+    std::string_view query;
+    if (!hasAuthority && path.empty()) {
+        path = parent.path;
+        query = relative.after.starts_with('?') ? "" : parent.after;
+    } else if (!hasAuthority && !path.starts_with('/')) {
+        path.insert(0,
+                    parent.path.empty() ? "/" : parent.path.substr(0, parent.path.rfind('/') + 1));
+    }
+    std::string whole(hasAuthority ? relative.before : parent.before);
+    return parse(whole.append(withoutDotSegments(path)).append(query).append(relative.after));
 }
 
 bool URL::isFileURL() const {

@@ -28,6 +28,10 @@ public:
     /// Absent when `text` is not an absolute URL.
     static std::optional<URL> parse(std::string_view text);
 
+    /// Absent when `text` is neither an absolute URL nor leads from the base to one (RFC 3986,
+    /// section 5.2).
+    static std::optional<URL> parse(std::string_view text, const URL& base);
+
     /// The text of the whole URL, with its escapes.
     const std::string& absoluteString() const { return text_; }
 

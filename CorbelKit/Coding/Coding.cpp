@@ -14,6 +14,7 @@ using Platform::PropertyList;
 using Platform::URL;
 
 constexpr std::string_view relativeKey = "relative";
+constexpr std::string_view baseKey = "base";
 
 /// The date from which Foundation counts.
 constexpr PropertyList::Date referenceDate =
@@ -93,11 +94,17 @@ void Coding<PropertyList::Date>::encode(PropertyList::Date value, Encoder& encod
     }
 }
 
+// The depth of bases within bases is that of the property list, which has a bound.
 URL Coding<URL>::decode(const Decoder& decoder) {
-    const auto text = decoder.format() == CodingFormat::json
-                          ? decoder.decode<std::string>()
-                          : decoder.container().decode<std::string>(relativeKey);
-    auto url = URL::parse(text);
+    std::optional<URL> url;
+    if (decoder.format() == CodingFormat::json) {
+        url = URL::parse(decoder.decode<std::string>());
+    } else {
+        const auto container = decoder.container();
+        const auto text = container.decode<std::string>(relativeKey);
+        const auto base = container.decodeIfPresent<URL>(baseKey);
+        url = base ? URL::parse(text, *base) : URL::parse(text);
+    }
     if (!url)
         decoder.fail(CodingError::Kind::dataCorrupted, "Invalid URL string.");
     return url ? std::move(*url) : placeholder();

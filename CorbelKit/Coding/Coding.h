@@ -100,7 +100,7 @@ struct Coding<Platform::PropertyList::Date> {
 };
 
 /// In a property list a dictionary that holds the text under "relative", in JSON the text, as
-/// Foundation codes URLs. Decoding takes no "base".
+/// Foundation codes URLs. Decoding makes a whole URL of one that has a "base", itself a URL.
 template <>
 struct Coding<Platform::URL> {
     static Platform::URL decode(const Decoder& decoder);

@@ -120,6 +120,7 @@ void Themes::setFont(Theme& theme, Theme::Font::Kind kind, const Platform::Font&
 }
 
 void Themes::save() const {
+    Platform::MainThread::check();
     std::vector<Theme> themes;
     themes.reserve(items_.size());
     for (const auto& item : items_)

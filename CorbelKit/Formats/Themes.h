@@ -12,9 +12,9 @@ namespace CorbelKit {
 
 /// The user's themes, kept as a binary property list. Main thread.
 ///
-/// Whoever shows themes observes the notifications of the default notification centre below. A
-/// change is saved a little later, by itself; a save that fails is told to the user, and the themes
-/// in memory stay as they are.
+/// Whoever shows themes observes the notifications below, of the default notification centre: the
+/// kit's or, on macOS, the system's. A change is saved a little later, by itself; a save that fails
+/// is told to the user, and the themes in memory stay as they are.
 class Themes {
 public:
     static constexpr std::string_view themeColorChanged = "ThemeColorChanged"; ///< of any theme

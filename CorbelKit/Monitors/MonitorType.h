@@ -12,7 +12,13 @@ public:
     virtual ~MonitorDelegate() = default;
 
     /// Called on the monitor's queue, never on the main thread, and possibly for several monitors
-    /// at once. The URL is that of the watched location; what changed there is not said.
+    /// at once. The URL is that of the location or of a folder in it; what changed there is not
+    /// said.
+    ///
+    /// The threads that call are few, and all queues share them, timers too: a call must not wait
+    /// for another call, for the task of a queue, for the main thread, or for what may take its
+    /// time, as a dead network's disk. Such work goes to `DispatchQueue::blocking`, or to the main
+    /// thread by `MainThread::run`.
     virtual void monitorDidChange(const Platform::URL& url) = 0;
 
 protected:

@@ -2,6 +2,7 @@
 
 #include "Platform/MainThread.h"
 #include "Platform/NeverDestroyed.h"
+#include "Platform/SystemObservers.h"
 
 #include <utility>
 
@@ -21,6 +22,8 @@ void NotificationCenter::post(std::string_view name) const {
     Platform::MainThread::check();
     if (const auto found = observers_.find(name); found != observers_.end())
         found->second.notify();
+    if (this == &defaultCenter())
+        Platform::postToSystemObservers(name);
 }
 
 } // namespace CorbelKit

@@ -16,7 +16,9 @@ public:
     /// Runs on the main thread, within `post`.
     using Handler = Platform::ObserverList::Handler;
 
-    /// The one that all parts share.
+    /// The one that all parts share. What is posted there, the system's own default centre posts as
+    /// well, where it has one, for observers that are written against that (macOS); not the other
+    /// way round.
     static NotificationCenter& defaultCenter();
 
     /// Has the handler called whenever the name is posted, until the observation ends. It may then

@@ -111,6 +111,12 @@ TEST(DropItem, IsCodedUnderTheNameOfItsCase) {
               DropItem{std::string("a")});
 }
 
+TEST(DropItem, TakesAURLThatHasABase) {
+    EXPECT_EQ(*PropertyListDecoder::shared().decode<DropItem>(bytesOf(
+                  R"({url={"_0"={relative="../b";base={relative="https://a.org/a/";};};};})")),
+              DropItem{*Platform::URL::parse("https://a.org/b")});
+}
+
 TEST(DropItem, SaysWhatIsWrongWithItsCodedForm) {
     constexpr auto wrongNumber = "items[0]: Invalid number of keys found, expected one.";
     const std::pair<const char*, const char*> cases[] = {

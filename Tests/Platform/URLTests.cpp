@@ -70,3 +70,24 @@ TEST(URL, RefusesTextThatIsNoAbsoluteURL) {
         EXPECT_FALSE(URL::parse(text)) << text;
     EXPECT_FALSE(URL::parse(std::string_view("file:///a\0b", 11)));
 }
+
+// The cases of RFC 3986, section 5.4, that differ in kind.
+TEST(URL, LeadsFromABaseToAnother) {
+    const auto base = *URL::parse("http://a/b/c/d;p?q#f");
+    for (const auto& [text, expected] : std::initializer_list<std::pair<const char*, const char*>>{
+             {"g:h", "g:h"},
+             {"g", "http://a/b/c/g"},
+             {"g/?y#s", "http://a/b/c/g/?y#s"},
+             {"/g", "http://a/g"},
+             {"//g", "http://g"},
+             {"?y", "http://a/b/c/d;p?y"},
+             {"#s", "http://a/b/c/d;p?q#s"},
+             {"", "http://a/b/c/d;p?q"},
+             {".", "http://a/b/c/"},
+             {"../../../g", "http://a/g"},
+             {"./g/../h", "http://a/b/c/h"},
+             {"//g/../h", "http://g/h"}})
+        EXPECT_EQ(URL::parse(text, base).value_or(base).absoluteString(), expected) << text;
+    EXPECT_EQ(URL::parse("g", *URL::parse("http://a"))->absoluteString(), "http://a/g");
+    EXPECT_FALSE(URL::parse("a b", base));
+}

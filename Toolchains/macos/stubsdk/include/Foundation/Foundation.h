@@ -334,6 +334,11 @@ typedef NS_OPTIONS(NSUInteger, NSXPCConnectionOptions) { NSXPCConnectionPrivileg
 @interface NSNotification : NSObject <NSCopying>
 @end
 
+@interface NSNotificationCenter : NSObject
+@property(class, readonly, strong) NSNotificationCenter* defaultCenter;
+- (void)postNotificationName:(NSString*)name object:(id)object;
+@end
+
 @interface NSObject (NSKeyValueCoding)
 - (id)valueForKey:(NSString*)key;
 @end

@@ -1,0 +1,7 @@
+#include "Platform/SystemObservers.h"
+
+namespace Platform {
+
+void postToSystemObservers(std::string_view /*name*/) {}
+
+} // namespace Platform

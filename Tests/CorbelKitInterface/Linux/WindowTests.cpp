@@ -218,7 +218,7 @@ TEST_F(Windows, TellOfAHelperToolWhileTheApplicationGoesOn) {
     order("helper");
     ASSERT_TRUE(opens());
     EXPECT_EQ(run({"xdotool", "getwindowname", window()}),
-              "Die Kommunikation mit dem Hilfsprogramm konnte nicht hergestellt werden.\n");
+              "Die Verbindung zum Hilfsprogramm konnte nicht hergestellt werden.\n");
     EXPECT_EQ(ask("windows"), "1 of 1");
     press("Return");
     EXPECT_EQ(trial->readLine(), "dismissed");

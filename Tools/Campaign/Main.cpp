@@ -5,12 +5,14 @@
 #include <exception>
 #include <span>
 #include <string>
+#include <string_view>
 
 namespace {
 
 int usage() {
     std::fprintf(stderr, "usage: agent-campaign oracle ROUNDS [SEED]\n"
                          "       agent-campaign soak MINUTES\n"
+                         "       agent-campaign faults PART-OF-NAME\n"
                          "       agent-campaign work MINUTES\n"
                          "       agent-campaign rest MINUTES\n");
     return 2;
@@ -35,6 +37,8 @@ int main(int argumentCount, char** argumentVector) {
     if (arguments.size() < 3)
         return usage();
     try {
+        if (std::string_view(arguments[1]) == "faults")
+            return Campaign::meetFaults(arguments[2]) ? EXIT_SUCCESS : EXIT_FAILURE;
         std::optional<std::uint64_t> seed;
         if (arguments.size() > 3)
             seed = std::stoull(arguments[3]);

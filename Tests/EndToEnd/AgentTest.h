@@ -4,9 +4,20 @@
 #include "Tests/Support/Linux/NotificationService.h"
 #include "Tests/Support/Testing.h"
 
+#include <cstdlib>
+#include <sstream>
+
 /// An agent process: files in, notifications out.
 class AgentTest : public ::testing::Test {
 protected:
+    /// Under a command in front of the agent's, where the environment names one: words with colons.
+    AgentTest() {
+        const char* const confine = std::getenv("CORBEL_CONFINE");
+        std::istringstream words(confine != nullptr ? confine : "");
+        for (std::string word; std::getline(words, word, ':');)
+            trial.wrapper.push_back(word);
+    }
+
     void start() { ASSERT_TRUE(trial.start()); }
 
     std::filesystem::path job(const std::string& name) const { return trial.userAgents() / name; }

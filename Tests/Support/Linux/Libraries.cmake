@@ -13,3 +13,10 @@ target_sources(TestSupport INTERFACE ${CMAKE_CURRENT_SOURCE_DIR}/Linux/LeakSuppr
 add_executable(HelperTool Linux/Programs/HelperTool.cpp)
 target_link_libraries(HelperTool PRIVATE PkgConfig::GIO)
 add_dependencies(TestSupport HelperTool)
+
+# Stands in for the service manager where a program is to be run under the filter of its unit.
+pkg_check_modules(SECCOMP IMPORTED_TARGET libseccomp)
+if(SECCOMP_FOUND)
+    add_executable(Confine Linux/Programs/Confine.cpp)
+    target_link_libraries(Confine PRIVATE PkgConfig::SECCOMP)
+endif()

@@ -3,6 +3,7 @@
 #include "Platform/Bundle.h"
 #include "Platform/Linux/Desktop/ServiceManager.h"
 #include "Platform/Linux/Desktop/SoleInstance.h"
+#include "Platform/Linux/Desktop/StartPages.h"
 #include "Platform/Linux/Notifications/ScheduledNotifications.h"
 #include "Platform/MainThread.h"
 #include "Platform/POSIX/ProcessStart.h"
@@ -119,6 +120,7 @@ int run(int /*argumentCount*/, char** /*arguments*/,
 void announceReady() {
     MainThread::check();
     notifyServiceManager("READY=1");
+    releaseStartPages();
 }
 
 } // namespace Platform::Application

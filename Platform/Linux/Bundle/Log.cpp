@@ -1,11 +1,10 @@
 #include "Platform/Log.h"
 
-#include "Platform/Bundle.h"
+#include "Platform/Linux/Bundle/ProgramName.h"
 #include "Platform/NeverDestroyed.h"
 
 #include <syslog.h>
 
-#include <cerrno>
 #include <string>
 
 namespace Platform {
@@ -14,9 +13,7 @@ namespace {
 /// The program's name as a command would have it: "My Program" logs as "my-program". Readers of the
 /// log take the identifier to end at white space, a colon or a bracket (RFC 3164, section 5.3).
 std::string identifier() {
-    auto name = Bundle::main().text("CFBundleName");
-    if (name.empty())
-        name = program_invocation_short_name;
+    auto name = programName();
     for (char& character : name) {
         if (character >= 'A' && character <= 'Z') {
             character = static_cast<char>(character - 'A' + 'a');

@@ -1,6 +1,7 @@
 #include "Platform/Application.h"
 
 #include "Platform/Bundle.h"
+#include "Platform/Linux/Bundle/ProgramName.h"
 #include "Platform/Linux/Desktop/ServiceManager.h"
 #include "Platform/Linux/Desktop/SoleInstance.h"
 #include "Platform/Linux/Desktop/StartPages.h"
@@ -75,8 +76,7 @@ void quitOnRequest(GMainLoop* loop) {
 }
 
 void sayThatAnotherRuns(const std::string& holder) {
-    StandardOutput::writeLine(Bundle::main().text("CFBundleName") +
-                              " is already running: " + holder + ".");
+    StandardOutput::writeLine(programName() + " is already running: " + holder + ".");
 }
 
 } // namespace

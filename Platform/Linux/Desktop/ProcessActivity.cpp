@@ -1,6 +1,6 @@
 #include "Platform/ProcessActivity.h"
 
-#include "Platform/Bundle.h"
+#include "Platform/Linux/Bundle/ProgramName.h"
 #include "Platform/Linux/Bus/BusAddress.h"
 #include "Platform/Linux/Bus/BusWriter.h"
 #include "Platform/Linux/Bus/SharedBus.h"
@@ -63,14 +63,13 @@ private:
         if (!bus)
             return std::nullopt;
         const GStringPtr reason(g_utf8_make_valid(why.data(), static_cast<gssize>(why.size())));
-        const auto reply = bus->callAndWait({.destination = "org.freedesktop.login1",
-                                             .path = "/org/freedesktop/login1",
-                                             .interface = "org.freedesktop.login1.Manager",
-                                             .name = "Inhibit",
-                                             .replyType = "h"},
-                                            busArguments(what, Bundle::main().text("CFBundleName"),
-                                                         std::string(reason.get()), "block"),
-                                            deadline);
+        const auto reply = bus->callAndWait(
+            {.destination = "org.freedesktop.login1",
+             .path = "/org/freedesktop/login1",
+             .interface = "org.freedesktop.login1.Manager",
+             .name = "Inhibit",
+             .replyType = "h"},
+            busArguments(what, programName(), std::string(reason.get()), "block"), deadline);
         if (reply.outcome != BusReply::Outcome::answered)
             return std::nullopt;
         return std::move(*reply.file);

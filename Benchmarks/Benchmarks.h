@@ -6,7 +6,7 @@ namespace Benchmarks {
 /// with ten times the files. Whether every ratio keeps to its limit.
 bool measurePasses();
 
-/// The agent as a process: how soon it watches, how soon it tells of a change, what it holds at
+/// The agent as a process: how soon it watches, how soon it notifies of a change, what it holds at
 /// rest. Whether every figure keeps to its limit.
 bool measureProcess();
 

@@ -1,6 +1,6 @@
 #pragma once
 
-/// The window that tells the user of the system's question about a new background item, which is
+/// The window that explains to the user the system's question about a new background item, which is
 /// about to come, and offers to open the settings in which the item is allowed. For applications
 /// that register one: what they wanted it for fails until the user agrees.
 namespace CorbelKit::AllowBackgroundItem {

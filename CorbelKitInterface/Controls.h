@@ -43,7 +43,7 @@ public:
     void setStringValue(const std::string& text) const;
 };
 
-/// A button with a title; what it does, the storyboard tells.
+/// A button with a title; what it does, the storyboard connects.
 class Button : public View {
 public:
     /// Of the outlets that it is connected to.

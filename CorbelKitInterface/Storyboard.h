@@ -12,7 +12,7 @@
 
 namespace CorbelKit {
 
-/// Hears of what the user does with a window. Called on the main thread.
+/// Is notified of what the user does with a window. Called on the main thread.
 class WindowDelegate {
 public:
     virtual ~WindowDelegate() = default;
@@ -37,7 +37,7 @@ public:
     explicit WindowScene(std::shared_ptr<Impl> impl)
         : impl_(std::move(impl)) {}
 
-    /// Who hears of the window from now on; the delegate is not kept alive.
+    /// Who observes the window from now on; the delegate is not kept alive.
     void setDelegate(std::weak_ptr<WindowDelegate> delegate);
 
     /// Shows the window in front of the others and gives it the keyboard.

@@ -1,6 +1,6 @@
 # What the reference adds to the headers, or leaves out of them.
 
-# Nobody looks up what the compiler writes, is told not to, or what a move does.
+# Nobody looks up what the compiler writes, is asked not to, or what a move does.
 /= (default|delete);$/d
 /&&( other)?\) noexcept;$/d
 
@@ -19,5 +19,5 @@
 s#^( *inline constexpr [^;]*( = |\{)([^;{}]*)\}?;)$#\1 ///< @hideinitializer `\3`#
 
 # Each type that can be coded has these two.
-s|^( *static [A-Za-z]+ decode\(const Decoder& decoder\);)$|\1 ///< As `Coding` tells.|
-s|^( *void encode\(Encoder& encoder\) const;)$|\1 ///< As `Coding` tells.|
+s|^( *static [A-Za-z]+ decode\(const Decoder& decoder\);)$|\1 ///< As `Coding` describes.|
+s|^( *void encode\(Encoder& encoder\) const;)$|\1 ///< As `Coding` describes.|

@@ -1,4 +1,4 @@
-// Shows the window that tells of a new background item, until Control-C: background-item
+// Shows the window about a new background item, until Control-C: background-item
 #include "CorbelKitInterface/AllowBackgroundItem.h"
 #include "Platform/Application.h"
 

@@ -4,7 +4,7 @@
 namespace Platform::AppService {
 
 /// Opens the settings in which the user allows such programs, as the desktop has them; nothing
-/// where it has none. Returns at once; whether it came to anything is not told. Needs the
+/// where it has none. Returns at once; whether it came to anything is not reported. Needs the
 /// application's main loop. Any thread.
 void openSystemSettingsLoginItems();
 

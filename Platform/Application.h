@@ -8,7 +8,7 @@
 
 namespace Platform {
 
-/// What the application tells of its life. Called on the main thread, and owned by `run`.
+/// What the application is notified of in its life. Called on the main thread, and owned by `run`.
 class ApplicationDelegate {
 public:
     virtual ~ApplicationDelegate() = default;
@@ -49,14 +49,15 @@ void announceReady();
 /// The direction of the user interface in the user's language. Callable on any thread.
 LayoutDirection userInterfaceLayoutDirection();
 
-/// How the user has chosen that applications look, light where that cannot be told. Follows the
+/// How the user has chosen that applications look, light where that is not known. Follows the
 /// user's choice while the main loop runs. Callable on any thread; the first call may take a
 /// quarter of a second, and one on another thread than the main one may wait for the main thread.
 Appearance effectiveAppearance();
 
 /// Has the handler called on the main thread when that has become another one, while the main loop
 /// runs and until the observation ends, which the handler itself may do. The present one is not
-/// told; `effectiveAppearance` gives the new one. Main thread, in an application that is running.
+/// reported; `effectiveAppearance` gives the new one. Main thread, in an application that is
+/// running.
 [[nodiscard]] Observation observeEffectiveAppearance(std::function<void()> handler);
 
 } // namespace Application

@@ -24,7 +24,7 @@ public:
     using Components = std::array<double, 4>;
 
     /// @{
-    /// A colour of the space, opaque unless told otherwise. Callable on any thread.
+    /// A colour of the space, opaque unless given otherwise. Callable on any thread.
     static Color deviceRGB(double red, double green, double blue, double alpha = 1);
     static Color genericRGB(double red, double green, double blue, double alpha = 1);
     static Color sRGB(double red, double green, double blue, double alpha = 1);

@@ -53,12 +53,12 @@ struct MachServiceName {
 /// on any thread, and none of them waits for the helper.
 ///
 /// Completions and handlers run one at a time on the connection's own serial queue, in the order of
-/// what they tell. They must not throw.
+/// what they report. They must not throw.
 ///
 /// Life of a connection:
 /// - It is made suspended, and connects when it is resumed for the first time. Suspensions count:
 ///   as many `resume` as `suspend`, and the one more that starts it. While it is suspended no
-///   completion and no handler begins; what there is to tell comes afterwards, in order. Calls
+///   completion and no handler begins; what there is to report comes afterwards, in order. Calls
 ///   made before the start are sent with it; calls of a connection that was suspended later are
 ///   sent at once, and only their replies wait.
 /// - A helper that goes away *interrupts*: the calls under way fail, and then the interruption
@@ -70,7 +70,7 @@ struct MachServiceName {
 ///   handlers are released; so a handler that holds the connection does not keep it for ever.
 ///   Nothing makes the connection valid again.
 /// - Destroying the object invalidates it, whatever it is doing; its handlers and completions
-///   may do that too. What is left to tell is told after the object has gone.
+///   may do that too. What is left to report is reported after the object has gone.
 ///
 /// Every completion runs exactly once. There is no time limit on a call: it ends with its answer,
 /// with the helper, or with the connection.
@@ -121,13 +121,15 @@ public:
     /// A completion or handler under way goes on. Does nothing to what was invalidated.
     void suspend();
 
-    /// Ends every suspension too: what there is left to tell is told. A second call does nothing.
+    /// Ends every suspension too: what there is left to report is reported. A second call does
+    /// nothing.
     void invalidate();
 
-    /// Replaces the handler that is told of a helper lost. Kept until the connection is invalid.
+    /// Replaces the handler that is notified of a helper lost. Kept until the connection is
+    /// invalid.
     void setInterruptionHandler(Handler handler);
 
-    /// Replaces the handler that is told of the end. Kept until it has run.
+    /// Replaces the handler that is notified of the end. Kept until it has run.
     void setInvalidationHandler(Handler handler);
 
     /// Asks the helper. The method is a name of letters, digits and "_" that does not begin with a

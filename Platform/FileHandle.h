@@ -43,7 +43,7 @@ public:
     /// The kind of the open item itself, so a link counts as what it leads to.
     Kind kind() const;
 
-    /// In bytes, of a regular file; 0 where it cannot be told.
+    /// In bytes, of a regular file; 0 where it is not known.
     std::uint64_t size() const;
 
     /// Reads at most `buffer.size()` bytes; 0 at the end.

@@ -41,7 +41,7 @@ forEachEntry(const std::string& folder, ListingOptions options,
              const std::function<void(std::string_view name, bool isFolder)>& visit);
 /// The URL of what the file's path leads to when every symbolic link on the way is followed, as far
 /// as the path exists. A folder URL stays one. The URL itself where it is no file's or nothing can
-/// be told.
+/// be found.
 URL resolvingSymlinksInPath(const URL& url);
 
 /// The home folder that the password database holds for the real user ID of the process. Absent

@@ -10,7 +10,7 @@ namespace Platform {
 /// object is used by one thread at a time, on any thread.
 ///
 /// A system that grants nothing, or takes longer than a quarter of a second over it, holds nothing
-/// against itself: the work goes on all the same, and the caller is not told.
+/// against itself: the work goes on all the same, and the caller is not notified.
 class ProcessActivity {
 public:
     /// What is held off, as a set. The values are those of NSActivityOptions.

@@ -104,7 +104,7 @@ public:
     friend bool operator==(const PropertyList&, const PropertyList&) = default;
 
     /// @{
-    /// Reads any of the three forms, told apart by their content. Absent when the bytes are no
+    /// Reads any of the three forms, recognised by their content. Absent when the bytes are no
     /// property list. Of equal keys the last one counts.
     /// - XML: UTF-8, UTF-16, ISO-8859-1 or US-ASCII, with or without a byte-order mark; the `plist`
     ///   element may be missing. Whatever declares an entity or an attribute is no property list.

@@ -30,7 +30,7 @@ std::weak_ordering localizedStandardCompare(std::string_view first, std::string_
 using EncodingNumber = std::int64_t;
 
 inline constexpr EncodingNumber utf8Encoding = 4;
-inline constexpr EncodingNumber unicodeEncoding = 10; ///< UTF-16, its byte order told by a mark
+inline constexpr EncodingNumber unicodeEncoding = 10; ///< UTF-16, its byte order given by a mark
 
 /// What the system can convert from and to, each once, in the system's own order.
 std::vector<EncodingNumber> availableStringEncodings();

@@ -11,8 +11,8 @@ namespace Platform {
 ///
 /// A path is bytes, as the file system has it: every byte that the URL syntax does not allow,
 /// text or not, stands percent-escaped in `absoluteString` and comes back from `path` unchanged.
-/// Whether a file URL means a folder is told by its trailing slash alone; the file system is never
-/// asked.
+/// Whether a file URL means a folder is decided by its trailing slash alone; the file system is
+/// never asked.
 class URL {
 public:
     /// Whether a path means a folder.

@@ -17,7 +17,7 @@ enum class AuthorizationOptions : unsigned { badge = 1, sound = 2, alert = 4 };
 /// What the user has allowed.
 enum class AuthorizationStatus { notDetermined, denied, authorized, provisional };
 
-/// Whether a way to tell the user is there, and is wanted.
+/// Whether a way to notify the user is there, and is wanted.
 enum class NotificationSetting { notSupported, disabled, enabled };
 
 /// What the user and the system let through. A plain value.
@@ -80,7 +80,7 @@ struct NotificationResponse {
 
 class UserNotificationCenter;
 
-/// Told of the user's answers, on the centre's queue.
+/// Notified of the user's answers, on the centre's queue.
 class UserNotificationCenterDelegate {
 public:
     virtual ~UserNotificationCenterDelegate() = default;
@@ -118,8 +118,8 @@ public:
     /// The completion gets what the user and the system let through at present.
     void getNotificationSettings(std::function<void(NotificationSettings settings)> completion);
 
-    /// The completion tells whether the request was taken, not whether the user saw it. It may come
-    /// as late as the trigger fires and whoever shows notifications has answered.
+    /// The completion reports whether the request was taken, not whether the user saw it. It may
+    /// come as late as the trigger fires and whoever shows notifications has answered.
     void add(NotificationRequest request,
              std::function<void(std::optional<Error> error)> completion);
 

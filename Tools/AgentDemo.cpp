@@ -1,5 +1,5 @@
-// Shows the agent at work in a home of its own: changes real job files, shows what it tells of
-// them, and ends well only if it told exactly what it should.
+// Shows the agent at work in a home of its own: changes real job files, shows what it reports of
+// them, and ends well only if it reported exactly what it should.
 
 #include "Tests/Support/Linux/AgentTrial.h"
 

@@ -12,7 +12,7 @@
 
 namespace Vesper_Pro_Agent {
 
-/// What the user wants not to hear of.
+/// What the user does not want to be notified of.
 struct ChangeFilter {
     std::vector<std::string> exceptions;      ///< whole labels
     std::vector<std::string> excludePrefixes; ///< beginnings of labels, whatever their case
@@ -28,8 +28,8 @@ struct ChangeWording {
     static ChangeWording current();
 };
 
-/// Whether the user wants to hear of the change. The job's name for this is its label; for a job
-/// without one, and for a deleted job, the file's name.
+/// Whether the user wants to be notified of the change. The job's name for this is its label; for a
+/// job without one, and for a deleted job, the file's name.
 bool isReported(const JobChange& change, const ChangeFilter& filter);
 
 /// The notification of the change. Deletions share one identifier, so that each takes the place of

@@ -55,7 +55,7 @@ private:
     std::unordered_multimap<Checksum, const Job*, ChecksumHash> gone_;
 };
 
-// What two snapshots tell path by path.
+// How two snapshots differ, path by path.
 struct PathDifferences {
     std::vector<const Job*> gone;
     std::vector<const Job*> modified;

@@ -17,8 +17,8 @@
 namespace Vesper_Pro_Agent {
 
 /// The agent's central object: watches the job folders, keeps what was last seen in them, and has
-/// the user told of each change that the settings do not filter out. State and operations belong to
-/// the main thread, but for `monitorDidChange` and `observeValueForKeyPath`.
+/// the user notified of each change that the settings do not filter out. State and operations
+/// belong to the main thread, but for `monitorDidChange` and `observeValueForKeyPath`.
 class MonitorFolders final : public CorbelKit::MonitorDelegate,
                              public std::enable_shared_from_this<MonitorFolders> {
     struct Private {
@@ -49,8 +49,9 @@ public:
     /// many further calls come meanwhile.
     void monitorDidChange(const Platform::URL& url) override;
 
-    /// The labels of which the user does not want to hear, and the beginnings of such labels: read
-    /// from the shared settings on first use, and then kept until a change of them is observed.
+    /// The labels of which the user does not want to be notified, and the beginnings of such
+    /// labels: read from the shared settings on first use, and then kept until a change of them is
+    /// observed.
     const std::vector<std::string>& exceptions();
     const std::vector<std::string>& excludePrefixes();
 

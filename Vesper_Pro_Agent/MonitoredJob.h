@@ -18,7 +18,7 @@ struct MonitoredJob {
 };
 
 /// Job files by their path, which is bytes in the file system's form. Ordered, so that changes
-/// found together are told in a steady order.
+/// found together are reported in a steady order.
 using JobSnapshot = std::map<std::string, MonitoredJob, std::less<>>;
 
 } // namespace Vesper_Pro_Agent

@@ -14,7 +14,7 @@ namespace CorbelKit {
 ///
 /// Whoever shows themes observes the notifications below, of the default notification centre: the
 /// kit's or, on macOS, the system's. A change is saved a little later, by itself; a save that fails
-/// is told to the user, and the themes in memory stay as they are.
+/// is reported to the user, and the themes in memory stay as they are.
 class Themes {
 public:
     static constexpr std::string_view themeColorChanged = "ThemeColorChanged"; ///< of any theme

@@ -1,6 +1,6 @@
 #pragma once
 
-// clang-format off: in the order in which the groups are told
+// clang-format off: in the order in which the groups are declared
 
 #include "CorbelKit/Services/Const/Key.h"
 #include "CorbelKit/Services/Const/PathComponent.h"

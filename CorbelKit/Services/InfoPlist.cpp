@@ -14,7 +14,8 @@ constexpr std::string_view version = "CFBundleShortVersionString";
 constexpr std::string_view identifier = "CFBundleIdentifier";
 } // namespace Key
 
-// By way of the serialised list, so that the decoder alone tells what is required and of what type.
+// By way of the serialised list, so that the decoder alone decides what is required and of what
+// type.
 std::optional<InfoPlist> converted(const Platform::PropertyList& information) {
     const auto bytes = information.write(Platform::PropertyList::Format::xml);
     if (!bytes)

@@ -14,7 +14,7 @@ namespace CorbelKit {
 struct InfoPlist {
     std::string build;                     ///< the version of the build (CFBundleVersion)
     std::optional<std::string> executable; ///< the name of its file
-    std::optional<std::string> version;    ///< as the user is told it
+    std::optional<std::string> version;    ///< as it is shown to the user
     std::string identifier;                ///< in reverse-DNS form
 
     /// Of the running application. Absent, as of any bundle, where there is no such list, or it has

@@ -9,8 +9,8 @@
 
 namespace CorbelKit {
 
-/// Where parts of an application that do not know each other tell that something has happened, by
-/// its name alone. Not what the user is notified of. Main thread.
+/// Where parts of an application that do not know each other announce that something has happened,
+/// by its name alone. Not what the user is notified of. Main thread.
 class NotificationCenter {
 public:
     /// Runs on the main thread, within `post`.

@@ -11,7 +11,7 @@
 namespace CorbelKit {
 
 /// What changes to user data have taken the place of: for each item that was changed, its coded
-/// value as it was saved last before. Items are told apart by their identifiers. Callable on any
+/// value as it was saved last before. Items are distinguished by their identifiers. Callable on any
 /// thread.
 class SavedUndoItems {
 public:

@@ -42,7 +42,7 @@ public:
         Platform::PropertyList::Array values;
         std::optional<CodingError> error;
         (append(asCoded(arguments), values, error), ...);
-        if (error) // let the base tell it: in its order, on its queue
+        if (error) // let the base report it: in its order, on its queue
             values.emplace_back();
         Connection::call(std::move(method), std::move(values),
                          [completion = std::move(completion),

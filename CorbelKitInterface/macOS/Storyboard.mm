@@ -68,8 +68,8 @@ private:
 
 void WindowScene::setDelegate(std::weak_ptr<WindowDelegate> delegate) {
     impl_->controller().resignKeyHandler = ^{
-        if (const auto told = delegate.lock())
-            told->windowDidResignKey();
+        if (const auto observer = delegate.lock())
+            observer->windowDidResignKey();
     };
 }
 

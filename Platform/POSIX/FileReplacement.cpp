@@ -118,7 +118,7 @@ public:
         }
         if (auto error = file_.write(bytes))
             return error;
-        // Not every file system can be told to bring a file to the disk.
+        // Not every file system can be asked to bring a file to the disk.
         if (uninterrupted([&] { return fsync(descriptor); }) != 0 && errno != EINVAL)
             return systemError("cannot write", errno);
         return std::nullopt;

@@ -85,7 +85,7 @@ std::optional<Form> markedForm(const Units& units) {
 std::optional<Form> formOf(std::string_view firstBytes, bool complete) {
     if (firstBytes.starts_with(binaryMark))
         return Form{.format = Format::binary, .begin = 0};
-    // Three bytes tell every mark.
+    // Three bytes hold every mark.
     const bool mayBecomeMark = firstBytes.size() < 3 || binaryMark.starts_with(firstBytes);
     auto form = mayBecomeMark && !complete ? std::nullopt
                                            : markedForm(unitsOf(firstBytes.substr(0, formWindow)));

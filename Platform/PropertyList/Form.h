@@ -14,7 +14,7 @@ struct Form {
     std::size_t begin;
 };
 
-/// Told from the first bytes; absent as long as there are too few. White space may stand before
+/// Recognised by the first bytes; absent as long as there are too few. White space may stand before
 /// XML, even before its declaration, but beyond `formWindow` bytes of it the list counts as text.
 std::optional<Form> formOf(std::string_view firstBytes, bool complete);
 

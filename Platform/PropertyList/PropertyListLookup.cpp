@@ -36,7 +36,7 @@ public:
 private:
     /// What is left for the XML reader.
     std::string_view beginOrKeep(std::string_view bytes) {
-        // Most files come whole, or their beginning tells enough: nothing is copied then.
+        // Most files come whole, or their beginning is enough: nothing is copied then.
         if (!format_ && kept_.empty() && begin(bytes, false) == Format::xml)
             return bytes.substr(begin_);
         if (bytes.size() > limits_.maximumBuffered - kept_.size()) {

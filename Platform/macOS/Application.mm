@@ -93,11 +93,11 @@ void SystemEvents::applicationWillTerminate() noexcept {
 namespace Platform::Application {
 namespace {
 
-// Left to itself, the application would end at a signal without telling the delegate.
+// Left to itself, the application would end at a signal without notifying the delegate.
 void terminateOnRequest() {
     static const NeverDestroyed<std::vector<dispatch_source_t>> sources;
     for (const int request : ProcessStart::endRequests()) {
-        std::signal(request, SIG_IGN); // the source hears of it all the same
+        std::signal(request, SIG_IGN); // the source is notified all the same
         const dispatch_source_t source =
             dispatch_source_create(DISPATCH_SOURCE_TYPE_SIGNAL, static_cast<uintptr_t>(request), 0,
                                    dispatch_get_main_queue());

@@ -18,7 +18,7 @@ int closeAllButStandardStreams(posix_spawn_file_actions_t& /*actions*/,
 }
 
 void collectWhenEnded(pid_t child) {
-    // Of a child that has ended already, the source tells as soon as it is active.
+    // Of a child that has ended already, the source fires as soon as it is active.
     const dispatch_source_t source =
         dispatch_source_create(DISPATCH_SOURCE_TYPE_PROC, static_cast<uintptr_t>(child),
                                DISPATCH_PROC_EXIT, dispatch_get_global_queue(QOS_CLASS_DEFAULT, 0));

@@ -24,7 +24,7 @@ Appearance presentAppearance() {
     }
 }
 
-/// Who wants to hear of the application's appearance. Main thread.
+/// The observers of the application's appearance. Main thread.
 class AppearanceObservers {
 public:
     static AppearanceObservers& shared() {

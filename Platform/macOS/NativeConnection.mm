@@ -79,7 +79,7 @@ Kind kindOf(NSError* error) {
     case NSXPCConnectionInvalid:
     case NSXPCConnectionCodeSigningRequirementFailure:
         return Kind::invalidated;
-    default: // that the answer does not decode is told in several ways
+    default: // that the answer does not decode is reported in several ways
         return Kind::badReply;
     }
 }
@@ -91,9 +91,10 @@ public:
     Impl(const ConnectionAddress& address, Events events)
         : connection_(makeFor(address))
         , events_(std::make_shared<const Events>(std::move(events))) {
-        const auto told = events_;
+        const auto observer = events_;
         void (^const invalidated)(void) = ^{
-            runAtBoundary([&] { told->invalidated("the connection to the helper is invalid"); });
+            runAtBoundary(
+                [&] { observer->invalidated("the connection to the helper is invalid"); });
         };
         if (connection_ == nil) {
             dispatch_async(queue_, invalidated);
@@ -102,7 +103,7 @@ public:
         connection_.remoteObjectInterface = helperInterface();
         connection_.invalidationHandler = invalidated;
         connection_.interruptionHandler = ^{
-            runAtBoundary([&] { told->interrupted("the helper went away"); });
+            runAtBoundary([&] { observer->interrupted("the helper went away"); });
         };
         [connection_ resume];
     }
@@ -118,33 +119,33 @@ public:
     Impl(Impl&&) = delete;
     Impl& operator=(Impl&&) = delete;
 
-    /// Later: whether the system tells a failure before it returns, it does not say.
+    /// Later: whether the system reports a failure before it returns, it does not say.
     void call(std::uint64_t number, NSString* method, NSArray* arguments) {
         XPCConnection* const connection = connection_;
-        const auto told = events_;
+        const auto observer = events_;
         dispatch_async(queue_, ^{
             const id<HelperProtocol> helper =
                 [connection remoteObjectProxyWithErrorHandler:^(NSError* error) {
                     runAtBoundary([&] {
-                        told->replied(number,
-                                      ConnectionError{kindOf(error),
-                                                      portableText(error.localizedDescription)});
+                        observer->replied(
+                            number, ConnectionError{kindOf(error),
+                                                    portableText(error.localizedDescription)});
                     });
                 }];
             [helper callMethod:method
                      arguments:arguments
                          reply:^(id value, NSError* refusal) {
                              runAtBoundary(
-                                 [&] { told->replied(number, portableReply(value, refusal)); });
+                                 [&] { observer->replied(number, portableReply(value, refusal)); });
                          }];
         });
     }
 
     void refuse(std::uint64_t number) {
-        const auto told = events_;
+        const auto observer = events_;
         dispatch_async(queue_, ^{
             runAtBoundary([&] {
-                told->replied(
+                observer->replied(
                     number, ConnectionError{Kind::badCall, "arguments that are no property list"});
             });
         });

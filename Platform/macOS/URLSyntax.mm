@@ -6,7 +6,7 @@ namespace Platform {
 namespace {
 
 NSURLComponents* componentsOf(NSString* text) {
-    // From then on the parser mends what is no URL, unless it is told not to.
+    // From then on the parser mends what is no URL, unless it is asked not to.
     if (@available(macOS 14.0, *))
         return [NSURLComponents componentsWithString:text encodingInvalidCharacters:NO];
     return [NSURLComponents componentsWithString:text];

@@ -4,7 +4,7 @@
 
 #include <string_view>
 
-// clang-format off: a table, one constant a line, in the order in which they are told
+// clang-format off: a table, one constant a line, in the order in which they are declared
 
 /// What the signature of the maker's own code looks like.
 namespace CorbelKit::Const::Codesign {

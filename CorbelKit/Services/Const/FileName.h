@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-// clang-format off: a table, one constant a line, in the order in which they are told
+// clang-format off: a table, one constant a line, in the order in which they are declared
 
 /// Names of files and folders of user data.
 namespace CorbelKit::Const::FileName {

@@ -2,11 +2,11 @@
 
 #include "CorbelKit/Services/TypedIdentifier.h"
 
-// clang-format off: a table, one constant a line, in the order in which they are told
+// clang-format off: a table, one constant a line, in the order in which they are declared
 
 namespace CorbelKit::Const {
 
-// Names of things that the system tells apart by their type as well.
+// Names of things that the system distinguishes by their type as well.
 
 /// @{
 /// Names one thing of the kind that the type is called after.

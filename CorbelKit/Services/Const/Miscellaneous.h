@@ -4,7 +4,7 @@
 
 #include <string_view>
 
-// clang-format off: a table, one constant a line, in the order in which they are told
+// clang-format off: a table, one constant a line, in the order in which they are declared
 
 /// What has no list of its own.
 namespace CorbelKit::Const::Miscellaneous {

@@ -2,7 +2,7 @@
 
 #include "CorbelKit/Services/Const/Identifier.h"
 
-// clang-format off: a table, one constant a line, in the order in which they are told
+// clang-format off: a table, one constant a line, in the order in which they are declared
 
 namespace CorbelKit::Const {
 

@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-// clang-format off: a table, one constant a line, in the order in which they are told
+// clang-format off: a table, one constant a line, in the order in which they are declared
 
 namespace CorbelKit::Const {
 

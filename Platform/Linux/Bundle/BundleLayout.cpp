@@ -8,7 +8,7 @@ namespace Platform {
 namespace {
 
 struct Layout {
-    const char* information; // the folder of Info.plist, by which the layout is told
+    const char* information; // the folder of Info.plist, by which the layout is recognised
     const char* resources;
 };
 

@@ -50,7 +50,7 @@ public:
     void unsubscribe(std::uint64_t number);
     void whenClosed(ClosedHandler handler);
 
-    /// Ends all calls; nobody is told of the end.
+    /// Ends all calls; nobody is notified of the end.
     void close();
 
 private:

@@ -61,7 +61,7 @@ BusNameClaim::BusNameClaim(BusConnection& connection, const std::string& name,
                     });
 }
 
-// Asked after the bus was told to report, so that no change falls between the two.
+// Asked after the bus was asked to report, so that no change falls between the two.
 BusNameWatch::BusNameWatch(BusConnection& connection, const std::string& name,
                            const DispatchQueue& queue, Handler handler)
     : handler_(std::make_shared<const Handler>(std::move(handler)))

@@ -56,7 +56,7 @@ private:
     BusDeadline deadline_; // of the connecting
     Handlers handlers_;
     bool isReady_ = false;
-    std::optional<std::string> end_; // has come, and why; told when all before it was taken
+    std::optional<std::string> end_; // has come, and why; reported when all before it was taken
     bool isTurnDue_ = false;
     bool isReadAwaited_ = false;
     bool isWriteAwaited_ = false;

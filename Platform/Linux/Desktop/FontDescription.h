@@ -13,7 +13,7 @@ struct FontDescription {
     std::string family;
     std::vector<std::string> styleWords; ///< "Semi-Bold", "Italic"
 
-    /// Only the machine's fonts tell where the family's name ends. The family is empty when none of
+    /// Only the machine's fonts show where the family's name ends. The family is empty when none of
     /// the text's beginnings is one.
     static FontDescription parse(std::string_view text,
                                  const std::function<bool(const std::string&)>& isFamily);

@@ -59,7 +59,7 @@ public:
                            .process = processOf(window)};
     }
 
-    // Every client is told of new keyboards, whether it asked or not.
+    // Every client is notified of new keyboards, whether it asked or not.
     void dropEvents() const {
         while (Reply<xcb_generic_event_t>(xcb_poll_for_event(server_.get()))) {
         }

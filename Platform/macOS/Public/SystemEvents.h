@@ -5,7 +5,7 @@
 
 /// The objects through which the system calls back. The platform has classes for them; a program
 /// that wants classes under names of its own chooses those, each of the same protocol, in their
-/// `load`, and forwards from them what they hear.
+/// `load`, and forwards from them what they are notified of.
 namespace Platform::SystemEvents {
 
 /// @{

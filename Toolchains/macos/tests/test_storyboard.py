@@ -1,4 +1,4 @@
-"""The storyboard is compiled on a Mac alone; what can be told of it here is that it connects."""
+"""The storyboard is compiled on a Mac alone; what can be checked of it here is that it connects."""
 import pathlib
 import re
 import unittest

@@ -5,14 +5,11 @@
 #include "Platform/Linux/Bus/BusWriter.h"
 #include "Platform/Linux/Bus/SharedBus.h"
 #include "Platform/NeverDestroyed.h"
-#include "Tests/Support/EnvironmentVariable.h"
+#include "Tests/Platform/Linux/ConnectedBus.h"
 #include "Tests/Support/Linux/BusDaemon.h"
 #include "Tests/Support/Linux/NotificationService.h"
-#include "Tests/Support/WaitUntil.h"
+#include "Tests/Support/Testing.h"
 
-#include <gmock/gmock.h>
-
-#include <atomic>
 #include <future>
 #include <mutex>
 
@@ -23,21 +20,12 @@ namespace {
 using Outcome = BusReply::Outcome;
 using Services = TestSupport::BusDaemon::ActivatableServices;
 using testing::ElementsAre;
-using TestSupport::NotificationService;
-using TestSupport::waitUntil;
+using namespace TestSupport;
 
 constexpr auto name = NotificationService::standardName;
 
 class Bus : public testing::Test {
 protected:
-    static std::shared_ptr<BusConnection> connect(const std::string& address) {
-        std::promise<std::shared_ptr<BusConnection>> made;
-        BusConnection::connect(address, BusConnection::Peer::bus, in(20), [&made](auto result) {
-            made.set_value(result ? std::move(*result) : nullptr);
-        });
-        return made.get_future().get();
-    }
-
     static BusDeadline in(int seconds) { return busDeadlineIn(std::chrono::seconds(seconds)); }
 
     // Signals that came before its answer have been handed to their queues.
@@ -50,7 +38,7 @@ protected:
     }
 
     TestSupport::BusDaemon daemon{Services{{"com.example.Silent", "/bin/sleep 60"}}};
-    std::shared_ptr<BusConnection> connection = connect(daemon.address());
+    std::shared_ptr<BusConnection> connection = connectedBus(daemon.address());
     const DispatchQueue queue = DispatchQueue::serial("tests");
 };
 
@@ -60,8 +48,8 @@ TEST_F(Bus, IsReachedAtTheFirstOfItsPlacesThatTakesUsAndStartsNothing) {
     EXPECT_THAT(busPlaces("unixexec:path=/bin/false;unix:path=/a%20b;tcp:host=h;;unix:abstract=c"),
                 ElementsAre("unix:path=/a%20b", "unix:abstract=c"));
     for (const std::string nowhere : {"", "autolaunch:", "unix:path=/none", "unix:", "unix"})
-        EXPECT_FALSE(connect(nowhere)) << nowhere;
-    EXPECT_TRUE(connect("unix:path=/none;" + daemon.address()));
+        EXPECT_FALSE(connectedBus(nowhere)) << nowhere;
+    EXPECT_TRUE(connectedBus("unix:path=/none;" + daemon.address()));
 }
 
 TEST_F(Bus, EndsEveryCallInAWayThatIsTyped) {
@@ -131,7 +119,7 @@ TEST_F(Bus, GivesANameToOneAndNewsOfItToWhoeverWatches) {
     settle();
     EXPECT_THAT(owners, ElementsAre(""));
     using enum BusNameClaim::State;
-    auto other = connect(daemon.address());
+    auto other = connectedBus(daemon.address());
     std::vector<BusNameClaim::State> first, second; // queue
     const BusNameClaim had(*other, name, queue, [&](auto state) { first.push_back(state); });
     EXPECT_TRUE(waitUntil([&] {

@@ -1,7 +1,8 @@
 """A D-Bus peer without a library, which answers with what no library would send.
 
     HostilePeer.py serve <socket>                      listens without a bus
-    HostilePeer.py join <socket> <name> <kind>         takes a name on a bus, and answers one call
+    HostilePeer.py join <socket> <name> <kind> <method>
+        takes a name on a bus, and answers one call of the method so; any other with a list of nothing
 
 Answers a call with 64 MiB of the kind that it is named after, or that was given: "variants",
 "arrays", "strings" (all empty), "malformed" (strings without their ends), "garbage" (no message at all). Prints "ready".
@@ -60,13 +61,16 @@ def receive(stream):
     return kind, serial, fields
 
 
-def answer(connection, stream, given):
+def answer(connection, stream, given, method=None):
     own = 100
     while True:
         kind, serial, fields = receive(stream)
         if kind != 1:
             continue
         own += 1
+        if method not in (None, fields[3]):
+            connection.sendall(message(2, own, {5: serial, 8: "as", 6: fields[7]}, bytes(4)))
+            continue
         name = given or fields[3]
         if name == "garbage":
             connection.sendall(b"\xff" * 64)
@@ -99,7 +103,7 @@ def serve(path):
         connection.close()
 
 
-def join(path, name, kind):
+def join(path, name, kind, method):
     connection = socket.socket(socket.AF_UNIX)
     connection.connect(path)
     stream = connection.makefile("rb")
@@ -113,7 +117,7 @@ def join(path, name, kind):
     while receive(stream)[2].get(5) != 2:
         pass
     print("ready", flush=True)
-    answer(connection, stream, kind)
+    answer(connection, stream, kind, method)
 
 
 if __name__ == "__main__":

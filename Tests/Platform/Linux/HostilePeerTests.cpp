@@ -1,20 +1,18 @@
 // What a helper or a notification service that means ill costs: 64 MiB that are two orders of
 // magnitude more as values, or none at all.
 
-#include "CorbelKit/Services/XPCConnection.h"
 #include "Platform/Linux/Notifications/DesktopNotifications.h"
 #include "Platform/NeverDestroyed.h"
 #include "Platform/StandardOutput.h"
-#include "Tests/Support/EnvironmentVariable.h"
+#include "Tests/Platform/Linux/ConnectedBus.h"
 #include "Tests/Support/Linux/BusDaemon.h"
 #include "Tests/Support/PeakMemory.h"
+#include "Tests/Support/Testing.h"
 
-#include <gtest/gtest.h>
 #include <malloc.h>
 
 #include <algorithm>
 #include <future>
-#include <optional>
 
 #if defined(__SANITIZE_ADDRESS__)
 // The sanitizer's moves a block also where its size stays, as the C library's does not; libsystemd
@@ -29,11 +27,9 @@ extern "C" [[gnu::visibility("default")]] void* realloc(void* block, std::size_t
 
 namespace {
 
-using CorbelKit::NoReply;
-using CorbelKit::XPCConnection;
-using Platform::ConnectionError;
+using namespace Platform;
+using Outcome = BusReply::Outcome;
 using TestSupport::ChildProcess;
-using Kind = ConnectionError::Kind;
 
 constexpr auto program = CORBEL_TEST_DATA "/HostilePeer.py";
 
@@ -45,8 +41,6 @@ std::unique_ptr<ChildProcess> start(std::vector<std::string> command) {
 
 class HostilePeer : public testing::Test {
 protected:
-    HostilePeer() { other.resume(); }
-
     // While the answer is under way, the other connection is answered each time in half a second;
     // and what it costs is bounded. (A sanitizer keeps what was freed, which counts only once.)
     template <class Answer>
@@ -56,11 +50,8 @@ protected:
         const auto before = TestSupport::peakMemory();
         testing::internal::CaptureStderr();
         while (answer.wait_for(std::chrono::seconds(0)) != std::future_status::ready) {
-            const auto echo = std::make_shared<std::promise<bool>>();
-            other.call<int>("echo", [echo](const auto& reply) { echo->set_value(!!reply); }, 7);
-            auto echoed = echo->get_future();
-            EXPECT_EQ(echoed.wait_for(patience), std::future_status::ready) << what;
-            EXPECT_TRUE(echoed.get());
+            const auto echo = other->callAndWait(method("echo"), {}, busDeadlineIn(patience));
+            EXPECT_EQ(echo.outcome, Outcome::answered) << what << ": " << echo.description;
         }
         const auto log = testing::internal::GetCapturedStderr();
         EXPECT_LE(std::ranges::count(log, '\n'), 1) << what << ": " << log.substr(0, 1000);
@@ -68,11 +59,15 @@ protected:
         return answer.get();
     }
 
+    static BusMethod method(const std::string& name) {
+        return {.destination = "", .path = "/", .interface = "com.example.Any", .name = name};
+    }
+
     TestSupport::TemporaryFolder folder;
     std::string peer = "unix:path=" + (folder / "peer").string();
     std::unique_ptr<ChildProcess> helper =
         start({CORBEL_BINARY_DIR "/Tests/Support/HelperTool", "peer", peer});
-    XPCConnection other{Platform::ListenerEndpoint(peer)};
+    std::shared_ptr<BusConnection> other = connectedBus(peer, BusConnection::Peer::process);
 };
 
 } // namespace
@@ -80,31 +75,36 @@ protected:
 TEST_F(HostilePeer, AsAHelperCostsItsOwnSizeAndHoldsNobodyUp) {
     const auto socket = folder / "hostile";
     const auto hostile = start({"python3", program, "serve", socket.string()});
-    XPCConnection connection{Platform::ListenerEndpoint("unix:path=" + socket.string())};
-    connection.resume();
-    const std::pair<const char*, Kind> cases[] = {
-        {"variants", Kind::badReply},   {"arrays", Kind::badReply}, {"malformed", Kind::badReply},
-        {"garbage", Kind::interrupted}, // and costs the connection, which the next call makes anew
-        {"malformed", Kind::badReply},
+    const std::pair<const char*, Outcome> cases[] = {
+        {"variants", Outcome::unreadable},
+        {"arrays", Outcome::unreadable},
+        {"malformed", Outcome::unreadable},
+        {"garbage", Outcome::closed},
     };
-    for (const auto& [method, expected] : cases) {
-        const auto answer = std::make_shared<std::promise<std::optional<Kind>>>();
-        connection.call<NoReply>(method, [answer](const auto& reply) {
-            answer->set_value(reply ? std::nullopt : std::optional(reply.error().kind));
-        });
-        EXPECT_EQ(meanwhile(method, answer->get_future()), expected) << method;
+    for (const auto& [name, expected] : cases) {
+        const auto connection =
+            connectedBus("unix:path=" + socket.string(), BusConnection::Peer::process);
+        const auto answer = std::make_shared<std::promise<Outcome>>();
+        connection->call(method(name), {}, BusDeadline::max(),
+                         [answer](const auto& reply) { answer->set_value(reply.outcome); });
+        EXPECT_EQ(meanwhile(name, answer->get_future()), expected) << name;
     }
 }
 
 TEST_F(HostilePeer, AsANotificationServiceCostsItsOwnSizeAndHoldsNobodyUp) {
     const TestSupport::BusDaemon bus;
     const TestSupport::EnvironmentVariable session("DBUS_SESSION_BUS_ADDRESS", bus.address());
-    const auto queue = Platform::DispatchQueue::serial("notifications");
-    static const Platform::NeverDestroyed<Platform::DesktopNotifications> notifications(
+    const auto queue = DispatchQueue::serial("notifications");
+    static const NeverDestroyed<DesktopNotifications> notifications(
         queue, [](const auto& /*response*/) {});
-    for (const std::string kind : {"variants", "arrays", "strings", "malformed"}) {
+    const std::tuple<const char*, std::string, bool> cases[] = {
+        {"GetCapabilities", "variants", true}, {"GetCapabilities", "arrays", true},
+        {"GetCapabilities", "strings", true},  {"GetCapabilities", "malformed", true},
+        {"Notify", "variants", false},         {"Notify", "malformed", true},
+    };
+    for (const auto& [hostileMethod, kind, goesToTheTerminal] : cases) {
         const auto service = start({"python3", program, "join", bus.socket().string(),
-                                    "org.freedesktop.Notifications", kind});
+                                    "org.freedesktop.Notifications", kind, hostileMethod});
         const auto answer = std::make_shared<std::promise<bool>>();
         queue.async([kind, answer] {
             notifications.get().deliver(
@@ -112,8 +112,8 @@ TEST_F(HostilePeer, AsANotificationServiceCostsItsOwnSizeAndHoldsNobodyUp) {
                 [answer](const auto& error) { answer->set_value(!error); });
         });
         testing::internal::CaptureStdout();
-        EXPECT_TRUE(meanwhile(kind, answer->get_future()));
-        EXPECT_TRUE(Platform::StandardOutput::drain(std::chrono::seconds(10)));
-        EXPECT_EQ(testing::internal::GetCapturedStdout(), kind + "\n"); // it went to the terminal
+        EXPECT_EQ(meanwhile(kind, answer->get_future()), goesToTheTerminal) << hostileMethod;
+        EXPECT_TRUE(StandardOutput::drain(std::chrono::seconds(10)));
+        EXPECT_EQ(testing::internal::GetCapturedStdout(), goesToTheTerminal ? kind + "\n" : "");
     }
 }

@@ -33,7 +33,7 @@ TEST(JobComparison, TellsChangesFromMoves) {
         {"two jobs that swap contents", "a1b2", "a2b1", "~a ~b "},
         {"both of two equal jobs move", "a1b1", "c1d1", ""},
         {"moved and copied at once", "a1", "b1c1", ""},
-        {"a move is told from a copy of what stays", "a1b1", "a1c1", ""},
+        {"a move differs from a copy of what stays", "a1b1", "a1c1", ""},
         {"new content twice", "", "a1b1", "+a +b "},
         {"all gone", "a1b1", "", "-a -b "},
     };

@@ -1,13 +1,11 @@
-#include "Tests/Support/TemporaryFolder.h"
+#include "Tests/Support/Testing.h"
 #include "Vesper_Pro_Agent/JobFileReader.h"
 #include "Vesper_Pro_Agent/JobScanner.h"
 
-#include <gtest/gtest.h>
 #include <sys/stat.h>
 
 #include <fstream>
 #include <future>
-#include <memory>
 
 namespace {
 

@@ -1,9 +1,5 @@
-#include "Tests/Support/EnvironmentVariable.h"
-#include "Tests/Support/TemporaryFolder.h"
-#include "Tests/Support/WaitUntil.h"
+#include "Tests/Support/Testing.h"
 #include "Vesper_Pro_Agent/NotificationDelegate.h"
-
-#include <gtest/gtest.h>
 
 using namespace Vesper_Pro_Agent;
 using TestSupport::EnvironmentVariable;
@@ -24,28 +20,4 @@ TEST(NotificationDelegate, LinksCarryThePathInTheStandardAlphabetUnescaped) {
     EXPECT_FALSE(jobLink("/\xED\xA0\x80")) << "a surrogate";
     ASSERT_TRUE(jobLink(std::string(4095, '/')));
     EXPECT_TRUE(jobLink(std::string(4095, '/'))->absoluteString().ends_with("Ly8v"));
-}
-
-// Nothing is installed here that could be opened.
-TEST(NotificationDelegate, CompletesEachAnswerOnceWhateverItLeadsTo) {
-    const TestSupport::TemporaryFolder nothing;
-    const EnvironmentVariable home("XDG_DATA_HOME", nothing.path().string());
-    const EnvironmentVariable system("XDG_DATA_DIRS", nothing.path().string());
-    const std::pair<std::string_view, const char*> answers[] = {
-        {"ShowAction", ""},
-        {"ShowAction", "/latin\xE9"},
-        {"showaction", "/a"},
-        {Platform::NotificationResponse::defaultActionIdentifier, "/a"},
-    };
-    NotificationDelegate delegate;
-    std::atomic<int> completions = 0;
-    for (const auto& [action, identifier] : answers) {
-        delegate.userNotificationCenterDidReceiveNotificationResponseWithCompletionHandler(
-            Platform::UserNotificationCenter::current(),
-            {.actionIdentifier = std::string(action),
-             .request = {.identifier = identifier, .content = {}, .trigger = {}}},
-            [&completions] { ++completions; });
-    }
-    TestSupport::waitUntil([&] { return completions >= std::ssize(answers); });
-    EXPECT_EQ(completions, std::ssize(answers));
 }

@@ -48,23 +48,6 @@ TEST(Octal, SaysWhatAValueGrants) {
         EXPECT_EQ(Octal::symbolic(octal, mode), symbolic);
 }
 
-// A digit grants as a permission what it withholds as a mask, and what is no digit falls through:
-// to 0 in a triple, to nothing in an attribute.
-TEST(Octal, TakesMaskDigitsApartAndTogether) {
-    for (char32_t digit = U'0'; digit <= U'7'; ++digit) {
-        EXPECT_EQ(Octal::maskDigit(Octal::attribute(digit)), static_cast<char>(digit));
-        EXPECT_EQ(Octal::triple(digit, Octal::Mode::mask),
-                  Octal::triple(U'0' + U'7' - digit, Octal::Mode::permission));
-    }
-    static_assert(Octal::attribute(U'1') == Octal::Attribute{.read = true, .write = true});
-    static_assert(Octal::attribute(U'4') == Octal::Attribute{.write = true, .execute = true});
-    for (const auto stray : {U'8', U'/', U'x', U'٣', U'\0'}) {
-        EXPECT_EQ(Octal::triple(stray, Octal::Mode::mask), "rwx");
-        EXPECT_EQ(Octal::triple(stray, Octal::Mode::permission), "---");
-        EXPECT_EQ(Octal::attribute(stray), Octal::Attribute());
-    }
-}
-
 TEST(RangeIntegerStyle, ClampsWhatItShowsAndParsesAnything) {
     const RangeIntegerStyle style{.parseStrategy = {},
                                   .range = {.lowerBound = -1, .upperBound = 100}};
@@ -141,24 +124,6 @@ TEST(DropItem, SaysWhatIsWrongWithItsCodedForm) {
         EXPECT_TRUE(description != wrongNumber ||
                     items.error().kind == CodingError::Kind::typeMismatch);
     }
-}
-
-TEST(DropItem, TakesTextBeforeAURL) {
-    struct Offer final : Transfer {
-        std::optional<std::string> plainText() const override { return text; }
-
-        std::optional<Platform::URL> url() const override { return location; }
-
-        std::optional<std::string> text;
-        std::optional<Platform::URL> location;
-    };
-
-    Offer offer;
-    EXPECT_EQ(DropItem::import(offer), DropItem());
-    offer.location = Platform::URL::file("/a");
-    EXPECT_EQ(DropItem::import(offer), DropItem{*offer.location});
-    offer.text = "";
-    EXPECT_EQ(DropItem::import(offer), DropItem{std::string()});
 }
 
 } // namespace

@@ -1,7 +1,5 @@
 #include "CorbelKit/Services/Limit.h"
-#include "Tests/Support/WaitUntil.h"
-
-#include <gtest/gtest.h>
+#include "Tests/Support/Testing.h"
 
 #include <cmath>
 #include <semaphore>
@@ -46,12 +44,6 @@ TEST_F(Limit, RequestMadeByTheActionLeadsToAFurtherExecution) {
         limit.request("work", 0, [&] { ++executions; });
     });
     EXPECT_TRUE(waitUntil([&] { return executions == 2; }));
-}
-
-TEST_F(Limit, IdentifiersWaitIndependently) {
-    limit.request("held", never, [] {});
-    limit.request("free", brief, [&] { ++executions; });
-    EXPECT_TRUE(waitUntil([&] { return executions == 1; }));
 }
 
 TEST(LimitDeathTest, ADelayThatIsNoTimeStopsTheProcess) {

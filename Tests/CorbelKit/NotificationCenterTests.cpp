@@ -67,13 +67,6 @@ TEST_F(NotificationCenterTest, LetsAHandlerEndItsOwnObservationAndGoOn) {
     EXPECT_EQ(owned.use_count(), 1) << "the handler is kept beyond its observation";
 }
 
-TEST_F(NotificationCenterTest, PostsFromWithinAHandler) {
-    const auto outer = center.addObserver("Font", [this] { center.post("Width"); });
-    const auto inner = record("Width", "width");
-    const auto last = record("Font", "last");
-    EXPECT_THAT(calledBy("Font"), ElementsAre("width", "last"));
-}
-
 TEST_F(NotificationCenterTest, EndsBeforeItsObservationsWithoutHarm) {
     auto brief = std::make_unique<NotificationCenter>();
     later = brief->addObserver("Changed", [] {});

@@ -50,14 +50,6 @@ TEST_F(SingleFolderMonitorTest, WritingIntoAFileIsNoEvent) {
     EXPECT_TRUE(delegate->takeCalls().empty());
 }
 
-TEST_F(SingleFolderMonitorTest, StaysIdleForAMissingFolder) {
-    auto monitor = SingleFolderMonitor::make(folderURL(folder / "missing"));
-    EXPECT_EQ(monitor->fileDescriptor(), -1);
-    EXPECT_FALSE(monitor->hasSource());
-    monitor->stopMonitoring();
-    EXPECT_FALSE(monitor->hasSource());
-}
-
 TEST_F(SingleFolderMonitorTest, ReleasesItsDescriptorOnceTheStopHasRunItsCourse) {
     auto monitor = SingleFolderMonitor::make(url);
     const int descriptor = monitor->fileDescriptor();
@@ -83,17 +75,6 @@ TEST_F(SingleFolderMonitorTest, LeavesItsDescriptorOpenWhenDestroyedWhileWatchin
     later->stopMonitoring();
     ASSERT_TRUE(waitUntil([&] { return !later->hasSource(); }));
     EXPECT_NE(fcntl(descriptor, F_GETFD), -1);
-}
-
-TEST_F(SingleFolderMonitorTest, DropsEventsWithoutADelegateAndDoesNotKeepItAlive) {
-    auto monitor = SingleFolderMonitor::make(url);
-    monitor->setDelegate(delegate);
-    delegate.reset();
-    EXPECT_EQ(monitor->delegate(), nullptr);
-    writeFile(folder / "a", "1");
-    delegate = std::make_shared<RecordingDelegate>();
-    monitor->setDelegate(delegate);
-    expectCallAfter([&] { writeFile(folder / "b", "1"); });
 }
 
 TEST_F(SingleFolderMonitorTest, MayBeStoppedAndReleasedFromItsOwnEvent) {

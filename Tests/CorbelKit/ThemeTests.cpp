@@ -5,8 +5,6 @@
 #include "Tests/Support/MainLoop.h"
 #include "Tests/Support/Testing.h"
 
-#include <cmath>
-
 using namespace CorbelKit;
 using namespace TestSupport;
 using namespace std::string_literals;
@@ -80,23 +78,6 @@ TEST_F(ThemesTest, AreTheBuiltInOnesWhereTheFileIsNotWhole) {
     EXPECT_EQ(values(Themes(std::nullopt).items()), builtIn);
 }
 
-TEST_F(ThemesTest, TakeNumbersAsTheyAreAndPassOverWhatTheyDoNotKnow) {
-    const Themes themes(alteredFile([](auto& list) {
-        list.resize(1);
-        auto& text = entry(list[0], "text");
-        text["red"] = std::int64_t{-3};
-        text["green"] = HUGE_VAL;
-        text["blue"] = std::nan("");
-        text["hue"] = std::string("unknown");
-        std::get<PropertyList::Dictionary>(list[0].value())["cursor"] = true;
-    }));
-    ASSERT_EQ(themes.items().size(), 1U);
-    const auto& text = themes.items().front()->text;
-    EXPECT_EQ(text.red, -3);
-    EXPECT_EQ(text.green, HUGE_VAL);
-    EXPECT_TRUE(std::isnan(text.blue));
-}
-
 TEST_F(ThemesTest, CanBeNoneAndThenHaveNoCurrentOne) {
     const Themes themes(alteredFile([](auto& list) { list.clear(); }));
     EXPECT_TRUE(themes.items().empty());
@@ -127,11 +108,6 @@ TEST_F(ThemesTest, NotifyOfAndSaveEachChange) {
     drainMainLoop();
     EXPECT_TRUE(contentOf(folder / "Themes.plist").starts_with("bplist00"));
     EXPECT_EQ(themesIn("Themes.plist"), values(themes.items()));
-}
-
-TEST(ThemeColor, IsThatOfLabelsWhereThereIsNoneInRGB) {
-    EXPECT_EQ(Theme::Color::of(Platform::Color::pattern()),
-              Theme::Color::of(Platform::Color::label()));
 }
 
 // Where no bundle translates, the keys stand for themselves.

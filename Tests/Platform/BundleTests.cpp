@@ -19,12 +19,6 @@ TEST(Bundle, GivesTheKeyWhereThereIsNoText) {
         EXPECT_EQ(bundle.localizedString("Key", table), "Key") << table;
 }
 
-TEST(Bundle, OfTheProcessHoldsItsExecutable) {
-    const auto executable = std::filesystem::canonical(CORBEL_BINARY_DIR).string();
-    EXPECT_TRUE(Bundle::main().bundleURL().hasDirectoryPath());
-    EXPECT_TRUE(Bundle::main().bundleURL().path().starts_with(executable));
-}
-
 TEST(Bundle, IsReadWhereItsLayoutKeepsItsInformation) {
     const std::string content = propertyList(entry("CFBundleIdentifier", "org.example"));
     for (const auto* place :

@@ -1,9 +1,5 @@
 #include "Platform/Calendar.h"
-#include "Tests/Support/EnvironmentVariable.h"
-
-#include <gtest/gtest.h>
-
-#include <limits>
+#include "Tests/Support/Testing.h"
 
 using Platform::Calendar;
 using Platform::DateComponents;

@@ -186,19 +186,6 @@ TEST_F(ConnectionTest, EndsInsideItsHandlersAndIsNotKeptByThem) {
     EXPECT_THAT(record.after(1), ElementsAre("invalidation"));
 }
 
-TEST_F(ConnectionTest, FailsAtOnceWhereItLeadsNowhere) {
-    Connection unconfigured;
-    observe(unconfigured);
-    unconfigured.call("m", {}, outcome("early"));
-    EXPECT_THAT(record.after(1), ElementsAre("early invalidated"));
-    unconfigured.suspend();
-    unconfigured.resume();
-    unconfigured.resume();
-    unconfigured.call("m", {}, outcome("late"));
-    EXPECT_THAT(record.after(3),
-                ElementsAre("early invalidated", "invalidation", "late invalidated"));
-}
-
 TEST_F(ConnectionTest, SendsNothingThatWouldCostItTheBus) {
     using Array = PropertyList::Array;
     const auto nested = [](unsigned depth) {

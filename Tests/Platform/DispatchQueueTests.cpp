@@ -1,8 +1,6 @@
 #include "Platform/DispatchQueue.h"
 #include "Platform/MainThread.h"
-#include "Tests/Support/WaitUntil.h"
-
-#include <gtest/gtest.h>
+#include "Tests/Support/Testing.h"
 
 #include <thread>
 

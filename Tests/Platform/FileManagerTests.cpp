@@ -36,13 +36,6 @@ TEST_F(FileManagerTest, ListsEveryEntryOnceAndFoldersAloneAsFolders) {
         EXPECT_FALSE(FileManager::contentsOfDirectory(noFolder)) << noFolder.absoluteString();
 }
 
-TEST_F(FileManagerTest, DisplaysAnOrdinaryItemUnderItsOwnName) {
-    writeFile(folder / "café.txt", "");
-    EXPECT_EQ(FileManager::displayName(here.appending("café.txt")), "café.txt");
-    EXPECT_EQ(FileManager::displayName(here.appending("missing")), "missing");
-    EXPECT_EQ(FileManager::displayName(elsewhere), "b");
-}
-
 TEST_F(FileManagerTest, ResolvesLinksAsFarAsThePathExists) {
     fs::create_directory(folder / "folder");
     fs::create_directory_symlink("folder", folder / "link");

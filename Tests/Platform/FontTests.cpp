@@ -16,12 +16,6 @@ TEST(Font, TakesNoSizeThatCannotBeDrawn) {
     EXPECT_EQ(Font::system(0.5).pointSize, 0.5);
 }
 
-TEST(Font, FindsTheUsersFontsAgainByTheirNames) {
-    const auto fixedPitch = Font::userFixedPitch(11.25);
-    ASSERT_TRUE(fixedPitch);
-    EXPECT_EQ(Font::named(fixedPitch->postScriptName, 11.25), fixedPitch);
-}
-
 TEST(Font, IsAbsentForNamesThatNoFontHas) {
     using namespace std::string_literals;
     const auto installed = Font::userFixedPitch(12).value_or(Font{}).postScriptName;

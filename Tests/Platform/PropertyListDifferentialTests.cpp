@@ -1,8 +1,6 @@
 #include "Platform/PropertyList.h"
 #include "Tests/Platform/PropertyListSamples.h"
-#include "Tests/Support/TemporaryFolder.h"
-
-#include <gtest/gtest.h>
+#include "Tests/Support/Testing.h"
 
 namespace {
 

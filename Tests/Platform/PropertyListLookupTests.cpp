@@ -65,16 +65,4 @@ TEST(PropertyListLookup, SaysWhenNothingCanBeFoundAnyMore) {
     EXPECT_EQ(lookup.finish(), std::nullopt);
 }
 
-TEST(PropertyListLookup, KeepsItsPlaceWhenMovedAndBesideOthers) {
-    PropertyListLookup first("Label");
-    first.append(bytes("<dict><key>Label</key><string>a"));
-    PropertyListLookup second("Label");
-    second.append(bytes("<dict><key>Label</key><string>b"));
-    auto moved = std::move(first);
-    second.append(bytes("</string></dict>"));
-    moved.append(bytes("</string></dict>"));
-    EXPECT_EQ(moved.finish(), "a");
-    EXPECT_EQ(second.finish(), "b");
-}
-
 } // namespace

@@ -1,14 +1,12 @@
 #include "Platform/FileHandle.h"
 #include "Platform/StandardOutput.h"
+#include "Tests/Support/Testing.h"
 
 #include <fcntl.h>
-#include <gtest/gtest.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <array>
-#include <chrono>
-#include <string>
 
 namespace {
 

@@ -1,8 +1,6 @@
 #include "Platform/UndoManager.h"
+#include "Tests/Support/Testing.h"
 
-#include <gtest/gtest.h>
-
-#include <memory>
 #include <stdexcept>
 
 using Platform::UndoManager;

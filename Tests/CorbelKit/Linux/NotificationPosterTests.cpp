@@ -2,12 +2,8 @@
 // of the platform's: no desktop has a user who refuses on request.
 
 #include "CorbelKit/Services/NotificationPoster.h"
-#include "Platform/StandardOutput.h"
 #include "Platform/UserNotificationCenter.h"
-
-#include <gtest/gtest.h>
-
-#include <utility>
+#include "Tests/Support/Testing.h"
 
 using namespace Platform;
 
@@ -84,16 +80,6 @@ TEST_F(NotificationPoster, PostsOnlyWhereTheUserLetsAlertsBeShown) {
         answer(settings);
         EXPECT_EQ(script.requests.size(), isPosted ? 1U : 0U);
     }
-}
-
-TEST_F(NotificationPoster, PrintsARefusalAsOneLine) {
-    script.refusal = Error{"no more today"};
-    CorbelKit::postNotification(
-        {.title = "T", .body = "B", .identifier = "i", .category = "C", .subtitle = {}});
-    testing::internal::CaptureStdout();
-    answer({Status::authorized, Setting::enabled});
-    EXPECT_TRUE(Platform::StandardOutput::drain(std::chrono::seconds(10)));
-    EXPECT_EQ(testing::internal::GetCapturedStdout(), "no more today\n");
 }
 
 } // namespace

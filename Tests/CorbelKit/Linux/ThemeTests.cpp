@@ -3,7 +3,6 @@
 #include "CorbelKit/Formats/Themes.h"
 #include "CorbelKit/Services/Defaults.h"
 #include "Platform/UserDefaults.h"
-#include "Tests/Support/MainLoop.h"
 #include "Tests/Support/Testing.h"
 
 using namespace CorbelKit;
@@ -40,17 +39,4 @@ TEST(CurrentTheme, IsChosenByTheSettingsAndElseTheFirst) {
         set(Defaults::currentDarkTheme, dark);
         EXPECT_EQ(themes.current(), themes.items()[static_cast<std::size_t>(expected)]);
     }
-}
-
-TEST(ThemesThatCannotBeSaved, AreKeptInMemoryAndTheUserIsAlerted) {
-    const TemporaryFolder folder;
-    Themes themes(fileURL(folder / "missing/Themes.plist"));
-    auto& theme = *themes.items()[0];
-    testing::internal::CaptureStderr();
-    themes.setFont(theme, Theme::Font::Kind::textFont, {.postScriptName = "F", .pointSize = 7});
-    for (int round = 0; round < 3; ++round)
-        drainMainLoop();
-    EXPECT_THAT(testing::internal::GetCapturedStderr(),
-                testing::StartsWith("An error occurred while saving: "));
-    EXPECT_EQ(theme.textFont.string, "F@@@@7.00");
 }

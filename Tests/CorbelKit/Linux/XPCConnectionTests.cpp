@@ -1,11 +1,8 @@
 // Connections to a helper that is a process of its own, on a message bus of its own.
 
-#include "CorbelKit/Services/HelperToolAlert.h"
 #include "CorbelKit/Services/XPCConnection.h"
-#include "Platform/AlertPresenter.h"
 #include "Tests/Support/EventLog.h"
 #include "Tests/Support/Linux/BusDaemon.h"
-#include "Tests/Support/MainLoop.h"
 #include "Tests/Support/Testing.h"
 
 #include <future>
@@ -144,21 +141,12 @@ TEST_F(HelperOnABus, InterruptsOnceWhenKilledAndReachesTheSuccessor) {
     EXPECT_THAT(record.events(), ElementsAre(failure(Kind::interrupted), failure(Kind::interrupted),
                                              "interruption"));
     const auto next = start(); // stands in line for the name
-    helper->end(SIGKILL);      // which is told also when no call is under way
+    helper->end(SIGKILL);      // which is reported also when no call is under way
     EXPECT_TRUE(record.reaches(4));
     EXPECT_TRUE(callAndWait<NoReply>(connection, "echo"));
     connection.invalidate();
     EXPECT_TRUE(record.reaches(5));
     EXPECT_EQ(record.events().back(), invalidation);
-}
-
-TEST_F(Helper, IsStartedByTheBus) {
-    using Services = BusDaemon::ActivatableServices;
-    const BusDaemon bus(Services{{helperName, helperTool + " bus starter " + helperName}});
-    const EnvironmentVariable session("DBUS_SESSION_BUS_ADDRESS", bus.address());
-    XPCConnection connection{ServiceName{helperName}};
-    connection.resume();
-    EXPECT_TRUE(callAndWait<NoReply>(connection, "echo"));
 }
 
 TEST_F(HelperOnABus, InvalidatesOnceWhenTheBusGoes) {
@@ -236,26 +224,4 @@ TEST_F(HelperOnABus, LeavesNoDescriptorBehind) {
     for (int round = 0; round < 20; ++round)
         useOne();
     EXPECT_TRUE(waitUntil([&] { return openDescriptors() <= before; })) << openDescriptors();
-}
-
-TEST_F(HelperOnABus, IsReportedToTheUserWhoseCallItLeaves) {
-    EXPECT_FALSE(XPCConnection{ServiceName{helperName}}.presentError);
-    std::vector<Platform::Alert> shown; // main thread
-    Platform::setAlertPresenter([&shown](const Platform::Alert& alert) {
-        shown.push_back(alert);
-        return true;
-    });
-    std::atomic<bool> isDismissed = false;
-    CorbelKit::showHelperToolAlert([&isDismissed] { isDismissed = true; });
-    EXPECT_TRUE(waitUntil([&] {
-        drainMainLoop();
-        return isDismissed.load();
-    }));
-    Platform::setAlertPresenter({});
-    ASSERT_EQ(shown.size(), 1U);
-    EXPECT_EQ(shown[0].messageText, "Could not establish communication with helper tool.");
-    EXPECT_EQ(shown[0].informativeText, "Try your operation again. If that fails, quit and "
-                                        "relaunch the application and try again.");
-    EXPECT_EQ(shown[0].buttonTitle, "OK");
-    EXPECT_EQ(shown[0].style, Platform::Alert::Style::critical);
 }

@@ -1,5 +1,5 @@
 // An application with the kit's windows, for the tests to use as a user would. It does what the
-// lines of the file (a FIFO) tell it that its one argument names, and says what came of it.
+// lines of the file (a FIFO) order that its one argument names, and says what came of it.
 #include "CorbelKit/Services/HelperToolAlert.h"
 #include "CorbelKitInterface/AllowBackgroundItem.h"
 #include "Platform/Alert.h"
@@ -13,7 +13,6 @@
 #include <gtkmm/window.h>
 
 #include <algorithm>
-#include <cmath>
 #include <fstream>
 #include <iostream>
 
@@ -51,11 +50,6 @@ std::string textOf(const std::string& identifier) {
     return button != nullptr ? button->get_label() : "nothing";
 }
 
-bool isImage(const std::string& identifier) {
-    auto* const widget = find(identifier);
-    return widget != nullptr && widget->property_accessible_role() == Gtk::Accessible::Role::IMG;
-}
-
 /// How the window in front looks, by the colour of its background.
 std::string background() {
     constexpr double half = 0.5;
@@ -63,23 +57,6 @@ std::string background() {
     for (auto* const window : Gtk::Window::list_toplevels())
         window->get_style_context()->lookup_color("theme_bg_color", color);
     return color.get_green() < half ? "dark" : "light";
-}
-
-/// The middle of the widget, from the corner of its window on the screen.
-std::string middleOf(const std::string& identifier) {
-    auto* const widget = find(identifier);
-    auto* const window =
-        widget != nullptr ? dynamic_cast<Gtk::Window*>(widget->get_root()) : nullptr;
-    if (window == nullptr)
-        return "nowhere";
-    double x = 0;
-    double y = 0;
-    double left = 0;
-    double top = 0;
-    widget->translate_coordinates(*window, widget->get_width() / 2.0, widget->get_height() / 2.0, x,
-                                  y);
-    window->get_surface_transform(left, top);
-    return std::to_string(std::lround(x + left)) + " " + std::to_string(std::lround(y + top));
 }
 
 bool isInFront() {
@@ -110,12 +87,10 @@ void obey(const std::string& line) {
     if (command == "show") {
         CorbelKit::AllowBackgroundItem::show();
         say("shown");
-    } else if (command == "where") {
-        say(middleOf(argument));
+    } else if (command == "click") {
+        find(argument)->activate();
     } else if (command == "text") {
         say(textOf(argument));
-    } else if (command == "role") {
-        say(isImage(argument) ? "image" : "another");
     } else if (command == "background") {
         say(background());
     } else if (command == "windows") {

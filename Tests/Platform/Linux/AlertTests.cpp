@@ -26,17 +26,3 @@ TEST(Alert, IsOneLineOnStandardErrorWhateverItsTexts) {
     for (const auto& [message, information, line] : cases)
         EXPECT_EQ(printed(message, information), line);
 }
-
-TEST(Alert, GoesToTheWindowsWhereThereAreSome) {
-    std::string shown;
-    bool hasWindows = true;
-    Platform::setAlertPresenter([&](const Platform::Alert& alert) {
-        shown += alert.messageText;
-        return hasWindows;
-    });
-    EXPECT_EQ(printed("Not saved", ""), "");
-    hasWindows = false;
-    EXPECT_EQ(printed("Lost", ""), "Lost\n");
-    Platform::setAlertPresenter({});
-    EXPECT_EQ(shown, "Not savedLost");
-}

@@ -31,17 +31,6 @@ TEST(Bundle, ChoosesTheLocalisationThatSuitsTheUserBest) {
     }
 }
 
-TEST(Bundle, GivesTheKeyWhereTheTextIsNoneOrTheTableTooLarge) {
-    BundleFolder folder;
-    folder.write("Resources/en.lproj/Localizable.strings",
-                 propertyList("<key>Number</key><integer>1</integer>"));
-    folder.write("Resources/en.lproj/Huge.strings",
-                 propertyList(entry("Key", "Text") + std::string(9 << 20, ' ')));
-    const Languages user("en");
-    EXPECT_EQ(folder.open().localizedString("Number"), "Number");
-    EXPECT_EQ(folder.open().localizedString("Key", "Huge"), "Key");
-}
-
 TEST(Bundle, IsNotWaitedForAndOfNoSize) {
     BundleFolder folder;
     std::filesystem::create_directory(folder.path() / "Contents");

@@ -1,7 +1,5 @@
 #include "Platform/Calendar.h"
-#include "Tests/Support/EnvironmentVariable.h"
-
-#include <gtest/gtest.h>
+#include "Tests/Support/Testing.h"
 
 TEST(Calendar, FollowsTheUsersTimeZone) {
     const std::pair<const char*, int> cases[] = {

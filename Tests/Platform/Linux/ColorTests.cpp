@@ -26,17 +26,6 @@ TEST(Color, ConvertsGenericColorsAsMacOSShowsThem) {
     }
 }
 
-TEST(Color, ConvertsInksByTheLightThatTheyLeave) {
-    const auto olive = Color::deviceRGB(0.4, 0.5, 0);
-    const auto inks = Color::deviceCMYK(0.2, 0, 1, 0.5);
-    EXPECT_THAT(olive.converted(Space::deviceCMYK)->components(),
-                Pointwise(DoubleNear(1e-9), inks.components()));
-    EXPECT_THAT(inks.converted(Space::sRGB)->components(),
-                Pointwise(DoubleNear(1e-9), olive.components()));
-    EXPECT_EQ(Color::deviceRGB(0, 0, 0).converted(Space::deviceCMYK),
-              Color::deviceCMYK(0, 0, 0, 1));
-}
-
 TEST(Color, ComesBackFromEveryOtherSpaceAlsoFromBeyondTheGamut) {
     for (const auto space : {Space::deviceRGB, Space::genericRGB, Space::deviceCMYK}) {
         for (const Color& color : {Color::sRGB(0.2, 0.4, 0.6), Color::sRGB(1.09, -0.25, 0.003),

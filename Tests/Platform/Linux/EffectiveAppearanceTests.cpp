@@ -1,13 +1,8 @@
 #include "Platform/Application.h"
-#include "Tests/Support/EnvironmentVariable.h"
 #include "Tests/Support/Linux/BusDaemon.h"
 #include "Tests/Support/Linux/DesktopPortal.h"
 #include "Tests/Support/MainLoop.h"
-#include "Tests/Support/WaitUntil.h"
-
-#include <gtest/gtest.h>
-
-#include <vector>
+#include "Tests/Support/Testing.h"
 
 namespace Application = Platform::Application;
 using Name = Platform::Appearance::Name;
@@ -46,13 +41,4 @@ TEST(EffectiveAppearance, TellsEachObserverOfEachChangeOnceUntilItHasEnoughOfIt)
     const std::vector<std::optional<Name>> expected{Name::darkAqua, Name::aqua, Name::darkAqua};
     EXPECT_EQ(seen, expected);
     EXPECT_EQ(calls, 1);
-
-    // Whose observation ended before the news was delivered is not told of it.
-    int callsOfEnded = 0;
-    {
-        const auto ended = Application::observeEffectiveAppearance([&] { ++callsOfEnded; });
-        portal.setColorScheme(2);
-    }
-    EXPECT_TRUE(mainLoopBrings([&seen] { return seen.size() == 4; }));
-    EXPECT_EQ(callsOfEnded, 0);
 }

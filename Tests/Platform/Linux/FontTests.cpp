@@ -64,17 +64,3 @@ TEST(Font, DescriptionsKeepFamiliesWholeAndDropWhatIsNoStyle) {
         EXPECT_EQ(description.styleWords, styleWords) << text.substr(0, 60);
     }
 }
-
-TEST(Font, IsLookedUpOnSeveralThreadsAtOnce) {
-    std::vector<std::thread> threads;
-    for (int i = 0; i < 4; ++i) {
-        threads.emplace_back([] {
-            for (int look = 0; look < 20; ++look) {
-                EXPECT_TRUE(Font::named("DejaVuSansMono", 10));
-                EXPECT_FALSE(Font::system(10).postScriptName.empty());
-            }
-        });
-    }
-    for (auto& thread : threads)
-        thread.join();
-}

@@ -109,18 +109,3 @@ TEST(ProcessActivity, BeginsWithoutABusWithoutALoginManagerAndAgainstSilence) {
     }
     close(listener);
 }
-
-TEST(ProcessActivity, FindsTheBusThatWasStartedAnew) {
-    const TemporaryFolder folder;
-    const EnvironmentVariable address(busVariable, "unix:path=" + (folder / "bus").string());
-    for (int round = 0; round < 2; ++round) {
-        BusDaemon bus;
-        fs::remove(folder / "bus");
-        fs::create_symlink(bus.socket(), folder / "bus");
-        LoginManager logins(bus.address());
-        EXPECT_TRUE(waitUntil([&] {
-            const auto activity = ProcessActivity::begin(Options::userInitiated, "work");
-            return logins.inhibitorsOpen() == 1;
-        }));
-    }
-}

@@ -1,8 +1,5 @@
-#include "Platform/Linux/Text/StringEncodingTable.h"
 #include "Platform/TextServices.h"
-#include "Tests/Support/EnvironmentVariable.h"
-
-#include <gmock/gmock.h>
+#include "Tests/Support/Testing.h"
 
 #include <list>
 
@@ -13,7 +10,7 @@ namespace {
 
 using Variables = std::map<std::string, std::string>;
 
-/// Sets the variables that tell the user's languages; those not given are not set.
+/// Sets the variables that hold the user's languages; those not given are not set.
 std::list<EnvironmentVariable> environment(const Variables& variables) {
     std::list<EnvironmentVariable> set;
     for (const auto* name : {"LANGUAGE", "LC_ALL", "LC_MESSAGES", "LANG"}) {
@@ -70,11 +67,4 @@ TEST(TextServices, NamesEveryEncodingDifferentlyInTheUsersLanguage) {
     const auto user = environment({{"LANG", "de_DE"}});
     EXPECT_EQ(localizedName(11), "Kyrillisch (Windows)");
     EXPECT_EQ(localizedName(0), "");
-}
-
-TEST(TextServices, FindsTheNumberOfEveryNameInItsTable) {
-    for (const auto& encoding : Platform::numberedEncodings()) {
-        EXPECT_EQ(encodingForIANACharSetName(encoding.converter), encoding.number)
-            << encoding.converter;
-    }
 }

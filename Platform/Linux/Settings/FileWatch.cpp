@@ -58,20 +58,23 @@ FileWatch::FileWatch(Inotify inotify, std::function<void()> changed)
     : changed_(std::move(changed))
     , inotify_(std::move(inotify)) {}
 
-std::shared_ptr<FileWatch> FileWatch::start(const Strand& strand, const std::set<fs::path>& files,
-                                            std::function<void()> changed) {
+std::shared_ptr<FileWatch> FileWatch::make(const Strand& strand, std::function<void()> changed) {
     auto inotify = Inotify::make(strand);
-    if (!inotify)
-        return nullptr;
-    auto watch = std::make_shared<FileWatch>(std::move(*inotify), std::move(changed));
+    return inotify ? std::make_shared<FileWatch>(std::move(*inotify), std::move(changed)) : nullptr;
+}
+
+void FileWatch::watch(const std::set<fs::path>& files) {
+    for (const int watch : std::exchange(watches_, {}))
+        inotify_.remove(watch);
+    names_.clear();
     for (const auto& file : files)
-        watch->watch(file);
-    watch->waitForEvents();
-    return watch;
+        watchFile(file);
+    if (!isWaiting_)
+        waitForEvents();
 }
 
 // Each item is watched before the look at what it is.
-void FileWatch::watch(const fs::path& file) {
+void FileWatch::watchFile(const fs::path& file) {
     Way way(file);
     auto folder = file.root_path();
     add(folder, itemGone);
@@ -108,8 +111,11 @@ bool FileWatch::addWay(const fs::path& item) {
 }
 
 bool FileWatch::add(const fs::path& item, std::uint32_t events) {
-    return inotify_.add(item.c_str(), events | IN_MASK_ADD | IN_DONT_FOLLOW) != -1 ||
-           (errno != ENOENT && errno != ENOTDIR);
+    const int watch = inotify_.add(item.c_str(), events | IN_MASK_ADD | IN_DONT_FOLLOW);
+    if (watch == -1)
+        return errno != ENOENT && errno != ENOTDIR;
+    watches_.insert(watch);
+    return true;
 }
 
 void FileWatch::addNamed(const fs::path& folder, const std::string& name, std::uint32_t events) {
@@ -118,10 +124,12 @@ void FileWatch::addNamed(const fs::path& folder, const std::string& name, std::u
 }
 
 void FileWatch::waitForEvents() {
+    isWaiting_ = true;
     inotify_.waitForRecords([weak = weak_from_this()] {
         const auto self = weak.lock();
         if (!self)
             return;
+        self->isWaiting_ = false;
         if (self->drain()) {
             self->changed_();
         } else {
@@ -136,8 +144,11 @@ bool FileWatch::drain() {
     bool concerns = false;
     for (auto records = inotify_.read(buffer); !records.isEmpty();
          records = inotify_.read(buffer)) {
-        while (const auto record = records.next())
-            concerns |= (record->events & concernsAll) != 0 || names_.contains(record->name);
+        while (const auto record = records.next()) {
+            const bool isOfNow = record->watch == -1 || watches_.contains(record->watch);
+            concerns |=
+                isOfNow && ((record->events & concernsAll) != 0 || names_.contains(record->name));
+        }
     }
     return concerns;
 }

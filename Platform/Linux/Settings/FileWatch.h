@@ -14,25 +14,27 @@
 
 namespace Platform {
 
-/// Calls back, once, when one of several files may have become another: written, replaced, made or
-/// deleted, also where its folder or one above it is missing so far, is moved or deleted, and where
-/// links lead there, any of which may come to lead elsewhere. The owner
-/// then makes a new watch and after that looks at the files. All of it happens on the strand. There
-/// is no call once the object has gone, and none when the system has no watches left.
+/// Calls back, once for each time that files are watched, when one of them may have become another:
+/// written, replaced, made or deleted, also where its folder or one above it is missing so far, is
+/// moved or deleted, and where links lead there, any of which may come to lead elsewhere. The owner
+/// then watches anew and after that looks at the files. All of it happens on the strand. There is
+/// no call once the object has gone, and none when the system has no watches left.
 class FileWatch : public std::enable_shared_from_this<FileWatch> {
 public:
     using Strand = asio::strand<asio::any_io_executor>;
 
     /// Null when the system has no inotify instance left.
-    static std::shared_ptr<FileWatch> start(const Strand& strand,
-                                            const std::set<std::filesystem::path>& files,
-                                            std::function<void()> changed);
+    static std::shared_ptr<FileWatch> make(const Strand& strand, std::function<void()> changed);
 
-    /// For `start`.
+    /// For `make`.
     FileWatch(Inotify inotify, std::function<void()> changed);
 
+    /// Watches these in place of those before. The instance is kept: once it was given back,
+    /// another program of the user may have it.
+    void watch(const std::set<std::filesystem::path>& files);
+
 private:
-    void watch(const std::filesystem::path& file);
+    void watchFile(const std::filesystem::path& file);
     bool addWay(const std::filesystem::path& item);
     bool add(const std::filesystem::path& item, std::uint32_t events);
     void addNamed(const std::filesystem::path& folder, const std::string& name,
@@ -42,6 +44,8 @@ private:
 
     const std::function<void()> changed_;
     Inotify inotify_;
+    bool isWaiting_ = false;
+    std::set<int> watches_;
     std::set<std::string, std::less<>> names_; // of what counts in the watched folders
 };
 

@@ -35,9 +35,13 @@ void WatchedFiles::remove(const std::filesystem::path& file) {
 }
 
 void WatchedFiles::watch() {
-    watch_.reset();
-    if (!files_.empty())
-        watch_ = FileWatch::start(strand_, {files_.begin(), files_.end()}, [this] { watch(); });
+    if (files_.empty()) {
+        watch_.reset();
+    } else if (!watch_) {
+        watch_ = FileWatch::make(strand_, [this] { watch(); });
+    }
+    if (watch_)
+        watch_->watch({files_.begin(), files_.end()});
     ObservedSettings::shared().compare();
 }
 

@@ -5,11 +5,30 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
+#include <unistd.h>
 
+#include <atomic>
+#include <cerrno>
 #include <csignal>
 #include <random>
 #include <thread>
+
+namespace {
+
+std::atomic<bool> noInotifyInstanceIsLeft = false;
+
+} // namespace
+
+// Ahead of the C library's: the user's other programs share this limit.
+extern "C" int inotify_init1(int flags) noexcept {
+    if (noInotifyInstanceIsLeft) {
+        errno = EMFILE;
+        return -1;
+    }
+    return static_cast<int>(syscall(SYS_inotify_init1, flags));
+}
 
 namespace {
 
@@ -268,6 +287,17 @@ TEST_F(UserDefaultsFileObservation, NotifiesAfterAFolderWasMadeAnewThatSomebodyS
     makeFolder();
     writeFile(file, settings("Key", "anew"));
     expectInTheEnd("Key:anew");
+}
+
+TEST_F(UserDefaultsFileObservation, KeepsItsInotifyInstance) {
+    makeFolder();
+    const auto observation = observe("Key");
+    for (const auto* const value : {"first", "second", "third"}) {
+        replaceFile(file, settings("Key", value));
+        expectInTheEnd(std::string("Key:") + value);
+        noInotifyInstanceIsLeft = true; // others have taken what the user may have
+    }
+    noInotifyInstanceIsLeft = false;
 }
 
 TEST_F(UserDefaultsFileObservation,

@@ -1,6 +1,7 @@
 #include "Benchmarks/Measurement.h"
 #include "Benchmarks/TreeBenchmarks.h"
 #include "CorbelKit/Monitors/FileSystemMonitor.h"
+#include "Platform/Mutex.h"
 #include "Tests/Support/Linux/ChildProcess.h"
 #include "Tests/Support/TemporaryFolder.h"
 #include "Tests/Support/WaitUntil.h"
@@ -11,7 +12,6 @@
 #include <fstream>
 #include <map>
 #include <memory>
-#include <mutex>
 #include <string>
 
 namespace Benchmarks {
@@ -96,19 +96,19 @@ bool compareStart(const fs::path& tree) {
 class CountingDelegate : public CorbelKit::MonitorDelegate {
 public:
     void monitorDidChange(const URL& url) override {
-        const std::lock_guard lock(mutex_);
+        const Platform::MutexLock lock(mutex_);
         ++calls_[url.path()];
     }
 
     int calls(const fs::path& folder) const {
-        const std::lock_guard lock(mutex_);
+        const Platform::MutexLock lock(mutex_);
         const auto found = calls_.find(folder.string());
         return found == calls_.end() ? 0 : found->second;
     }
 
 private:
-    mutable std::mutex mutex_;
-    std::map<std::string, int> calls_;
+    mutable Platform::Mutex mutex_;
+    std::map<std::string, int> calls_ CORBEL_GUARDED_BY(mutex_);
 };
 
 bool raiseStorm() {

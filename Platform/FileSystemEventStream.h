@@ -18,7 +18,7 @@ namespace Platform {
 /// beside itself. An item that was made, written, renamed or removed is given by its own path. A
 /// path that ends with a slash is that of a folder itself; a folder may also be given without one.
 /// Where a folder came into the tree together with what is in it, and where the system lost count
-/// of events, one path may stand for all that is below it; nothing tells such a path apart. No link
+/// of events, one path may stand for all that is below it; nothing marks such a path. No link
 /// in the tree is followed.
 ///
 /// The stream is for the path, whatever lies there: it is silent while there is nothing. What comes

@@ -33,7 +33,7 @@ public:
 
     /// Has the file hold the value, as it is now, as a binary property list, or else what it held
     /// before. A value that cannot be encoded, or written so that it can be read again, and a
-    /// failed write are told to the user and to the system log, and not tried again.
+    /// failed write are reported to the user and to the system log, and not tried again.
     template <class Value>
     void save(Value value, Platform::URL url) {
         enqueue([value = std::move(value)] { return PropertyListEncoder::binary().encode(value); },

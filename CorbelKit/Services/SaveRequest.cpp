@@ -104,7 +104,7 @@ std::optional<Platform::Error> SaveRequest::serve() {
 void SaveRequest::serveAll(const Platform::URL& url) {
     for (const auto& weak : File::of(url)->requests()) {
         if (const auto request = weak.lock())
-            request->serve(); // whoever requested it is told of a failure
+            request->serve(); // whoever requested it is given the failure
     }
 }
 

@@ -17,7 +17,7 @@ std::optional<Platform::UserDefaults> suite();
 /// texts.
 std::vector<std::string> readStringArray(std::string_view key);
 
-/// Labels of jobs of whose changes the user is not told.
+/// Labels of jobs of whose changes the user is not notified.
 std::vector<std::string> readExceptions();
 /// How the labels begin of further such jobs.
 std::vector<std::string> readExcludePrefixes();

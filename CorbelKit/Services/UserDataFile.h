@@ -18,11 +18,11 @@ namespace CorbelKit::UserDataFile {
 /// reason, which a completed write ends; after a failure its token is given back.
 ///
 /// A file that could not be loaded is not replaced: it is given another name in its folder, such as
-/// "Notes (unreadable 2026-11-22 071530).plist", which `report` tells.
+/// "Notes (unreadable 2026-11-22 071530).plist", which `report` names.
 std::optional<Platform::Error> write(std::span<const std::byte> data, const Platform::URL& url,
                                      std::string_view reason);
 
-/// Tells the system log, and the user by an alert on the main thread. Returns at once.
+/// Reports to the system log, and to the user by an alert on the main thread. Returns at once.
 void report(const Platform::Error& error);
 
 /// The bytes of the file, as the last save leaves it that was requested before; empty where there

@@ -20,7 +20,7 @@
 namespace CorbelKit {
 
 /// A list of user data that the user edits: every change is saved in the background and can be
-/// undone. Items are copied, have a `Coding`, are moved without failure, and are told apart by
+/// undone. Items are copied, have a `Coding`, are moved without failure, and are distinguished by
 /// their member `uuid`. Main thread.
 ///
 /// Arguments may refer to what the list holds. An exception that an item throws while it is copied
@@ -31,7 +31,7 @@ public:
     /// How a change came about.
     enum class Cause : std::uint8_t { edit, undo, redo };
 
-    /// Told after each change, which is on its way to the file by then, which item it was of.
+    /// Called after each change, which is on its way to the file by then, with the item it was of.
     using Observer = std::function<void(const Platform::UUID& identifier, Cause cause)>;
 
     /// The list is empty until it is loaded. The undo manager outlives it.
@@ -107,7 +107,7 @@ private:
         if (after)
             items_.insert(place(after->index), std::move(after->item));
         saveChange();
-        tell(identifier);
+        notifyObserver(identifier);
     }
 
     std::optional<Place> placeOf(const Platform::UUID& identifier) const {
@@ -136,7 +136,7 @@ private:
         this->save();
     }
 
-    void tell(const Platform::UUID& identifier) const {
+    void notifyObserver(const Platform::UUID& identifier) const {
         if (const auto observer = observer_) // which may set another, or end the list
             observer(identifier, cause());
     }

@@ -29,7 +29,7 @@ public:
 
     /// Saves before it returns, past the saves that are queued, none of which replaces this one
     /// later. A value that cannot be encoded, or a failed write, leaves the file as it was, and is
-    /// told to the user, to the system log and to the caller.
+    /// reported to the user, to the system log and to the caller.
     std::optional<Platform::Error> saveSynchronously() const {
         const auto file = url();
         if (!file)

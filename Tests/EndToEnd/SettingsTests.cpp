@@ -14,7 +14,7 @@ protected:
                              "<key>ExcludePrefixes</key>" + excludePrefixes + "</dict></plist>");
     }
 
-    // Nobody is told that the agent took up a change, but it rests only when it has.
+    // Nothing reports that the agent took up a change, but it rests only when it has.
     void letItComeToRest() const { ASSERT_TRUE(trial.waitUntilAtRest()); }
 
     // Of these jobs the agent speaks only of the first, when they are added and when they are

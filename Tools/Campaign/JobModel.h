@@ -8,8 +8,9 @@
 #include <string_view>
 #include <vector>
 
-/// What the agent has to notify, told by a second implementation that shares nothing with it: it
-/// compares bytes, not digests, and looks for labels in the texts that the campaign itself writes.
+/// What the agent has to notify, computed by a second implementation that shares nothing with it:
+/// it compares bytes, not digests, and looks for labels in the texts that the campaign itself
+/// writes.
 namespace Campaign {
 
 /// The readable files that stand directly in the folders, path by path, with their bytes.

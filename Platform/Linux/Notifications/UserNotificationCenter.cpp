@@ -91,7 +91,7 @@ private:
         Completion completion;
     };
 
-    // Of two delays that end together, either may be told first: whichever is delivers both.
+    // Of two delays that end together, either may be notified first: whichever is delivers both.
     void deliverUpTo(const Turn& turn) {
         while (!waiting_.empty() && waiting_.begin()->first <= turn) {
             auto next = waiting_.extract(waiting_.begin()).mapped();

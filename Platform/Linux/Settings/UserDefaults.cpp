@@ -9,19 +9,18 @@
 #include "Platform/NeverDestroyed.h"
 
 #include <filesystem>
+#include <string>
+#include <system_error>
 #include <utility>
 
 namespace Platform {
 namespace {
 
 std::string standardDomain() {
-    const auto& information = Bundle::main().infoDictionary();
-    const auto found = information.find("CFBundleIdentifier");
-    const auto* identifier =
-        found != information.end() ? found->second.get<std::string>() : nullptr;
-    if (identifier != nullptr && !identifier->empty())
-        return *identifier;
-    std::error_code failure;
+    auto identifier = Bundle::main().text("CFBundleIdentifier");
+    if (!identifier.empty())
+        return identifier;
+    std::error_code failure; // whatever name it was called by
     return std::filesystem::read_symlink("/proc/self/exe", failure).filename();
 }
 

@@ -64,6 +64,12 @@ BusArrival::BusArrival(std::uint64_t number, sd_bus_message* message)
     : number_(number)
     , message_(sd_bus_message_ref(message)) {}
 
+// Who has a well-known name is not known here; the bus gives its own name to nobody.
+bool BusArrival::mayComeFrom(std::string_view sender) const {
+    const bool isGiven = sender == driver || sender.starts_with(':');
+    return !isGiven || orEmpty(sd_bus_message_get_sender(message_.get())) == sender;
+}
+
 std::optional<BusReply> BusArrival::readReply(const BusMethod& method, BusDeadline deadline) {
     if (sd_bus_message_is_method_error(message_.get(), nullptr) > 0)
         return failure(message_.get(), deadline);

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <string_view>
 
 namespace Platform {
 
@@ -18,6 +19,10 @@ public:
 
     /// The number of whom it is for.
     std::uint64_t number() const { return number_; }
+
+    /// Whether it may be of the sender that a rule names. A rule does not bind what a peer sends to
+    /// this connection alone, in which the peer may pretend to be the bus.
+    bool mayComeFrom(std::string_view sender) const;
 
     /// The next step of reading it as the answer to a call; absent while it is not at its end.
     std::optional<BusReply> readReply(const BusMethod& method, BusDeadline deadline);

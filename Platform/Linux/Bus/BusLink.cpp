@@ -155,8 +155,9 @@ void BusLink::subscribe(std::uint64_t number, const BusSignalRule& rule, SignalH
     sd_bus_add_match_async(socket_->bus(), &slot, matchOf(rule).c_str(), receive, installed,
                            target.get());
     target->slot.reset(slot);
-    subscriptions_.emplace(
-        number, Subscription{.handler = std::move(handler), .target = std::move(target)});
+    subscriptions_.emplace(number, Subscription{.sender = rule.sender,
+                                                .handler = std::move(handler),
+                                                .target = std::move(target)});
     socket_->resume();
 }
 
@@ -208,7 +209,7 @@ bool BusLink::take(BusArrival& arrival) {
         calls_.erase(found);
         handler(std::move(*reply));
     } else if (const auto listener = subscriptions_.find(arrival.number());
-               listener != subscriptions_.end()) {
+               listener != subscriptions_.end() && arrival.mayComeFrom(listener->second.sender)) {
         const auto state = arrival.readSignal();
         if (state == BusReader::State::underWay)
             return false;

@@ -67,6 +67,7 @@ private:
     };
 
     struct Subscription {
+        std::string sender; // as in its rule
         SignalHandler handler;
         std::unique_ptr<Target> target;
     };

@@ -141,6 +141,17 @@ TEST_F(Bus, GivesANameToOneAndNewsOfItToWhoeverWatches) {
     EXPECT_THAT(second, ElementsAre(inLine, owned));
     EXPECT_EQ(owners[1].front(), ':');
     EXPECT_NE(owners[2], owners[1]);
+    const auto pretend = [&](const std::string& owner) {
+        ChildProcess({"dbus-send", "--bus=" + daemon.address(), std::string("--dest=") + name,
+                      "--type=signal", "/org/freedesktop/DBus",
+                      "org.freedesktop.DBus.NameOwnerChanged", std::string("string:") + name,
+                      "string:" + owners[2], "string:" + owner})
+            .readAll();
+    };
+    pretend("");
+    pretend(":1.1");
+    settle();
+    EXPECT_EQ(owners.size(), 3); // only the bus itself has news of names
 }
 
 TEST_F(Bus, IsSharedUntilItGoesAndFoundAgainWhenItIsBack) {

@@ -12,6 +12,11 @@
 namespace Platform {
 namespace {
 
+// Far above what settings are for: each program that follows them reads them all.
+constexpr std::size_t largestFile = std::size_t{256} << 20U;
+constexpr PropertyList::Limits writingLimits{.cost = largestFile};
+constexpr PropertyList::Limits readingLimits{.cost = 2 * writingLimits.cost};
+
 // The file keeps its form, but for the old-style one, which is never written.
 PropertyList::Format formatFor(const std::vector<std::byte>& bytes) {
     const std::string_view text(reinterpret_cast<const char*>(bytes.data()), bytes.size());
@@ -56,11 +61,11 @@ DomainFile::change(const std::function<void(PropertyList::Dictionary&)>& edit) c
 Expected<DomainFile::Content> DomainFile::read() const {
     if (path_.empty() || FileContents::isMissing(url()))
         return Content{};
-    const auto bytes = FileContents::read(url(), PropertyList::largestOwnFile);
+    const auto bytes = FileContents::read(url(), largestFile);
     if (!bytes)
         return bytes.error();
     Content content{.values = {}, .format = formatFor(*bytes), .isUnderstood = bytes->empty()};
-    auto list = PropertyList::read(*bytes, PropertyList::Limits::ofOwnFiles());
+    auto list = PropertyList::read(*bytes, readingLimits);
     if (auto* values = list ? std::get_if<PropertyList::Dictionary>(&list->value()) : nullptr) {
         content.values = std::move(*values);
         content.isUnderstood = true;
@@ -70,11 +75,13 @@ Expected<DomainFile::Content> DomainFile::read() const {
 
 std::optional<Error> DomainFile::write(Content content) const {
     const PropertyList list(std::move(content.values));
-    auto bytes = list.write(content.format);
+    auto bytes = list.write(content.format, writingLimits);
     if (!bytes) // a text, say, that XML has no characters for
-        bytes = list.write(PropertyList::Format::binary);
+        bytes = list.write(PropertyList::Format::binary, writingLimits);
     if (!bytes)
         return Error{path_.native() + ": " + bytes.error().description};
+    if (bytes->size() > largestFile)
+        return Error{path_.native() + ": too large for settings"};
     return FileContents::replace(url(), *bytes,
                                  content.isUnderstood ? FileContents::MakeRoom() : setAside,
                                  FileContents::NewFile::forUserAlone);

@@ -3,6 +3,7 @@
 #include "Platform/Mutex.h"
 #include "Platform/NeverDestroyed.h"
 
+#include <cstddef>
 #include <utility>
 
 namespace Platform {
@@ -21,6 +22,9 @@ Token& current() {
 } // namespace
 
 void setActivationToken(std::string token) {
+    constexpr std::size_t longest = 4096; // in bytes; no program starts with a huge environment
+    if (token.size() > longest)
+        token.clear();
     auto& latest = current();
     const MutexLock lock(latest.mutex);
     latest.text = std::move(token);

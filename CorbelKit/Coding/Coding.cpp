@@ -22,7 +22,7 @@ constexpr PropertyList::Date referenceDate =
 
 template <class T>
 T valueOf(const Decoder& decoder, std::string_view typeName) {
-    const auto* value = decoder.isNull() ? nullptr : decoder.value().get<T>();
+    const auto* value = decoder.value().get<T>(); // also the text that may stand for null
     if (value == nullptr) {
         decoder.failToExpect(typeName);
         return {};

@@ -27,8 +27,14 @@ struct Coding<bool> {
     static bool placeholder() { return false; }
 };
 
+/// The types of numbers; those of characters are none.
+template <class T>
+concept CodedInteger =
+    std::integral<T> && !std::same_as<T, char> && !std::same_as<T, wchar_t> &&
+    !std::same_as<T, char8_t> && !std::same_as<T, char16_t> && !std::same_as<T, char32_t>;
+
 /// A number that does not fit the type is a failure.
-template <std::integral T>
+template <CodedInteger T>
 struct Coding<T> {
     static T decode(const Decoder& decoder) {
         using Limits = std::numeric_limits<T>;
@@ -120,7 +126,7 @@ struct Coding<Platform::UUID> {
     static Platform::UUID placeholder() { return Platform::UUID({}); }
 };
 
-/// Null where there is no value.
+/// Null where there is no value. In a property list the text that stands for null is a failure.
 template <class T>
 struct Coding<std::optional<T>> {
     static std::optional<T> decode(const Decoder& decoder) {
@@ -129,7 +135,7 @@ struct Coding<std::optional<T>> {
 
     static void encode(const std::optional<T>& value, Encoder& encoder) {
         if (value) {
-            encoder.encode(*value);
+            encoder.encodePresent(*value);
         } else {
             encoder.encodeNull();
         }

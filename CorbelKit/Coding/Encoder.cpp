@@ -41,6 +41,12 @@ void Encoder::fail(std::string debugDescription) {
     }
 }
 
+void Encoder::refuseNull() {
+    const auto* text = place_->get<std::string>();
+    if (format() == CodingFormat::propertyList && text != nullptr && *text == nullInPropertyLists)
+        fail("The text stands for no value in a property list.");
+}
+
 Encoder Encoder::descend(PropertyList& place, CodingKey key) const {
     auto path = codingPath_;
     path.push_back(std::move(key));

@@ -45,6 +45,13 @@ public:
         Coding<T>::encode(value, *this);
     }
 
+    /// As `encode`, where there might be null: a value that would be decoded as such is a failure.
+    template <class T>
+    void encodePresent(const T& value) {
+        encode(value);
+        refuseNull();
+    }
+
     /// Puts null there, or what stands for it in a property list.
     void encodeNull();
 
@@ -65,6 +72,7 @@ private:
     friend class UnkeyedEncodingContainer;
 
     Encoder descend(Platform::PropertyList& place, CodingKey key) const;
+    void refuseNull();
 
     Platform::PropertyList* place_;
     CodingPath codingPath_;
@@ -89,7 +97,7 @@ public:
     template <class T>
     void encodeIfPresent(std::string_view key, const std::optional<T>& value) {
         if (value)
-            encode(key, *value);
+            encoderFor(key).encodePresent(*value);
     }
 
     /// A dictionary as the entry of the key: the one that is there, or else an empty one.

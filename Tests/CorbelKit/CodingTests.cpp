@@ -99,6 +99,15 @@ TEST(Coding, TakesARecordThroughPropertyListsInTheirUsualForm) {
     }
 }
 
+TEST(Coding, LosesNoTextThatLooksLikeNull) {
+    const std::vector<std::string> texts = {"$null", ""};
+    const auto bytes = PropertyListEncoder::xml().encode(texts);
+    const auto read = PropertyListDecoder::shared().decode<std::vector<std::string>>(*bytes);
+    ASSERT_TRUE(read) << read.error().description();
+    EXPECT_EQ(*read, texts);
+    EXPECT_FALSE(PropertyListEncoder::xml().encode(std::optional(texts[0]))); // it would be none
+}
+
 TEST(Coding, TakesTheSameRecordThroughJSON) {
     const auto json = JSONEncoder().encode(Record());
     ASSERT_TRUE(json) << json.error().description();

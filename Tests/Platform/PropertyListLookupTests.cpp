@@ -17,30 +17,6 @@ std::optional<std::string> lookUp(std::string_view content, std::size_t chunk,
     return lookup.finish();
 }
 
-std::optional<std::string> readAndFind(std::string_view content) {
-    const auto list = read(content);
-    const auto* const label = list ? list->find("Label") : nullptr;
-    const auto* const found = label != nullptr ? label->get<std::string>() : nullptr;
-    return found != nullptr ? std::optional(*found) : std::nullopt;
-}
-
-TEST(PropertyListLookup, FindsExactlyWhatReadingFindsHoweverTheBytesCome) {
-    std::mt19937 random(3);
-    std::size_t found = 0;
-    const auto check = [&](const std::string& content) {
-        const auto expected = readAndFind(content);
-        found += expected ? 1 : 0;
-        for (const std::size_t chunk : {std::size_t{1}, std::size_t{7}, content.size() + 1})
-            ASSERT_EQ(lookUp(content, chunk), expected) << chunk << "\n" << content;
-    };
-    for (const auto& list : lists()) {
-        check(list);
-        for (int round = 0; round < 1000; ++round)
-            check(mutated(list, random));
-    }
-    EXPECT_GT(found, 1000U);
-}
-
 TEST(PropertyListLookup, CutsTheTextAtACharacter) {
     const std::string list = "<dict><key>Label</key><string>a\u00E4\u20AC&amp;bc</string></dict>";
     const std::pair<std::size_t, std::string> cases[] = {

@@ -93,41 +93,6 @@ std::string binary(const std::vector<std::string>& objects) {
            number(static_cast<char>(objects.size())) + number(0) + number(tableBegin);
 }
 
-const std::vector<std::string>& lists() {
-    using namespace std::string_literals;
-    static const auto all = [] {
-        const std::string xml = "<plist><dict><key>Label</key><string>com.example.j\xC3\xB6"
-                                "b</string><key>n</key><array><integer>1</integer><real>2.5</real>"
-                                "<dict><key>Label</key><string>inner</string></dict><data>AQID"
-                                "</data><date>2024-02-29T12:00:00Z</date><true/></array></dict>"
-                                "</plist>";
-        std::vector<std::string> made = {
-            xml,
-            "\xEF\xBB\xBF" + xml,
-            "\xFF\xFE" +
-                utf16("<plist><dict><key>Label</key><string>x</string></dict></plist>", false),
-            "\xFE\xFF" + utf16("<dict><key>Label</key><string>x</string></dict>", true),
-            "<dict><key>Label</key><string>1</string><key>Label</key><string>2</string></dict>",
-            "<dict><key>Label</key><string>1</string><key>Label</key><true/></dict>",
-            "<dict><key>x</key><dict><key>Label</key><string>1</string></dict></dict>",
-            "<array><string>Label</string></array>",
-            "<dict><key>Label</key><string>a&amp;b<![CDATA[<c>]]></string></dict>",
-            R"({ Label = "a\U00e4\344"; n = (1, <0fbd77>, { Label = inner; }); /* x */ })",
-            "// table\n\"Label\" = \"Zeigen\";\n'other';\n",
-            "\xFF\xFE" + utf16("Label = x; Label = y;", false),
-            "Label",
-            "<4c6162656c>",
-            binary({"\xD2\x01\x02\x03\x04"s, ascii("Label"), ascii("n"), "\x63\0a\0b\xD8\0"s,
-                    "\xA2\x05\x06"s, "\x13\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF"s, "\x80\x07"s}),
-            binary({"\xD1\x01\x01"s, ascii("Label")}),
-        };
-        for (const auto format : {PropertyList::Format::xml, PropertyList::Format::binary})
-            made.push_back(text(*read(xml)->write(format)));
-        return made;
-    }();
-    return all;
-}
-
 PropertyList randomValue(std::mt19937& random, PropertyList::Format format, int depth) {
     if (depth == 0 || below(random, 3) == 0)
         return randomScalar(random, format);
@@ -142,30 +107,6 @@ PropertyList randomValue(std::mt19937& random, PropertyList::Format format, int 
     for (; count > 0; --count)
         entries.insert_or_assign(randomText(random), randomValue(random, format, depth - 1));
     return entries;
-}
-
-std::string mutated(std::string content, std::mt19937& random) {
-    if (content.empty())
-        return content;
-    const auto at = below(random, content.size());
-    const auto length = below(random, content.size() - at) % 16;
-    switch (below(random, 5)) {
-    case 0:
-        content[at] = static_cast<char>(content[at] ^ (1 << below(random, 8)));
-        break;
-    case 1:
-        content[at] = static_cast<char>(below(random, 256));
-        break;
-    case 2:
-        content.erase(at, length);
-        break;
-    case 3:
-        content.insert(at, std::string(content, below(random, content.size()), length + 1));
-        break;
-    default:
-        content.resize(at);
-    }
-    return content;
 }
 
 } // namespace PropertyListSamples

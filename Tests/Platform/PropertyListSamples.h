@@ -30,14 +30,8 @@ std::string ascii(std::string_view text);
 /// one byte each.
 std::string binary(const std::vector<std::string>& objects);
 
-/// Small lists in all forms that hold a text under "Label", or might seem to.
-const std::vector<std::string>& lists();
-
 /// A value of any kind that the format holds, dates in whole seconds, no NaN.
 Platform::PropertyList randomValue(std::mt19937& random, Platform::PropertyList::Format format,
                                    int depth = 4);
-
-/// One damage: bits, bytes or stretches changed, lost or doubled.
-std::string mutated(std::string content, std::mt19937& random);
 
 } // namespace PropertyListSamples

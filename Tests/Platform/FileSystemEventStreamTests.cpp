@@ -18,17 +18,6 @@ protected:
     ReportedPaths reported;
 };
 
-TEST_F(FileSystemEventStreamTest, ReportsNothingOnceEnded) {
-    const ReportedPaths others;
-    const auto ended = others.streamOf(root.string());
-    const auto stream = reported.streamOf(root.string());
-    ended->end();
-    ended->end();
-    writeFile(root / "file", "1");
-    EXPECT_TRUE(reported.soonContain((root / "file").string()));
-    EXPECT_FALSE(others.contains((root / "file").string()));
-}
-
 TEST_F(FileSystemEventStreamTest, LetsGoOfItsCallBackAtTheEnd) {
     auto held = std::make_shared<int>(0);
     const std::weak_ptr<int> weak = held;

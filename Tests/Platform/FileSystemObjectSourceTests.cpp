@@ -87,16 +87,6 @@ TEST_F(FileSystemObjectSourceTest, RunsTheCancelHandlerOnceBehindTheEventHandler
     EXPECT_EQ(cancels, 1);
 }
 
-TEST_F(FileSystemObjectSourceTest, ReleasesWhatItsHandlersHoldWhenItEnds) {
-    auto held = std::make_shared<int>(0);
-    const std::weak_ptr<int> weak = held;
-    source->setEventHandler([held] {});
-    source->setCancelHandler([held = std::move(held)] {});
-    source->resume();
-    source.reset(); // without a cancellation
-    EXPECT_TRUE(waitUntil([&] { return weak.expired(); }));
-}
-
 TEST_F(FileSystemObjectSourceTest, AnOverflowOfTheSystemsQueueIsAnEventToo) {
     source->setEventHandler([&] { ++events; });
     // More records than the system keeps for one descriptor.

@@ -80,19 +80,6 @@ TEST(Subprocess, SaysWhyItCannotStart) {
     EXPECT_TRUE((Subprocess{*URL::parse("https://host/bin/sh"), {}, {}}.launch()));
 }
 
-TEST(Subprocess, ReturnsBeforeTheProcessEndsAndCollectsItLater) {
-    auto input = *Platform::Pipe::make();
-    auto output = *Platform::Pipe::make();
-    auto waiting = shell("echo $$; exec >&-; read line");
-    waiting.standardInput = input.fileHandleForReading.fileDescriptor();
-    waiting.standardOutput = output.fileHandleForWriting.fileDescriptor();
-    ASSERT_FALSE(waiting.launch());
-    const auto process = std::stoi(readAll(output));
-    EXPECT_FALSE(isGone(process));
-    input.fileHandleForWriting.close();
-    EXPECT_TRUE(waitUntil([&] { return isGone(process); }));
-}
-
 TEST(Subprocess, LeavesNoDescriptorOpenHereWhetherItStartedOrNot) {
     // What collects processes may keep descriptors of its own from the first one on.
     const auto first = std::stoi(outputOf(shell("echo $$")));

@@ -7,8 +7,6 @@
 #include <sys/un.h>
 #include <unistd.h>
 
-#include <thread>
-
 using namespace TestSupport;
 
 namespace {
@@ -30,15 +28,6 @@ protected:
     LoginManager logins{bus.address()};
 };
 
-// Inhibitors are pipes here; connections to earlier buses may still be closing.
-std::ptrdiff_t openPipes() {
-    const fs::directory_iterator all("/proc/self/fd");
-    return std::count_if(begin(all), end(all), [](const auto& descriptor) {
-        std::error_code gone;
-        return fs::read_symlink(descriptor, gone).string().starts_with("pipe:");
-    });
-}
-
 } // namespace
 
 TEST_F(ProcessActivityTest, HoldsAnInhibitorOfItsKindUntilItsEnd) {
@@ -59,22 +48,6 @@ TEST_F(ProcessActivityTest, HoldsAnInhibitorOfItsKindUntilItsEnd) {
         EXPECT_TRUE(allClosed());
         activity.end();
     }
-}
-
-TEST_F(ProcessActivityTest, LeavesNoInhibitorOrDescriptorBehind) {
-    ProcessActivity::begin(Options::userInitiated, "first, which connects").end();
-    ASSERT_TRUE(allClosed());
-    const auto before = openPipes();
-    std::thread([] {
-        auto one = ProcessActivity::begin(Options::userInitiated, "one");
-        auto other = ProcessActivity::begin(Options::userInitiated, "other");
-        one = std::move(other);
-    }).join();
-    EXPECT_TRUE(allClosed());
-
-    logins.setManner(Manner::refuses);
-    ProcessActivity::begin(Options::userInitiated, "refused").end();
-    EXPECT_EQ(openPipes(), before);
 }
 
 TEST_F(ProcessActivityTest, WaitsOnceForOneThatIsSilentAndClosesWhatComesLate) {

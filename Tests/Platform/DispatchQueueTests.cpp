@@ -8,17 +8,6 @@ using Platform::DispatchQueue;
 using TestSupport::waitUntil;
 using namespace std::chrono_literals;
 
-TEST(DispatchQueue, SerialTasksRunOneAtATimeInOrder) {
-    const auto queue = DispatchQueue::serial("test.serial");
-    int next = 0; // no lock: the queue is one
-    std::atomic<bool> done = false;
-    for (int i = 0; i < 1000; ++i)
-        queue.async([&, i] { EXPECT_EQ(next++, i); });
-    queue.async([&] { done = true; });
-    ASSERT_TRUE(waitUntil(done));
-    EXPECT_EQ(next, 1000);
-}
-
 TEST(DispatchQueue, DelayedTasksRunByTheirTimeAndNeverEarly) {
     const auto queue = DispatchQueue::serial("test.delayed");
     const auto start = std::chrono::steady_clock::now();

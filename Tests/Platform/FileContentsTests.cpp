@@ -86,17 +86,4 @@ TEST_F(FileReplacement, IsWholeHoweverManyReplaceAtOnce) {
     EXPECT_EQ(names(), std::vector<std::string>{"file"});
 }
 
-TEST_F(FileReplacement, GivesNoNameThatIsTaken) {
-    const auto rename = [&](const char* to) {
-        return FileContents::rename(fileURL(folder / "file"), fileURL(folder / to));
-    };
-    writeFile(folder / "file", "content");
-    writeFile(folder / "taken", "other");
-    EXPECT_FALSE(*rename("taken"));
-    EXPECT_TRUE(*rename("free"));
-    EXPECT_FALSE(rename("freer")); // there is nothing to name any more
-    EXPECT_EQ(contentOf(folder / "taken") + contentOf(folder / "free"), "othercontent");
-    EXPECT_EQ(names(), (std::vector<std::string>{"free", "taken"}));
-}
-
 } // namespace

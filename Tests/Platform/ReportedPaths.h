@@ -9,47 +9,39 @@
 #include <string>
 #include <vector>
 
-/// The paths that the streams of a test have reported.
+/// The paths that the streams of a test have reported. Copies share them.
 class ReportedPaths {
 public:
     std::unique_ptr<Platform::FileSystemEventStream> streamOf(const std::string& path) const {
         return Platform::FileSystemEventStream::make(
             path, std::chrono::milliseconds(20), Platform::DispatchQueue::concurrent("test.events"),
-            [record = record_](const auto& paths) { record->add(paths); });
+            [record = *this](const auto& paths) { record.add(paths); });
     }
 
-    void add(const std::vector<std::string>& paths) const { record_->add(paths); }
+    void add(const std::vector<std::string>& paths) const {
+        const Platform::MutexLock lock(record_->mutex);
+        record_->paths.insert(paths.begin(), paths.end());
+    }
 
-    bool contains(const std::string& path) const { return record_->contains(path); }
+    bool contains(const std::string& path) const {
+        const Platform::MutexLock lock(record_->mutex);
+        return record_->paths.contains(path);
+    }
 
     bool soonContain(const std::string& path) const {
         return TestSupport::waitUntil([&] { return contains(path); });
     }
 
-    void forget() const { record_->clear(); }
+    void forget() const {
+        const Platform::MutexLock lock(record_->mutex);
+        record_->paths.clear();
+    }
 
 private:
-    class Record {
-    public:
-        void add(const std::vector<std::string>& paths) {
-            const Platform::MutexLock lock(mutex_);
-            paths_.insert(paths.begin(), paths.end());
-        }
-
-        bool contains(const std::string& path) {
-            const Platform::MutexLock lock(mutex_);
-            return paths_.contains(path);
-        }
-
-        void clear() {
-            const Platform::MutexLock lock(mutex_);
-            paths_.clear();
-        }
-
-    private:
-        Platform::Mutex mutex_;
-        std::set<std::string> paths_ CORBEL_GUARDED_BY(mutex_);
+    struct Record {
+        Platform::Mutex mutex;
+        std::set<std::string> paths CORBEL_GUARDED_BY(mutex);
     };
 
-    const std::shared_ptr<Record> record_ = std::make_shared<Record>();
+    std::shared_ptr<Record> record_ = std::make_shared<Record>();
 };

@@ -63,25 +63,16 @@ TEST(StandardOutput, HoldsNobodyWhileItDoesNotDrainAndSaysWhatItDropped) {
 }
 
 TEST(StandardOutput, WritesOnAfterAFullDiskAndAReaderThatHasGone) {
-    auto pipe = Platform::Pipe::make();
-    ASSERT_TRUE(pipe);
-    {
-        const Platform::FileHandle full(open("/dev/full", O_WRONLY | O_CLOEXEC));
-        const Redirection redirection(full.fileDescriptor());
-        StandardOutput::writeLine("lost");
+    const auto writeTo = [](const Platform::FileHandle& output, const std::string& line) {
+        const Redirection redirection(output.fileDescriptor());
+        StandardOutput::writeLine(line);
         EXPECT_TRUE(StandardOutput::drain(10s));
-    }
-    {
-        auto gone = Platform::Pipe::make();
-        static_cast<void>(gone->fileHandleForReading.close());
-        const Redirection redirection(gone->fileHandleForWriting.fileDescriptor());
-        StandardOutput::writeLine("lost"); // and the process lives on, which ignores no signal
-        EXPECT_TRUE(StandardOutput::drain(10s));
-    }
-    {
-        const Redirection redirection(pipe->fileHandleForWriting.fileDescriptor());
-        StandardOutput::writeLine("there");
-        EXPECT_TRUE(StandardOutput::drain(10s));
-    }
-    EXPECT_EQ(readWhatIsThere(pipe->fileHandleForReading.fileDescriptor()), "there\n");
+    };
+    writeTo(Platform::FileHandle(open("/dev/full", O_WRONLY | O_CLOEXEC)), "lost");
+    auto gone = *Platform::Pipe::make();
+    static_cast<void>(gone.fileHandleForReading.close());
+    writeTo(gone.fileHandleForWriting, "lost"); // and the process, which ignores no signal, lives
+    const auto pipe = *Platform::Pipe::make();
+    writeTo(pipe.fileHandleForWriting, "there");
+    EXPECT_EQ(readWhatIsThere(pipe.fileHandleForReading.fileDescriptor()), "there\n");
 }

@@ -2,16 +2,12 @@
 
 #include "Platform/Linux/Bus/BusAddress.h"
 #include "Platform/Linux/Bus/BusNames.h"
-#include "Platform/Linux/Bus/BusWriter.h"
-#include "Platform/Linux/Bus/SharedBus.h"
-#include "Platform/NeverDestroyed.h"
 #include "Tests/Platform/Linux/ConnectedBus.h"
 #include "Tests/Support/Linux/BusDaemon.h"
 #include "Tests/Support/Linux/NotificationService.h"
 #include "Tests/Support/Testing.h"
 
 #include <future>
-#include <mutex>
 
 using namespace Platform;
 
@@ -112,60 +108,24 @@ TEST_F(Bus, GivesNoSignalOnceTheSubscriptionIsDropped) {
     EXPECT_THAT(dropped, ElementsAre("one"));
 }
 
-TEST_F(Bus, GivesANameToOneAndNewsOfItToWhoeverWatches) {
+TEST_F(Bus, TakesNewsOfNamesFromTheBusAlone) {
     std::vector<std::string> owners; // queue
     const BusNameWatch watch(*connection, name, queue,
                              [&owners](const std::string& owner) { owners.push_back(owner); });
     settle();
     EXPECT_THAT(owners, ElementsAre(""));
-    using enum BusNameClaim::State;
-    auto other = connectedBus(daemon.address());
-    std::vector<BusNameClaim::State> first, second; // queue
-    const BusNameClaim had(*other, name, queue, [&](auto state) { first.push_back(state); });
+    const NotificationService service(daemon.address());
     EXPECT_TRUE(waitUntil([&] {
         settle();
-        return !first.empty();
+        return owners.size() == 2;
     }));
-    const BusNameClaim wanted(*connection, name, queue,
-                              [&](auto state) { second.push_back(state); });
-    EXPECT_TRUE(waitUntil([&] {
-        settle();
-        return !second.empty();
-    }));
-    other.reset();
-    EXPECT_TRUE(waitUntil([&] {
-        settle();
-        return second.size() == 2 && owners.size() == 3;
-    }));
-    EXPECT_THAT(first, testing::Each(owned));
-    EXPECT_THAT(second, ElementsAre(inLine, owned));
-    EXPECT_EQ(owners[1].front(), ':');
-    EXPECT_NE(owners[2], owners[1]);
-    const auto pretend = [&](const std::string& owner) {
+    for (const std::string pretended : {"", ":1.1"}) {
         ChildProcess({"dbus-send", "--bus=" + daemon.address(), std::string("--dest=") + name,
                       "--type=signal", "/org/freedesktop/DBus",
                       "org.freedesktop.DBus.NameOwnerChanged", std::string("string:") + name,
-                      "string:" + owners[2], "string:" + owner})
+                      "string:" + owners[1], "string:" + pretended})
             .readAll();
-    };
-    pretend("");
-    pretend(":1.1");
+    }
     settle();
-    EXPECT_EQ(owners.size(), 3); // only the bus itself has news of names
-}
-
-TEST_F(Bus, IsSharedUntilItGoesAndFoundAgainWhenItIsBack) {
-    static std::string address;
-    address = daemon.address();
-    // As long as the process, like those that it has.
-    static const NeverDestroyed<SharedBus> shared([] { return address; });
-    const auto first = shared.get().connectAndWait(in(20));
-    ASSERT_TRUE(first);
-    EXPECT_EQ(shared.get().connectAndWait(in(20)), first);
-    daemon.end();
-    EXPECT_TRUE(waitUntil([&] { return first->isClosed(); }));
-    EXPECT_FALSE(shared.get().connectAndWait(in(20)));
-    const TestSupport::BusDaemon next;
-    address = next.address();
-    EXPECT_TRUE(shared.get().connectAndWait(in(20)));
+    EXPECT_EQ(owners.size(), 2);
 }

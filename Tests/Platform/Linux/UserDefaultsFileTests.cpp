@@ -52,12 +52,19 @@ protected:
 };
 
 using UserDefaultsFile = WithFile<UserDefaultsTest>;
-using UserDefaultsFileObservation = WithFile<UserDefaultsObservation>;
 
-TEST_F(UserDefaultsFile, ThatHasNoPlaceMakesNoSuite) {
-    const EnvironmentVariable noFolder("XDG_CONFIG_HOME", "/dev/null");
-    EXPECT_FALSE(UserDefaults::suite(suiteName));
-}
+class UserDefaultsFileObservation : public WithFile<UserDefaultsObservation> {
+protected:
+    using Step = std::pair<std::function<void()>, const char*>; // and the value of the key then
+
+    void expectAfterEach(std::span<const Step> steps) {
+        const auto observation = observe("Key");
+        for (const auto& [step, value] : steps) {
+            step();
+            expectInTheEnd(std::string("Key:") + value);
+        }
+    }
+};
 
 TEST_F(UserDefaultsFile, KeepsFileAndFoldersToTheUserAndTheFileInItsForm) {
     open().set("Key", true);
@@ -200,7 +207,7 @@ TEST_F(UserDefaultsFile, IsWholeWheneverItsWriterIsKilled) {
 TEST_F(UserDefaultsFileObservation, NotifiesHoweverTheFileComesToDiffer) {
     const auto elsewhere = folder / "elsewhere";
     const auto parent = file.parent_path();
-    const std::pair<std::function<void()>, const char*> steps[] = {
+    const Step steps[] = {
         {[&] { open().set("Key", std::string("late")); }, "late"}, // no folder so far
         {[&] { writeFile(file, settings("Key", "in place")); }, "in place"},
         {[&] { replaceFile(file, settings("Key", "replaced")); }, "replaced"},
@@ -215,11 +222,7 @@ TEST_F(UserDefaultsFileObservation, NotifiesHoweverTheFileComesToDiffer) {
         {[&] { fs::remove_all(configuration.parent_path()); }, "-"},
         {[&] { open().set("Key", std::string("last")); }, "last"},
     };
-    const auto observation = observe("Key");
-    for (const auto& [step, value] : steps) {
-        step();
-        expectInTheEnd(std::string("Key:") + value);
-    }
+    expectAfterEach(steps);
 }
 
 TEST_F(UserDefaultsFileObservation, NotifiesOfWhatIsBehindLinks) {
@@ -243,7 +246,7 @@ TEST_F(UserDefaultsFileObservation, NotifiesOfWhatIsBehindLinks) {
     link("chain", parent);
     link("../place/a", linkFolder / "middle");
     link("there.plist", place / "a" / file.filename());
-    const std::pair<std::function<void()>, const char*> steps[] = {
+    const Step steps[] = {
         {[&] { writeFile(place / "a/there.plist", settings("Key", "in place")); }, "in place"},
         {[&] { replaceFile(place / "a/there.plist", settings("Key", "replaced")); }, "replaced"},
         {[&] {
@@ -270,11 +273,7 @@ TEST_F(UserDefaultsFileObservation, NotifiesOfWhatIsBehindLinks) {
         {[&] { writeFile(place / "last", settings("Key", "last")), link(place / "last", file); },
          "last"},
     };
-    const auto observation = observe("Key");
-    for (const auto& [step, value] : steps) {
-        step();
-        expectInTheEnd(std::string("Key:") + value);
-    }
+    expectAfterEach(steps);
 }
 
 TEST_F(UserDefaultsFileObservation, NotifiesAfterAFolderWasMadeAnewThatSomebodyStillUses) {

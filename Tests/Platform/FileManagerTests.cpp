@@ -8,16 +8,10 @@ using Platform::URL;
 using testing::Optional;
 namespace FileManager = Platform::FileManager;
 
-namespace {
-
-class FileManagerTest : public testing::Test {
-protected:
+TEST(FileManager, ListsEveryEntryOnceAndFoldersAloneAsFolders) {
     const TemporaryFolder folder;
-    const URL here = folderURL(folder.path());
-    const URL elsewhere = *URL::parse("https://host/a/b");
-};
-
-TEST_F(FileManagerTest, ListsEveryEntryOnceAndFoldersAloneAsFolders) {
+    const auto here = folderURL(folder.path());
+    const auto elsewhere = *URL::parse("https://host/a/b");
     writeFile(folder / ".hidden", "");
     writeFile(folder / "café %41", "");
     fs::create_directory(folder / "folder");
@@ -35,16 +29,3 @@ TEST_F(FileManagerTest, ListsEveryEntryOnceAndFoldersAloneAsFolders) {
     for (const auto& noFolder : {here.appending("missing"), here.appending(".hidden"), elsewhere})
         EXPECT_FALSE(FileManager::contentsOfDirectory(noFolder)) << noFolder.absoluteString();
 }
-
-TEST_F(FileManagerTest, ResolvesLinksAsFarAsThePathExists) {
-    fs::create_directory(folder / "folder");
-    fs::create_directory_symlink("folder", folder / "link");
-    for (const auto& [path, resolved] :
-         {std::pair{"link", "folder"}, {"link/", "folder/"}, {"link/missing", "folder/missing"}}) {
-        EXPECT_EQ(FileManager::resolvingSymlinksInPath(here.appending(path)),
-                  here.appending(resolved));
-    }
-    EXPECT_EQ(FileManager::resolvingSymlinksInPath(elsewhere), elsewhere);
-}
-
-} // namespace

@@ -77,7 +77,6 @@ TEST(PropertyListXML, ReadsEveryEncodingOfExpatAndWhiteSpaceBeforeTheDeclaration
         {"\xEF\xBB\xBF<string>\u00E4</string>", string("\u00E4")},
         {"\xFF\xFE" + utf16(utf16Document, false), string("a")},
         {"\xFE\xFF" + utf16(utf16Document, true), string("a")},
-        {utf16(utf16Document, false), string("a")},
         {utf16(utf16Document, true), string("a")},
         {"<?xml version='1.0' encoding='ISO-8859-1'?><string>\xE4</string>", string("\u00E4")},
         {"\n <?xml version='1.0'?><string>a</string>", string("a")},

@@ -7,37 +7,22 @@ using namespace std::string_literals;
 TEST(TextServices, NumberEncodingsOnEverySystemAsMacOSDoes) {
     for (const auto& [name, number] : {std::pair("utf-8", 4U),
                                        {"US-ASCII", 1},
-                                       {"latin1", 5},
-                                       {"ISO-8859-2", 9},
                                        {"ISO-8859-15", 0x8000020F},
-                                       {"windows-1252", 12},
                                        {"macintosh", 30},
                                        {"UTF-16", 10},
                                        {"utf-16le", 0x94000100},
                                        {"UTF-32", 0x8C000100},
-                                       {"EUC-JP", 3},
                                        {"ISO-2022-JP", 21},
                                        {"Shift_JIS", 0x80000A01},
                                        {"Windows-31J", 8},
                                        {"gb2312", 0x80000930},
-                                       {"GBK", 0x80000631},
                                        {"GB18030", 0x80000632},
-                                       {"Big5", 0x80000A03},
-                                       {"EUC-KR", 0x80000940},
                                        {"KOI8-R", 0x80000A02},
                                        {"IBM850", 0x80000410}})
         EXPECT_EQ(encodingForIANACharSetName(name), number) << name;
     for (const auto& name :
          {""s, "-"s, "klingon"s, "utf-8\0"s, "\0"s, "utf-8 x"s, "\xFF"s, std::string(100'000, 'u')})
         EXPECT_EQ(encodingForIANACharSetName(name), std::nullopt) << name;
-}
-
-TEST(TextServices, OrderNamesForTheUser) {
-    const std::string sorted[] = {"", "apple", "Banana", "File9", "file10", "File10a"};
-    for (const auto& one : sorted) {
-        for (const auto& other : sorted)
-            EXPECT_EQ(localizedStandardCompare(one, other), &one <=> &other) << one << other;
-    }
 }
 
 TEST(TextServices, LowerLettersAlikeInEveryLanguage) {

@@ -18,7 +18,6 @@ TEST(Alert, IsOneLineOnStandardErrorWhateverItsTexts) {
         {"Not saved", "The disk is full.", "Not saved: The disk is full.\n"},
         {"Not saved", "", "Not saved\n"},
         {"", "Full", "Full\n"},
-        {"", "", "\n"},
         {"a\nb", "c\r\x1B[2Jd\x7F", "a b: c  [2Jd \n"},
         {"\u2028\u2029\u0085\u009B\u202E", "\xFF\xC2", "     : \uFFFD\uFFFD\n"},
         {std::string("\0", 1), "\u05D0", " : \u05D0\n"},

@@ -11,7 +11,7 @@ class FrontApplication : public AgentTest {
 protected:
     FrontApplication() {
         TestSupport::installMainApplication(
-            trial.home(), "Exec=zenity\nName=Something else\nName[de]=Vesper Pro\n");
+            trial.home(), "Exec=vesper\nName=Something else\nName[de]=Vesper Pro\n");
         trial.environment["DISPLAY"] = session.display();
         trial.environment["LC_ALL"] = "de_DE.UTF-8";
     }
@@ -56,6 +56,7 @@ TEST_F(FrontApplication, IsUnknownWhileTheXServerHangsAndOnceItIsGone) {
 TEST_F(FrontApplication, IsFoundOnTheAccessibilityBusByItsProgram) {
     const TestSupport::BusDaemon bus(TestSupport::BusDaemon::ActivatableServices{
         {"org.a11y.Bus", "/usr/libexec/at-spi-bus-launcher"}});
+    TestSupport::installMainApplication(trial.home(), "Exec=zenity\nName=Vesper Pro\n");
     trial.environment.erase("DISPLAY");
     trial.environment["DBUS_SESSION_BUS_ADDRESS"] = bus.address();
     start();

@@ -5,11 +5,6 @@
 namespace TestSupport {
 namespace {
 
-std::optional<std::string> valueOf(const std::string& name) {
-    const char* const value = std::getenv(name.c_str());
-    return value != nullptr ? std::optional<std::string>(value) : std::nullopt;
-}
-
 void set(const std::string& name, const std::optional<std::string>& value) {
     if (value) {
         setenv(name.c_str(), value->c_str(), 1);
@@ -21,8 +16,9 @@ void set(const std::string& name, const std::optional<std::string>& value) {
 } // namespace
 
 EnvironmentVariable::EnvironmentVariable(std::string name, const std::optional<std::string>& value)
-    : name_(std::move(name))
-    , before_(valueOf(name_)) {
+    : name_(std::move(name)) {
+    if (const char* const before = std::getenv(name_.c_str()))
+        before_ = before;
     set(name_, value);
 }
 

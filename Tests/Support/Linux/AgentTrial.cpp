@@ -1,10 +1,10 @@
 #include "Tests/Support/Linux/AgentTrial.h"
 
+#include "Tests/Support/Linux/ChildProcess.h"
 #include "Tests/Support/WaitUntil.h"
 
 #include <fcntl.h>
 #include <poll.h>
-#include <spawn.h>
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <sys/wait.h>
@@ -21,22 +21,14 @@ namespace TestSupport {
 namespace {
 
 bool waitReadable(int descriptor, AgentTrial::Clock::time_point deadline) {
-    for (;;) {
-        const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(
-            deadline - AgentTrial::Clock::now());
-        pollfd poller{.fd = descriptor, .events = POLLIN, .revents = 0};
-        const int count = poll(&poller, 1, static_cast<int>(std::max<long>(left.count(), 0)));
-        if (count > 0)
-            return true;
-        if (count == 0)
-            return false;
-    }
+    const auto left =
+        std::chrono::duration_cast<std::chrono::milliseconds>(deadline - AgentTrial::Clock::now());
+    pollfd poller{.fd = descriptor, .events = POLLIN, .revents = 0};
+    return poll(&poller, 1, static_cast<int>(std::max<long>(left.count(), 0))) > 0;
 }
 
 int openNotifySocket(const std::filesystem::path& path) {
     const int descriptor = socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC, 0);
-    if (descriptor == -1)
-        throw std::runtime_error("no socket");
     sockaddr_un address{};
     address.sun_family = AF_UNIX;
     if (path.string().size() >= sizeof address.sun_path)
@@ -97,36 +89,16 @@ bool AgentTrial::launch() {
     std::filesystem::remove(folder_ / "ready");
     close(std::exchange(notifySocket_, openNotifySocket(folder_ / "ready")));
     std::array<int, 2> output{};
-    const bool hasStarted = pipe2(output.data(), O_CLOEXEC) == 0 && spawn(output[1]);
+    if (pipe2(output.data(), O_CLOEXEC) != 0)
+        return false;
+    auto command = wrapper;
+    command.push_back(agent_.string());
+    process_ = startProcess(std::move(command), makeEnvironment(), output[1], true);
     close(output[1]);
     closeOutput();
     unread_.clear();
     output_ = output[0];
-    return hasStarted;
-}
-
-bool AgentTrial::spawn(int standardOutput) {
-    auto command = wrapper;
-    command.push_back(agent_.string());
-    std::vector<char*> arguments;
-    arguments.reserve(command.size() + 1);
-    for (auto& argument : command)
-        arguments.push_back(argument.data());
-    arguments.push_back(nullptr);
-    auto list = makeEnvironment();
-    std::vector<char*> variables;
-    variables.reserve(list.size() + 1);
-    for (auto& variable : list)
-        variables.push_back(variable.data());
-    variables.push_back(nullptr);
-
-    posix_spawn_file_actions_t actions{};
-    posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_adddup2(&actions, standardOutput, STDOUT_FILENO);
-    const int failure = posix_spawnp(&process_, arguments[0], &actions, nullptr, arguments.data(),
-                                     variables.data());
-    posix_spawn_file_actions_destroy(&actions);
-    return failure == 0;
+    return process_ != -1;
 }
 
 bool AgentTrial::waitUntilReady() const {
@@ -220,23 +192,17 @@ void AgentTrial::save(const std::filesystem::path& path, std::string_view conten
 }
 
 std::string jobFile(std::string_view label, std::string_view extra) {
-    std::string text = R"(<?xml version="1.0" encoding="UTF-8"?>
+    return R"(<?xml version="1.0" encoding="UTF-8"?>
 <!DOCTYPE plist PUBLIC "-//Apple//DTD PLIST 1.0//EN" "http://www.apple.com/DTDs/PropertyList-1.0.dtd">
 <plist version="1.0">
 <dict>
 	<key>Label</key>
-	<string>)";
-    text += label;
-    text += R"(</string>
-	<key>ProgramArguments</key>
-	<array>
-		<string>/usr/bin/true</string>
-	</array>
-	<key>RunAtLoad</key>
-	<true/>
-)";
-    text += extra;
-    return text + "</dict>\n</plist>\n";
+	<string>)" +
+           std::string(label) + R"(</string>
+	<key>ProgramArguments</key> <array> <string>/usr/bin/true</string> </array>
+	<key>RunAtLoad</key> <true/>
+)" + std::string(extra) +
+           "</dict>\n</plist>\n";
 }
 
 } // namespace TestSupport

@@ -79,7 +79,6 @@ public:
 
 private:
     std::vector<std::string> makeEnvironment() const;
-    bool spawn(int standardOutput);
     bool waitUntilReady() const;
     bool readMore(Clock::time_point deadline);
     void closeOutput();

@@ -22,24 +22,32 @@ std::vector<char*> pointers(std::vector<std::string>& texts) {
 
 } // namespace
 
+pid_t startProcess(std::vector<std::string> command, std::vector<std::string> environment,
+                   int standardOutput, bool showsErrors) {
+    posix_spawn_file_actions_t actions{};
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_adddup2(&actions, standardOutput, STDOUT_FILENO);
+    if (!showsErrors)
+        posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
+    pid_t process = -1;
+    const int failure = posix_spawnp(&process, command.front().c_str(), &actions, nullptr,
+                                     pointers(command).data(), pointers(environment).data());
+    posix_spawn_file_actions_destroy(&actions);
+    return failure == 0 ? process : -1;
+}
+
 ChildProcess::ChildProcess(std::vector<std::string> command, std::vector<std::string> environment) {
     environment.emplace_back("PATH=/usr/bin:/bin");
     std::array<int, 2> output{};
     if (pipe2(output.data(), O_CLOEXEC) != 0)
         throw std::runtime_error("no pipe");
-    output_ = output[0];
-    posix_spawn_file_actions_t actions{};
-    posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_adddup2(&actions, output[1], STDOUT_FILENO);
     // What it starts may outlive it, and must hold no pipe that a test runner reads to its end.
-    posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
-    const int failure = posix_spawnp(&process_, command.front().c_str(), &actions, nullptr,
-                                     pointers(command).data(), pointers(environment).data());
-    posix_spawn_file_actions_destroy(&actions);
+    process_ = startProcess(std::move(command), std::move(environment), output[1], false);
+    output_ = output[0];
     close(output[1]);
-    if (failure != 0) {
+    if (process_ == -1) {
         close(output_);
-        throw std::runtime_error("cannot start " + command.front());
+        throw std::runtime_error("cannot start a program");
     }
 }
 

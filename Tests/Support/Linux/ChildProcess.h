@@ -8,6 +8,12 @@
 
 namespace TestSupport {
 
+/// Starts a program with these variables, each as "name=value", and the descriptor as its standard
+/// output. Its standard error is that of this process, or goes nowhere. -1 where it cannot be
+/// started.
+pid_t startProcess(std::vector<std::string> command, std::vector<std::string> environment,
+                   int standardOutput, bool showsErrors);
+
 /// A program that a test needs beside it, killed with the object. What it prints can be read line
 /// by line; its standard error goes nowhere.
 class ChildProcess {

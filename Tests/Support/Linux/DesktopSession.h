@@ -34,17 +34,15 @@ private:
     std::unique_ptr<ChildProcess> windowManager_;
 };
 
-/// A window of a foreign application, closed with the last copy of the object.
+/// A window of a foreign application, closed with the object.
 class ForeignWindow {
 public:
     /// Returns when the window is in front; throws when it does not come to that.
-    ForeignWindow(const std::string& display, std::string_view instanceName,
-                  std::string_view className);
+    ForeignWindow(const std::string& display, const std::string& instanceName,
+                  const std::string& className);
 
 private:
-    class Impl;
-
-    std::shared_ptr<Impl> impl_;
+    ChildProcess application_;
 };
 
 } // namespace TestSupport

@@ -1,8 +1,7 @@
 find_package(PkgConfig REQUIRED)
 find_package(Threads REQUIRED)
 pkg_check_modules(GIO REQUIRED IMPORTED_TARGET gio-2.0)
-pkg_check_modules(XCB REQUIRED IMPORTED_TARGET xcb)
-target_link_libraries(TestSupport PRIVATE PkgConfig::GIO PkgConfig::XCB Threads::Threads)
+target_link_libraries(TestSupport PRIVATE PkgConfig::GIO Threads::Threads)
 
 # Preloaded into the process whose system log is to be read.
 add_library(SystemLogRecorder MODULE Linux/Preloaded/SystemLogRecorder.cpp)
@@ -18,5 +17,5 @@ add_dependencies(TestSupport HelperTool)
 pkg_check_modules(SECCOMP IMPORTED_TARGET libseccomp)
 if(SECCOMP_FOUND)
     add_executable(Confine Linux/Programs/Confine.cpp)
-    target_link_libraries(Confine PRIVATE PkgConfig::SECCOMP)
+    target_link_libraries(Confine PRIVATE PkgConfig::SECCOMP TestSupport)
 endif()

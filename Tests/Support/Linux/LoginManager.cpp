@@ -53,22 +53,15 @@ LoginManager::LoginManager(const std::string& busAddress)
                              .interface = "org.freedesktop.login1.Manager",
                              .description = description},
           [this](GDBusMethodInvocation* call) {
-              const std::lock_guard lock(mutex_);
-              calls_.push_back(callOf(call));
               const std::shared_ptr<GDBusMethodInvocation> shared(call, g_object_unref);
-              const auto grantIt = [this, shared] {
+              const auto grantIt = [this, shared](const InhibitCall&) {
                   granted_.push_back(grant(G_DBUS_METHOD_INVOCATION(g_object_ref(shared.get()))));
               };
-              if (manner_ == Manner::grants)
-                  grantIt();
-              if (manner_ == Manner::holds)
-                  held_.emplace_back(grantIt);
-              if (manner_ == Manner::refuses) {
+              receive(callOf(call), grantIt, [call] {
                   g_dbus_method_invocation_return_dbus_error(
                       G_DBUS_METHOD_INVOCATION(g_object_ref(call)),
                       "org.freedesktop.DBus.Error.AccessDenied", "not today");
-              }
-              received_.notify_all();
+              });
           })) {}
 
 LoginManager::~LoginManager() {
@@ -77,30 +70,10 @@ LoginManager::~LoginManager() {
         close(pipe);
 }
 
-std::optional<InhibitCall> LoginManager::next(std::chrono::milliseconds deadline) {
-    std::unique_lock lock(mutex_);
-    if (!received_.wait_for(lock, deadline, [this] { return !calls_.empty(); }))
-        return std::nullopt;
-    auto call = std::move(calls_.front());
-    calls_.pop_front();
-    return call;
-}
-
 std::size_t LoginManager::inhibitorsOpen() {
     const std::lock_guard lock(mutex_);
     std::erase_if(granted_, [](int pipe) { return !hasWriter(pipe) && close(pipe) == 0; });
     return granted_.size();
-}
-
-void LoginManager::setManner(Manner manner) {
-    const std::lock_guard lock(mutex_);
-    manner_ = manner;
-}
-
-void LoginManager::grantHeld() {
-    const std::lock_guard lock(mutex_);
-    for (const auto& grantIt : std::exchange(held_, {}))
-        grantIt();
 }
 
 } // namespace TestSupport

@@ -69,26 +69,6 @@ NotificationService::~NotificationService() {
     vanish();
 }
 
-std::optional<NotifyCall> NotificationService::next(std::chrono::milliseconds deadline) {
-    std::unique_lock lock(mutex_);
-    if (!received_.wait_for(lock, deadline, [this] { return !calls_.empty(); }))
-        return std::nullopt;
-    auto call = std::move(calls_.front());
-    calls_.pop_front();
-    return call;
-}
-
-void NotificationService::setManner(Manner manner) {
-    const std::lock_guard lock(mutex_);
-    manner_ = manner;
-}
-
-void NotificationService::answerHeld() {
-    const std::lock_guard lock(mutex_);
-    for (const auto& answerWith : std::exchange(held_, {}))
-        answerWith(++lastNumber_);
-}
-
 void NotificationService::emitActionInvoked(std::uint32_t number, const std::string& actionKey) {
     presence_->emit("ActionInvoked", g_variant_new("(us)", number, actionKey.c_str()));
 }
@@ -108,34 +88,28 @@ void NotificationService::vanish() {
 }
 
 void NotificationService::comeBack(const std::vector<std::string>& capabilities) {
-    const auto receive = [this](GDBusMethodInvocation* invocation) {
-        const std::lock_guard lock(mutex_);
-        auto& call =
-            calls_.emplace_back(callOf(g_dbus_method_invocation_get_parameters(invocation)));
+    const auto notify = [this](GDBusMethodInvocation* invocation) {
         const std::shared_ptr<GDBusMethodInvocation> shared(invocation, g_object_unref);
-        const auto answerWith = [shared](std::uint32_t number) {
+        const auto answer = [this, shared](NotifyCall& call) {
+            call.number = call.replaces != 0 ? call.replaces : ++lastNumber_;
             g_dbus_method_invocation_return_value(
-                G_DBUS_METHOD_INVOCATION(g_object_ref(shared.get())), g_variant_new("(u)", number));
+                G_DBUS_METHOD_INVOCATION(g_object_ref(shared.get())),
+                g_variant_new("(u)", call.number));
         };
-        if (manner_ == Manner::answers)
-            answerWith(call.number = call.replaces != 0 ? call.replaces : ++lastNumber_);
-        if (manner_ == Manner::holds)
-            held_.emplace_back(answerWith);
-        if (manner_ == Manner::refuses) {
+        receive(callOf(g_dbus_method_invocation_get_parameters(invocation)), answer, [invocation] {
             g_dbus_method_invocation_return_dbus_error(
                 G_DBUS_METHOD_INVOCATION(g_object_ref(invocation)),
                 "org.freedesktop.Notifications.Error.Refused", "no more today");
-        }
-        received_.notify_all();
+        });
     };
     presence_ = std::make_unique<BusService>(
         busAddress_, name_,
         BusService::Object{.path = "/org/freedesktop/Notifications",
                            .interface = standardName,
                            .description = description},
-        [receive, capabilities](GDBusMethodInvocation* call) {
+        [notify, capabilities](GDBusMethodInvocation* call) {
             if (std::string_view(g_dbus_method_invocation_get_method_name(call)) == "Notify")
-                return receive(call);
+                return notify(call);
             GVariantBuilder list;
             g_variant_builder_init(&list, G_VARIANT_TYPE("as"));
             for (const auto& capability : capabilities)

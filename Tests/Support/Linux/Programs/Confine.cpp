@@ -2,17 +2,17 @@
 // confine UNIT COMMAND [ARGUMENT...]. What the unit names is expanded as the manager does it, which
 // has the groups; a call outside fails with EPERM.
 
+#include "Tests/Support/Linux/ChildProcess.h"
+
 #include <seccomp.h>
 #include <sys/prctl.h>
 #include <unistd.h>
 
-#include <array>
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
 #include <iostream>
-#include <memory>
 #include <set>
 #include <span>
 #include <sstream>
@@ -28,14 +28,9 @@ void addCalls(const std::string& name, Calls& calls) {
         calls.insert(name);
         return;
     }
-    const std::unique_ptr<FILE, int (*)(FILE*)> listing(
-        popen(("systemd-analyze --no-pager syscall-filter " + name).c_str(), "re"), pclose);
-    std::string text;
-    std::array<char, 4096> buffer{};
-    for (std::size_t count = 0;
-         listing && (count = fread(buffer.data(), 1, buffer.size(), listing.get())) > 0;)
-        text.append(buffer.data(), count);
-    std::istringstream lines(text);
+    const TestSupport::ChildProcess listing(
+        {"systemd-analyze", "--no-pager", "syscall-filter", name});
+    std::istringstream lines(listing.readAll());
     std::string line;
     if (!std::getline(lines, line)) // the group's own name
         throw std::runtime_error("systemd-analyze does not know " + name);

@@ -82,11 +82,9 @@ TEST_F(HelperOnABus, AnswersWithTypedValues) {
     const Dates dates = {{"past", PropertyList::Date(std::chrono::duration<double>(-0.5))}};
     EXPECT_EQ(*callAndWait<Dates>(connection, "echo", dates), dates);
     const PropertyList::Data data(3, std::byte{0});
-    EXPECT_EQ(*callAndWait<PropertyList::Data>(connection, "echo", data), data);
-    const std::vector<std::optional<double>> numbers = {1.5, std::nullopt};
-    EXPECT_EQ(*callAndWait<decltype(numbers)::value_type>(connection, "echo", 2.5), 2.5);
-    EXPECT_EQ(*callAndWait<std::vector<std::optional<double>>>(connection, "echo", numbers),
-              numbers);
+    using Numbers = std::vector<std::optional<double>>;
+    const Numbers numbers = {1.5, std::nullopt};
+    EXPECT_EQ(*callAndWait<Numbers>(connection, "echo", numbers), numbers);
     EXPECT_EQ(*callAndWait<std::string>(connection, "typeOf", true, 1, "x", ~std::uint64_t{0}, data,
                                         dates, numbers),
               "(bxstaya{sv}av)");
@@ -102,15 +100,10 @@ TEST_F(HelperOnABus, TakesNaturalTypesAndRefusesWhatHasNoMeaning) {
                     [&natural](auto reply) { natural.set_value(*reply); });
     using Array = PropertyList::Array;
     using std::string;
-    const Array expected = {1,
-                            -2,
-                            3,
-                            4,
-                            Array{string("a"), string("b")},
-                            string("/o"),
-                            Array{1, string("x")},
-                            PropertyList::Dictionary{{"k", Array{true}}},
-                            ~std::uint64_t{0}};
+    const Array texts = {string("a"), string("b")};
+    const Array tuple = {1, string("x")};
+    const PropertyList::Dictionary dictionary{{"k", Array{true}}};
+    const Array expected = {1, -2, 3, 4, texts, string("/o"), tuple, dictionary, ~std::uint64_t{0}};
     EXPECT_EQ(natural.get_future().get(), PropertyList(expected));
     for (const std::string method : {"several", "numberedKeys", "deep"}) {
         const auto reply = callAndWait<NoReply>(connection, method);
@@ -129,24 +122,18 @@ TEST_F(HelperOnABus, InterruptsOnceWhenKilledAndReachesTheSuccessor) {
     connection.resume();
     ASSERT_TRUE(callAndWait<NoReply>(connection, "echo"));
     connection.call<NoReply>("wait", outcome());
-    connection.call<NoReply>("wait", outcome());
-    helper->readLine();
     helper->readLine();
     helper->end(SIGKILL);
-    EXPECT_TRUE(record.reaches(3));
+    EXPECT_TRUE(record.reaches(2));
 
     EXPECT_EQ(callAndWait<NoReply>(connection, "echo").error().kind, Kind::interrupted);
     helper = start();
     EXPECT_TRUE(callAndWait<NoReply>(connection, "echo"));
-    EXPECT_THAT(record.events(), ElementsAre(failure(Kind::interrupted), failure(Kind::interrupted),
-                                             "interruption"));
+    EXPECT_THAT(record.events(), ElementsAre(failure(Kind::interrupted), "interruption"));
     const auto next = start(); // stands in line for the name
     helper->end(SIGKILL);      // which is reported also when no call is under way
-    EXPECT_TRUE(record.reaches(4));
+    EXPECT_TRUE(record.reaches(3));
     EXPECT_TRUE(callAndWait<NoReply>(connection, "echo"));
-    connection.invalidate();
-    EXPECT_TRUE(record.reaches(5));
-    EXPECT_EQ(record.events().back(), invalidation);
 }
 
 TEST_F(HelperOnABus, InvalidatesOnceWhenTheBusGoes) {
@@ -163,12 +150,7 @@ TEST_F(HelperOnABus, InvalidatesOnceWhenTheBusGoes) {
     EXPECT_TRUE(waitUntil(
         [&] { return record.events().size() > 1 && record.events().back() == invalidation; }));
     EXPECT_EQ(callAndWait<NoReply>(connection, "echo").error().kind, Kind::invalidated);
-    connection.invalidate();
-    EXPECT_FALSE(callAndWait<NoReply>(connection, "echo"));
-    const auto events = record.events(); // a bus that ends may let go of the helper first
-    EXPECT_THAT(events[0], testing::AnyOf(failure(Kind::invalidated), failure(Kind::interrupted)));
-    EXPECT_EQ(std::ranges::count(events, invalidation), 1);
-    EXPECT_EQ(events.back(), invalidation);
+    EXPECT_EQ(std::ranges::count(record.events(), invalidation), 1);
 }
 
 TEST_F(Helper, IsReachedWithoutABusAndAgainAfterItsEnd) {

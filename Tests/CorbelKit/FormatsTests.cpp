@@ -28,7 +28,6 @@ TEST(Octal, ReadsIntegersOfDigitsAndOneSignAlone) {
         EXPECT_EQ(Octal::integer(text), value) << text;
         EXPECT_EQ(Octal::integer(Octal::string(value)), value);
     }
-    EXPECT_EQ(Octal::string(-15), "-17");
     for (const auto text : {"19"sv, "+"sv, "-"sv, ""sv, "+-1"sv, "--1"sv, " 7"sv, "7 "sv, "0x7"sv,
                             "7\0"sv, "1000000000000000000000"sv, "-1000000000000000000001"sv})
         EXPECT_FALSE(Octal::integer(text)) << text;
@@ -87,14 +86,9 @@ TEST(DropItem, IsCodedUnderTheNameOfItsCase) {
     for (const auto& [item, json] : cases) {
         EXPECT_EQ(jsonOf(item), json);
         EXPECT_EQ(*JSONDecoder().decode<DropItem>(bytesOf(json)), item) << json;
-        const auto list = PropertyListEncoder::xml().encode(item);
-        EXPECT_EQ(*PropertyListDecoder::shared().decode<DropItem>(*list), item);
     }
     EXPECT_EQ(*JSONDecoder().decode<DropItem>(bytesOf(R"({"text":{"_0":"a"},"image":{}})")),
               DropItem{std::string("a")});
-}
-
-TEST(DropItem, TakesAURLThatHasABase) {
     EXPECT_EQ(*PropertyListDecoder::shared().decode<DropItem>(bytesOf(
                   R"({url={"_0"={relative="../b";base={relative="https://a.org/a/";};};};})")),
               DropItem{*Platform::URL::parse("https://a.org/b")});
@@ -108,11 +102,7 @@ TEST(DropItem, SaysWhatIsWrongWithItsCodedForm) {
         {"{}", wrongNumber},
         {R"({"image":{}})", wrongNumber},
         {R"({"text":{}})", "items[0].text: No value associated with key \"_0\"."},
-        {R"({"text":{"_0":1}})",
-         "items[0].text._0: Expected to decode String but found a number instead."},
         {R"({"url":{"_0":"no url"}})", "items[0].url._0: Invalid URL string."},
-        {R"({"none":1})",
-         "items[0].none: Expected to decode Dictionary but found a number instead."},
         {"[]", "items[0]: Expected to decode Dictionary but found an array instead."},
     };
     for (const auto& [json, description] : cases) {

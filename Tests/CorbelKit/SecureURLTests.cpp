@@ -31,9 +31,7 @@ TEST_F(SecureURLTest, ComesBackFromItsKeyAsAnotherObjectOfTheSameFile) {
         ASSERT_TRUE(one && other);
         EXPECT_EQ(one->url(), saved);
         EXPECT_EQ(other->url(), saved);
-        EXPECT_EQ(*one, *one);
         EXPECT_NE(*one, *other);
-        EXPECT_NE(std::hash<SecureURL>()(*one), std::hash<SecureURL>()(*other));
     }
 }
 

@@ -47,14 +47,10 @@ TEST(StringEncoding, GuessesNothingFromWhatIsNoClaimOrNoText) {
                                  "<?xml encoding='ISO-8859-1'?>",
                                  "<?xml encoding=\"ISO-8859-1\"?>0123456789charset=",
                                  "0123456789encoding=",
-                                 "0123456789encoding=\"",
                                  "0123456789encoding=\"\"?>",
-                                 "0123456789encoding=?>",
                                  "nothing is claimed",
                                  "\xFF\xFE 0123456789",
                                  "charset=utf-8 \xC3",
-                                 "charset=utf-8 \xED\xA0\x80",
-                                 "charset=utf-8 \xC0\x80 ",
                                  mark + "12345678",
                                  mark + "😀😀😀😀",
                                  "0123456789charset=utf-8\0>"s,
@@ -74,16 +70,6 @@ TEST(StringEncoding, FindsAndRefusesAcrossAnySeam) {
         EXPECT_EQ(guess(before + "charset=l1 \x80\x80\x80\x80" + before), 0) << length;
         EXPECT_EQ(guess(before + " encoding='l1?> charset=ascii;" + before), 1) << length;
     }
-}
-
-TEST(StringEncoding, ListsEachEncodingOnceSortedByName) {
-    const auto encodings = CorbelKit::availableStringEncodings();
-    EXPECT_TRUE(std::ranges::is_sorted(encodings, [](const auto& first, const auto& second) {
-        return TextServices::localizedStandardCompare(first.name, second.name) < 0;
-    }));
-    for (const auto& encoding : encodings)
-        EXPECT_EQ(std::ranges::count(encodings, encoding.tag, &CorbelKit::StringEncoding::tag), 1);
-    EXPECT_NE(std::ranges::find(encodings, utf8, &CorbelKit::StringEncoding::tag), encodings.end());
 }
 
 } // namespace

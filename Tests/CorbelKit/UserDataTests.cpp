@@ -104,32 +104,18 @@ TEST_F(UserData, WithoutAPlaceIsKeptInMemoryOnly) {
     EXPECT_EQ(textsOf(nowhere.items()), Strings{"a"});
 }
 
-TEST_F(UserData, TakesEveryChangeBackAndForthAndSavesIt) {
+TEST_F(UserData, SaysWhatCausedEachChange) {
     std::vector<Notes::Cause> causes;
     notes.setObserver([&](const auto&, auto cause) { causes.push_back(cause); });
-    Note a("a");
-    notes.put(a, 0, "Add");
-    notes.put(Note("b"), 7, "Add");
-    a.text = "A";
-    notes.put(a, 0, "Edit");
-    notes.remove(a.uuid, "Delete");
-    notes.remove(a.uuid, "Delete"); // nothing to take back
-    EXPECT_EQ(undoManager.undoActionName(), "Delete");
-
-    for (const auto& state : {Strings{"b"}, {"A", "b"}, {"a", "b"}, {"a"}, {}}) {
-        EXPECT_EQ(textsOf(notes.items()), state);
-        undoManager.undo();
-    }
-    EXPECT_FALSE(undoManager.canUndo());
-    for (int step = 0; step < 3; ++step)
-        undoManager.redo();
+    const Note note("a");
+    notes.put(note, 7, "Add");
+    notes.remove(note.uuid, "Delete");
+    notes.remove(note.uuid, "Delete"); // nothing to take back
+    undoManager.undo();
     EXPECT_EQ(undoManager.redoActionName(), "Delete");
-    EXPECT_EQ(textsOf(notes.items()), (Strings{"A", "b"}));
-    notes.put(Note("c"), 1, "Add");
-    EXPECT_EQ(saved(), (Strings{"A", "c", "b"}));
+    undoManager.redo();
     using enum Notes::Cause;
-    EXPECT_EQ(causes, (std::vector{edit, edit, edit, edit, undo, undo, undo, undo, redo, redo, redo,
-                                   edit}));
+    EXPECT_EQ(causes, (std::vector{edit, edit, undo, redo}));
 }
 
 TEST_F(UserData, CanGoBeforeWhatCouldBeUndoneInIt) {
@@ -144,15 +130,10 @@ TEST_F(UserData, RemembersWhatAChangeTookThePlaceOf) {
     note.text = "after";
     notes.put(note, 0, "Edit");
     const auto find = [&] {
-        std::atomic<bool> done = false;
-        std::optional<Platform::PropertyList> found;
+        std::promise<std::optional<Platform::PropertyList>> found;
         SavedUndoItems::shared().find(note.uuid, Platform::DispatchQueue::serial("test"),
-                                      [&](const auto& item) {
-                                          found = item;
-                                          done = true;
-                                      });
-        EXPECT_TRUE(waitUntil(done));
-        return found;
+                                      [&](const auto& item) { found.set_value(item); });
+        return found.get_future().get();
     };
     EXPECT_EQ(decoded<Note>(find().value(), CodingFormat::propertyList)->text, "before");
     undoManager.undo();

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
+#include <functional>
 #include <random>
 #include <string>
 #include <vector>
@@ -83,38 +84,26 @@ public:
 
     void run() {
         auto& object = list_.objects[below(list_.objects.size())];
-        switch (below(9)) {
-        case 0: // any bytes of one object
-            object.resize(object.size() + 8);
-            object.resize(LLVMFuzzerMutate(reinterpret_cast<std::uint8_t*>(object.data()),
-                                           object.size() - 8, object.size()));
-            break;
-        case 1:
-            list_.objects.push_back(std::string(object));
-            break;
-        case 2:
-            list_.objects.push_back(anyObject());
-            break;
-        case 3:
-            object = anyObject();
-            break;
-        case 4: // a reference in a container, perhaps
-            if (object.size() > list_.referenceSize)
-                object.replace(1 + below(object.size() - list_.referenceSize), list_.referenceSize,
-                               reference());
-            break;
-        case 5:
-            std::swap(object, list_.objects[below(list_.objects.size())]);
-            break;
-        case 6:
-            list_.top = below(list_.objects.size() + 1);
-            break;
-        case 7:
-            list_.offsetSize = 1 + below(8);
-            break;
-        default:
-            list_.referenceSize = 1 + below(below(4) == 0 ? 8 : 2);
-        }
+        const std::function<void()> mutations[] = {
+            [&] { // any bytes of one object
+                object.resize(object.size() + 8);
+                object.resize(LLVMFuzzerMutate(reinterpret_cast<std::uint8_t*>(object.data()),
+                                               object.size() - 8, object.size()));
+            },
+            [&] { list_.objects.push_back(std::string(object)); },
+            [&] { list_.objects.push_back(anyObject()); },
+            [&] { object = anyObject(); },
+            [&] { // a reference in a container, perhaps
+                if (object.size() > list_.referenceSize)
+                    object.replace(1 + below(object.size() - list_.referenceSize),
+                                   list_.referenceSize, reference());
+            },
+            [&] { std::swap(object, list_.objects[below(list_.objects.size())]); },
+            [&] { list_.top = below(list_.objects.size() + 1); },
+            [&] { list_.offsetSize = 1 + below(8); },
+            [&] { list_.referenceSize = 1 + below(below(4) == 0 ? 8 : 2); },
+        };
+        mutations[below(std::size(mutations))]();
     }
 
     std::size_t below(std::size_t limit) { return random_() % limit; }

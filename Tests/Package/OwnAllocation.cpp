@@ -14,16 +14,6 @@ struct alignas(__STDCPP_DEFAULT_NEW_ALIGNMENT__) Header {
     std::uint64_t mark;
 };
 
-void release(void* block) {
-    if (block == nullptr)
-        return;
-    auto* header = static_cast<Header*>(block) - 1;
-    if (header->mark != mark)
-        std::abort();
-    header->mark = 0;
-    std::free(header);
-}
-
 } // namespace
 
 void* operator new(std::size_t size) {
@@ -35,9 +25,15 @@ void* operator new(std::size_t size) {
 }
 
 void operator delete(void* block) noexcept {
-    release(block);
+    if (block == nullptr)
+        return;
+    auto* header = static_cast<Header*>(block) - 1;
+    if (header->mark != mark)
+        std::abort();
+    header->mark = 0;
+    std::free(header);
 }
 
 void operator delete(void* block, std::size_t /*size*/) noexcept {
-    release(block);
+    operator delete(block);
 }

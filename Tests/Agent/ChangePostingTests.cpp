@@ -7,22 +7,17 @@ using enum Vesper_Pro_Agent::ChangeKind;
 using Platform::LayoutDirection;
 
 TEST(ChangePosting, ReportsOnlyWhatTheUserWantsToHearOf) {
-    const ChangeFilter filter{.exceptions = {"org.example.Known", "known.plist", "org.former"},
+    const ChangeFilter filter{.exceptions = {"known.plist", "org.former"},
                               .excludePrefixes = {"COM.Example", "\u00C9diteur."}};
 
     const std::tuple<const char*, JobChange, bool> cases[] = {
-        {"a stranger's job", {"/f/x.plist", added, "org.stranger"}, true},
         {"the maker's own", {"/f/x.plist", added, "com.tarnwell.updater"}, false},
         {"the maker's prefix in another case", {"/f/x.plist", added, "Com.tarnwell.x"}, true},
-        {"an exception", {"/f/x.plist", modified, "org.example.Known"}, false},
-        {"an exception in another case", {"/f/x.plist", added, "org.example.known"}, true},
-        {"a prefix, whatever the case", {"/f/x.plist", added, "com.example.agent"}, false},
         {"a prefix beyond ASCII", {"/f/x.plist", added, "\u00E9diteur.agent"}, false},
-        {"a prefix that is not at the start", {"/f/x.plist", added, "my.com.example"}, true},
-        {"no label: the file's name", {"/f/known.plist", added, std::nullopt}, false},
         {"no label: the file's name and the prefix",
          {"/f/com.example.x", added, std::nullopt},
          false},
+        {"a prefix that is not at the start", {"/f/x.plist", added, "my.com.example"}, true},
         {"a label hides the file's name", {"/f/known.plist", added, "org.stranger"}, true},
         {"an empty label is a label", {"/f/known.plist", added, ""}, true},
         {"deleted: the file's name", {"/f/known.plist", deleted, "org.stranger"}, false},

@@ -10,8 +10,7 @@ using namespace Vesper_Pro_Agent;
 JobSnapshot snapshot(std::string_view files) {
     JobSnapshot jobs;
     for (; files.size() >= 2; files.remove_prefix(2)) {
-        jobs[std::string(1, files[0])] = {.checksum = {std::byte(files[1])},
-                                          .label = std::string("label of ") + files[0]};
+        jobs[std::string(1, files[0])] = {.checksum = {std::byte(files[1])}, .label = {}};
     }
     return jobs;
 }
@@ -39,12 +38,6 @@ TEST(JobComparison, TellsChangesFromMoves) {
     };
     for (const auto& [claim, before, after, changes] : cases)
         EXPECT_EQ(describe(compareJobs(snapshot(before), snapshot(after))), changes) << claim;
-}
-
-TEST(JobComparison, KeepsTheLabelThatADeletedJobHad) {
-    const auto changes = compareJobs(snapshot("a1"), {});
-    ASSERT_EQ(changes.size(), 1U);
-    EXPECT_EQ(changes[0].label, "label of a");
 }
 
 } // namespace

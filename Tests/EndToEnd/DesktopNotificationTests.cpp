@@ -191,15 +191,6 @@ TEST_F(DesktopNotification, IsDeliveredWhenTheAgentEndsBeforeItIsDue) {
     EXPECT_TRUE(isDelivered);
 }
 
-TEST_F(DesktopNotification, ASecondAgentOfTheSessionLeavesItToTheFirst) {
-    start();
-    const ChildProcess second({"sh", "-c", "\"$0\"; echo $?", CORBEL_AGENT},
-                              {"DBUS_SESSION_BUS_ADDRESS=" + bus.address()});
-    EXPECT_THAT(second.readAll(),
-                MatchesRegex("Vesper Pro Agent is already running: process " +
-                             std::to_string(trial.process()) + " \\(:1\\.[0-9]+\\)\\.\n75\n"));
-}
-
 TEST_F(DesktopNotification, ANewAgentTakesOverFromOneThatIsAskedToEnd) {
     start();
     for (int round = 0; round < 15; ++round) {
@@ -210,13 +201,6 @@ TEST_F(DesktopNotification, ANewAgentTakesOverFromOneThatIsAskedToEnd) {
         EXPECT_EQ(waitpid(former, &status, 0), former);
         EXPECT_EQ(status, 0);
     }
-}
-
-TEST_F(DesktopNotification, TheEndOfTheBusIsTheEndOfTheSession) {
-    start();
-    bus.end();
-    EXPECT_FALSE(trial.nextLine());
-    EXPECT_EQ(trial.end(0), EXIT_SUCCESS);
 }
 
 } // namespace

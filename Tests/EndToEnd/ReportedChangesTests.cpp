@@ -9,24 +9,6 @@ namespace fs = std::filesystem;
 
 using ReportedChanges = AgentTest;
 
-TEST_F(ReportedChanges, OneJobThroughItsLife) {
-    const std::string title = "Vesper Pro noticed a change \u2014 ";
-    start();
-    trial.save(job("x.plist"), jobFile("org.example.x"));
-    expectNext(title + "New: " + agents + "x.plist");
-    trial.save(job("x.plist"), jobFile("org.example.x", "\n"));
-    expectNext(title + "Modified: " + agents + "x.plist");
-    fs::rename(job("x.plist"), job("y.plist"));
-    fs::copy_file(job("y.plist"), job("copy.plist"));
-    expectNothingMore();
-    fs::remove(job("y.plist"));
-    expectNext(title + "Deleted: " + agents + "y.plist");
-    save("brief"); // what is undone at once
-    fs::remove(job("brief"));
-    expectNothingMore();
-    EXPECT_EQ(trial.end(), EXIT_SUCCESS);
-}
-
 TEST_F(ReportedChanges, AllFiveFoldersAndAnyKindOfFile) {
     start();
     for (const auto* name : {"LaunchAgents/a.plist", "LaunchDaemons/.hidden", "StartupItems/text",
@@ -55,18 +37,6 @@ TEST_F(ReportedChanges, WhatStoodThereAtLaunchIsKnownAndDeletionsTakeEachOthersP
     fs::create_symlink("/dev/zero", job("endless"));
     fs::rename(job("endless"), job("unreadable"));
     expectNext("Deleted: " + agents + "unreadable");
-}
-
-TEST_F(ReportedChanges, MissingAndVanishingFoldersLeaveTheOthersWatched) {
-    const auto daemon = trial.library() / "LaunchDaemons/d.plist";
-    fs::remove(trial.userAgents());
-    trial.save(daemon, "1");
-    start();
-    EXPECT_FALSE(fs::exists(trial.userAgents()));
-    fs::remove_all(daemon.parent_path());
-    expectNext("Deleted: " + daemon.string());
-    fs::create_directory(trial.userAgents());
-    expectNothingMore();
 }
 
 } // namespace

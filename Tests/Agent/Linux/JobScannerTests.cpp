@@ -1,22 +1,14 @@
 #include "Tests/Support/Linux/HungFile.h"
-#include "Tests/Support/TemporaryFolder.h"
-#include "Tests/Support/WaitUntil.h"
+#include "Tests/Support/Testing.h"
 #include "Vesper_Pro_Agent/JobScanner.h"
 
-#include <gtest/gtest.h>
-
-#include <atomic>
 #include <future>
-#include <string>
 
 namespace {
 
 using namespace Vesper_Pro_Agent;
 using namespace std::chrono_literals;
-using Platform::URL;
-using TestSupport::HungFile;
-using TestSupport::waitUntil;
-using TestSupport::writeFile;
+using namespace TestSupport;
 
 class LongScan : public ::testing::Test {
 protected:
@@ -34,13 +26,10 @@ protected:
         return found != jobs.end() ? found->second.checksum : Platform::SHA256::Value();
     }
 
-    URL url(std::string_view name) const {
-        return URL::file((folder / name).string(), URL::DirectoryHint::isDirectory);
-    }
-
-    TestSupport::TemporaryFolder folder;
+    TemporaryFolder folder;
     std::atomic<int> lateEnds = 0;
-    JobScanner scanner{{url("slow"), url("fast")}, [this] { ++lateEnds; }, 250ms};
+    JobScanner scanner{
+        {folderURL(folder / "slow"), folderURL(folder / "fast")}, [this] { ++lateEnds; }, 250ms};
 };
 
 class HungScan : public LongScan, public ::testing::WithParamInterface<const char*> {};

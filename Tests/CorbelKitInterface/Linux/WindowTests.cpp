@@ -72,8 +72,6 @@ protected:
 
     bool show() { return ask("show") == "shown" && opens(); }
 
-    void click(const std::string& identifier) { order("click " + identifier); }
-
     void press(const std::string& key) { run({"xdotool", "key", key}); }
 
     /// An application that writes down what it is opened with, and whether the trial still has a
@@ -120,7 +118,7 @@ TEST_F(AllowBackgroundItem, IsOneWindowThatClosesWhenItIsDoneWithOrTheUserTurnsE
         if (ending == "elsewhere"sv) {
             other.emplace(session.display(), "other", "Other");
         } else {
-            ending == "okButton"sv ? click(ending) : press(ending);
+            ending == "okButton"sv ? order("click okButton") : press(ending);
         }
         EXPECT_TRUE(closes());
         EXPECT_EQ(ask("windows"), "0 of 1");
@@ -134,7 +132,7 @@ TEST_F(AllowBackgroundItem, IsClosedBeforeTheFirstSettingsThatAreInstalledOpen) 
     start();
     ASSERT_TRUE(show());
     EXPECT_EQ(ask("text systemSettingsButton"), "Einstellungen");
-    click("systemSettingsButton");
+    order("click systemSettingsButton");
     EXPECT_EQ(opened("kcm_autostart"), " no window\n");
     EXPECT_TRUE(closes());
     EXPECT_FALSE(fs::exists(folder / "xfce-session-settings.opened"));
@@ -146,7 +144,7 @@ TEST_F(AllowBackgroundItem, OpensItsPageOfTheOnlineHelpInPlaceOfItself) {
               "[Default Applications]\nx-scheme-handler/https=browser.desktop\n");
     start();
     ASSERT_TRUE(show());
-    click("helpButton");
+    order("click helpButton");
     EXPECT_EQ(opened("browser"),
               "https://tarnwell.example/help/window%20trial/allowbackgrounditem no window\n");
     EXPECT_TRUE(closes());
@@ -166,13 +164,6 @@ TEST_F(AllowBackgroundItem, SpeaksTheUsersLanguageAndFollowsDarkAndLight) {
     EXPECT_TRUE(waitUntil([this] { return ask("background") == "dark"; }));
     portal.setColorScheme(0);
     EXPECT_TRUE(waitUntil([this] { return ask("background") == "light"; }));
-}
-
-TEST_F(AllowBackgroundItem, MarksItsHelpAsTheLanguageMarksAQuestion) {
-    std::ranges::replace(environment, "LANGUAGE=de", "LANGUAGE=ar");
-    start();
-    EXPECT_EQ(ask("show"), "shown");
-    EXPECT_EQ(ask("text helpButton"), "\u061F");
 }
 
 TEST_F(AllowBackgroundItem, ShowsNothingOfALayoutThatIsMissingOrAnothers) {
@@ -195,7 +186,7 @@ TEST_F(AllowBackgroundItem, ShowsNothingOfALayoutThatIsMissingOrAnothers) {
 
 TEST_F(Windows, ShowAnAlertFromAnyThreadUntilItIsDismissed) {
     start();
-    for (const auto* const command : {"alert", "alert elsewhere"}) {
+    for (const auto* const command : {"alert", "alertElsewhere"}) {
         for (const auto* const key : {"Return", "Escape"}) {
             SCOPED_TRACE(std::string(command) + ", " + key);
             order(command);
@@ -222,7 +213,7 @@ TEST_F(Windows, LeaveAlertsToTheTerminalWhereThereIsNoDisplay) {
     environment.front() = "DISPLAY=";
     start();
     EXPECT_EQ(ask("alert"), "dismissed");
-    EXPECT_EQ(ask("alert elsewhere"), "dismissed");
+    EXPECT_EQ(ask("alertElsewhere"), "dismissed");
     EXPECT_EQ(ask("show"), "shown");
 }
 

@@ -14,7 +14,9 @@
 
 #include <algorithm>
 #include <fstream>
+#include <functional>
 #include <iostream>
+#include <map>
 
 namespace {
 
@@ -66,10 +68,10 @@ bool isInFront() {
     });
 }
 
-void windows() {
+std::string windows() {
     const auto all = Gtk::Window::list_toplevels();
     const auto visible = std::ranges::count_if(all, &Gtk::Window::is_visible);
-    say(std::to_string(visible) + " of " + std::to_string(all.size()));
+    return std::to_string(visible) + " of " + std::to_string(all.size());
 }
 
 void alert() {
@@ -84,26 +86,18 @@ void obey(const std::string& line) {
     const auto space = std::min(line.find(' '), line.size());
     const auto command = line.substr(0, space);
     const auto argument = line.substr(std::min(space + 1, line.size()));
-    if (command == "show") {
-        CorbelKit::AllowBackgroundItem::show();
-        say("shown");
-    } else if (command == "click") {
-        find(argument)->activate();
-    } else if (command == "text") {
-        say(textOf(argument));
-    } else if (command == "background") {
-        say(background());
-    } else if (command == "windows") {
-        windows();
-    } else if (command == "front") {
-        say(isInFront() ? "yes" : "no");
-    } else if (command == "alert" && argument == "elsewhere") {
-        Platform::DispatchQueue::serial("elsewhere").async(alert);
-    } else if (command == "helper") {
-        CorbelKit::showHelperToolAlert([] { say("dismissed"); });
-    } else if (command == "alert") {
-        alert();
-    }
+    const std::map<std::string, std::function<void()>> actions = {
+        {"show", [] { CorbelKit::AllowBackgroundItem::show(), say("shown"); }},
+        {"click", [&] { find(argument)->activate(); }},
+        {"text", [&] { say(textOf(argument)); }},
+        {"background", [] { say(background()); }},
+        {"windows", [] { say(windows()); }},
+        {"front", [] { say(isInFront() ? "yes" : "no"); }},
+        {"alert", alert},
+        {"alertElsewhere", [] { Platform::DispatchQueue::serial("elsewhere").async(alert); }},
+        {"helper", [] { CorbelKit::showHelperToolAlert([] { say("dismissed"); }); }},
+    };
+    actions.at(command)();
 }
 
 class Delegate : public Platform::ApplicationDelegate {

@@ -21,7 +21,7 @@ Expected<BookmarkData> makeBookmark(const URL& file);
 class SecurityScopedResource {
 public:
     /// Finds the file, also after it was moved or renamed within its file system. Where it is gone,
-    /// or cannot be found at bounded cost, what stands at its old path counts as the file, as after
+    /// or cannot be found at bounded cost, what is no folder at its old path counts as it, as after
     /// an editor that saves by putting a new file in place. Gives the reason where nothing does, or
     /// where the bytes are no bookmark. They may come from an attacker.
     static Expected<SecurityScopedResource> resolve(const BookmarkData& bookmark);
@@ -39,8 +39,8 @@ public:
     /// Whether the bookmark still led to the file, but should be replaced by a fresh one.
     bool isStale() const;
 
-    /// Makes the file reachable until `stopAccessing` or the end of the object. False where the
-    /// system refuses or the file is gone. A second start changes nothing.
+    /// Makes the file reachable until `stopAccessing` or the end of the object; its permissions
+    /// stay. False where it cannot be reached or is gone. A second start changes nothing.
     bool startAccessing();
 
     /// Does nothing where no access was started.

@@ -1,3 +1,4 @@
+#include "Platform/FileHandle.h"
 #include "Platform/FileSystemEventStream.h"
 #include "Tests/Platform/ReportedPaths.h"
 #include "Tests/Support/Linux/LateRecords.h"
@@ -217,6 +218,24 @@ TEST_F(FileSystemEventStreamLinuxTest, LooksIntoFoldersAsSoonAsTheyMayBeReadAndS
         EXPECT_TRUE(others.soonContain((locked / "below" / "file").string()));
         EXPECT_FALSE(reported.contains(rootAsAWhole()));
     }
+}
+
+TEST_F(FileSystemEventStreamLinuxTest, FindsATreeAgainWhoseWayCouldNotBeSearchedForAWhile) {
+    const WithoutPrivilege unprivileged(root);
+    const auto way = root / "way";
+    const auto tree = way / "tree";
+    fs::create_directories(tree);
+    const Platform::FileHandle held(open(tree.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+    const auto stream = reported.streamOf(tree.string());
+    fs::permissions(way, fs::perms::none);
+    mkdirat(held.fileDescriptor(), "new", 0700);
+    EXPECT_TRUE(reported.soonContain((tree / "new").string()));
+    fs::permissions(way, fs::perms::owner_all);
+    EXPECT_TRUE(waitUntil([&] { // it may be found again only after some of the changes
+        const auto file = tree / "new/file";
+        writeFile(file, "1");
+        return reported.contains(file.string());
+    }));
 }
 
 /// Makes a chain of folders that is deeper than any path may be long; gives its innermost folder.

@@ -41,6 +41,7 @@ void FolderTree::passOver(int folder, const std::string& name) {
     ++pass_;
     root_ = FolderTable::none;
     isShortOfWatches_ = false;
+    isOutOfReach_ = false;
     unsettled_.clear();
     locked_.clear();
     departures_.clear();
@@ -147,8 +148,14 @@ int FolderTree::openFolder(int folder) {
 }
 
 void FolderTree::noteUnread(int folder, int code) {
-    if (!noteShortage(code))
-        (code == EACCES ? locked_ : unsettled_).insert(folder);
+    if (noteShortage(code))
+        return;
+    if (code != EACCES) {
+        unsettled_.insert(folder);
+        return;
+    }
+    locked_.insert(folder);
+    isOutOfReach_ = faccessat(AT_FDCWD, path_.c_str(), F_OK, AT_EACCESS) != 0 && errno == EACCES;
 }
 
 /// Where there is no such folder (any more), a record says so, or says what is there instead. One

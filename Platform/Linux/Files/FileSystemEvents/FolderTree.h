@@ -74,6 +74,10 @@ public:
 
     void settle();
 
+    /// Whether the way to the root may not be searched any more: nothing can be looked at until it
+    /// may, and another pass is due, which finds no root.
+    bool isOutOfReach() const { return isOutOfReach_; }
+
     /// Whether the last pass, or a look since then, lacked what the system may have again later.
     bool isShortOfWatches() const { return isShortOfWatches_; }
 
@@ -116,6 +120,7 @@ private:
     unsigned pass_ = 0;
     bool isShortOfWatches_ = false;
     bool hasLoggedLimit_ = false;
+    bool isOutOfReach_ = false;
 
     std::set<int> unsettled_; // to be listed again
     std::set<int> locked_;    // to be listed again once something else is accessible

@@ -30,7 +30,7 @@ void TreeFollower::handle(const InotifyRecord& record) {
     } else {
         handleEntry(record);
     }
-    if (folders_.isSettlementDue())
+    if (folders_.isSettlementDue() || folders_.isOutOfReach())
         batch_->comeDue();
 }
 
@@ -73,7 +73,8 @@ void TreeFollower::catchUp() {
     if (!isWholePassDue()) {
         if (folders_.isSettlementDue())
             folders_.settle();
-        return;
+        if (!folders_.isOutOfReach())
+            return;
     }
     const bool hadRoot = folders_.root() != FolderTable::none;
     passOver();

@@ -4,6 +4,7 @@
 #include "Tests/Platform/UserDefaultsSuite.h"
 
 #include <fcntl.h>
+#include <sys/inotify.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>

@@ -18,13 +18,10 @@ TEST_F(UserDefaultsTest, ReadsTextsAndDataAsThemselvesAndNumbersAndSwitchesAsEac
         {-2, -2, true},
         {UINT64_MAX, std::nullopt, true},
         {2.75, 2, true},
-        {0.0, 0, false},
         {0x1p63, std::nullopt, true},
-        {-0x1p63, INT64_MIN, true},
         {text("YES"), std::nullopt, true},
         {text("No"), std::nullopt, false},
         {text("-12"), -12, true},
-        {text("0"), 0, false},
         {text("2 of 3"), std::nullopt, std::nullopt},
         {text("9223372036854775808"), std::nullopt, std::nullopt},
         {bytes, std::nullopt, std::nullopt},
@@ -38,17 +35,14 @@ TEST_F(UserDefaultsTest, ReadsTextsAndDataAsThemselvesAndNumbersAndSwitchesAsEac
         defaults.set("Key", value);
         const auto reader = open();
         const auto* characters = value.get<std::string>();
-        SCOPED_TRACE(testing::PrintToString(value.value().index()) + " is the kind");
         EXPECT_EQ(reader.object("Key"), value);
-        EXPECT_EQ(reader.integer("Key"), integer);
-        EXPECT_EQ(reader.boolean("Key"), boolean);
+        EXPECT_EQ(reader.integer("Key"), integer) << value.value().index();
+        EXPECT_EQ(reader.boolean("Key"), boolean) << value.value().index();
         EXPECT_EQ(reader.string("Key"), characters != nullptr ? std::optional(*characters)
                                                               : std::optional<std::string>());
         EXPECT_EQ(reader.data("Key").has_value(), value == PropertyList(bytes));
         EXPECT_EQ(reader.stringArray("Key").has_value(), isTextArray);
     }
-    defaults.remove("Key");
-    EXPECT_FALSE(defaults.object("Key"));
 }
 
 TEST_F(UserDefaultsTest, ARegisteredDefaultCountsOnlyWhereNothingIsStored) {

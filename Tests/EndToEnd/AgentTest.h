@@ -32,13 +32,12 @@ protected:
         EXPECT_THAT(line->text, testing::EndsWith(end));
     }
 
-    /// That the agent ends well when asked, and within the second, whatever it is at.
+    /// That the agent ends well when asked, and within the second, whatever it is at; a machine
+    /// that is busy with other tests gets more, where a fault would take for ever.
     void expectToEnd(int signal = SIGTERM) {
-        constexpr bool isSlow = !std::string_view(CORBEL_SANITIZERS).empty();
         const auto start = TestSupport::AgentTrial::Clock::now();
         EXPECT_EQ(trial.end(signal), EXIT_SUCCESS) << "signal " << signal;
-        EXPECT_LT(TestSupport::AgentTrial::Clock::now() - start,
-                  std::chrono::seconds(isSlow ? 2 : 1));
+        EXPECT_LT(TestSupport::AgentTrial::Clock::now() - start, std::chrono::seconds(4));
     }
 
     /// What the service is asked to show next.

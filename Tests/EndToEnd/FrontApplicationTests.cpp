@@ -27,6 +27,18 @@ protected:
         expectNext("/" + name);
     }
 
+    /// An application comes to the accessibility bus in its own time, and its answer may come too
+    /// late while the machine is busy: what was saved before that is reported.
+    bool isSilentInTheEnd() {
+        const auto deadline = TestSupport::AgentTrial::Clock::now() + trial.patience;
+        do {
+            expectSilence();
+            if (!trial.nextLine(std::chrono::milliseconds(0)))
+                return true;
+        } while (TestSupport::AgentTrial::Clock::now() < deadline);
+        return false;
+    }
+
     TestSupport::DesktopSession session;
 };
 
@@ -66,7 +78,7 @@ TEST_F(FrontApplication, IsFoundOnTheAccessibilityBusByItsProgram) {
                                                   "HOME=" + trial.home().string()};
     TestSupport::ChildProcess main({"zenity", "--info", "--text=Jobs"}, environment);
     ASSERT_TRUE(session.waitForActiveWindow());
-    expectSilence();
+    EXPECT_TRUE(isSilentInTheEnd());
     main.end();
     expectReport();
 }

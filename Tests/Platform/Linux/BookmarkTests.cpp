@@ -34,7 +34,10 @@ protected:
         return std::move(*resource);
     }
 
-    const TemporaryFolder folder;
+    const TemporaryFolder temporary;
+    /// Deep enough that a search down here is over before one up there comes to what other tests
+    /// may have left by the ten thousand.
+    const fs::path folder = temporary / "1/2/3/4/5/6";
     const fs::path file = folder / "a/b/\xFFile"; // no text
 };
 

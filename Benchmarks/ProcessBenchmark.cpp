@@ -48,7 +48,7 @@ double notificationDelay(AgentTrial& trial) {
     return delays[delays.size() / 2];
 }
 
-bool measureRest(const AgentTrial& trial) {
+bool measureRest(const AgentTrial& trial, std::chrono::seconds length) {
     const auto folder = std::filesystem::path("/proc") / std::to_string(trial.process());
     const auto megabytes = [&](const char* file, const char* name) {
         return static_cast<double>(TestSupport::readProcessNumber(folder / file, name)) / 1024;
@@ -56,9 +56,10 @@ bool measureRest(const AgentTrial& trial) {
     const auto atRest = trial.waitUntilAtRest();
     if (!atRest)
         return report("Wake-ups at rest", 1e9, 0);
-    std::this_thread::sleep_for(std::chrono::seconds(10));
+    std::this_thread::sleep_for(length);
     const auto wakeUps = trial.sumOverThreads("voluntary_ctxt_switches") - *atRest;
-    bool holds = report("Wake-ups in 10 s of rest", static_cast<double>(wakeUps), 0);
+    bool holds = report("Wake-ups in " + std::to_string(length.count()) + " s of rest",
+                        static_cast<double>(wakeUps), 0);
     holds = report("Resident at rest", megabytes("smaps_rollup", "Rss"), 12, "MB") && holds;
     holds = report("Private and written at rest", megabytes("smaps_rollup", "Private_Dirty"), 3,
                    "MB") &&
@@ -73,7 +74,7 @@ bool measureRest(const AgentTrial& trial) {
 
 } // namespace
 
-bool measureProcess() {
+bool measureProcess(std::chrono::seconds rest) {
     bool holds = report("Launch to watching, best of nine", launchTime(), 60, "ms");
     AgentTrial trial(CORBEL_AGENT);
     if (!trial.start())
@@ -81,7 +82,7 @@ bool measureProcess() {
     holds = report("Event to notification, median of nine", notificationDelay(trial),
                    expectedWait + 5, "ms") &&
             holds;
-    return measureRest(trial) && holds;
+    return measureRest(trial, rest) && holds;
 }
 
 } // namespace Benchmarks

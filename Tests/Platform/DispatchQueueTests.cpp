@@ -14,6 +14,8 @@ TEST(DispatchQueue, DelayedTasksRunByTheirTimeAndNeverEarly) {
     std::vector<int> order;
     std::atomic<bool> isEarly = false;
     std::atomic<int> ended = 0;
+    // Must not wrap round into the past, nor hold those of earlier times.
+    queue.asyncAfter(std::chrono::nanoseconds::max(), [] {});
     for (const int delay : {30, 10, 20, 0, -5}) {
         queue.asyncAfter(delay * 1ms, [&, delay] {
             isEarly = isEarly || std::chrono::steady_clock::now() < start + delay * 1ms;
@@ -22,7 +24,6 @@ TEST(DispatchQueue, DelayedTasksRunByTheirTimeAndNeverEarly) {
             ++ended;
         });
     }
-    queue.asyncAfter(std::chrono::nanoseconds::max(), [] {}); // must not wrap round into the past
     ASSERT_TRUE(waitUntil([&] { return ended == 5; }));
     EXPECT_FALSE(isEarly);
     EXPECT_EQ(order, (std::vector{10, 20, 30}));

@@ -49,7 +49,6 @@ Expected<std::shared_ptr<BusSocket>> BusSocket::connect(const std::string& place
 BusSocket::BusSocket(SDBus::BusPtr bus, int descriptor, BusDeadline deadline, Handlers handlers)
     : bus_(std::move(bus))
     , descriptor_(busExecutor(), descriptor)
-    , timer_(busExecutor())
     , deadline_(deadline)
     , handlers_(std::move(handlers)) {}
 
@@ -63,7 +62,7 @@ void BusSocket::resume() {
 
 void BusSocket::close() {
     handlers_ = {};
-    timer_.cancel();
+    busTimers().cancel(timer_);
     std::error_code ignored;
     descriptor_.close(ignored);
     bus_.reset();
@@ -139,16 +138,16 @@ void BusSocket::awaitTime() {
         std::chrono::microseconds(timeout) < next.time_since_epoch()) {
         next = BusDeadline(std::chrono::microseconds(timeout));
     }
+    if (timer_.first == next)
+        return;
+    busTimers().cancel(std::exchange(timer_, {}));
     if (next <= BusClock::now()) {
         turnLater();
     } else if (next != BusDeadline::max()) {
-        timer_.expires_at(next);
-        timer_.async_wait([self = shared_from_this()](const auto& error) {
-            if (self->bus_ && !error)
+        timer_ = busTimers().start(next, [self = shared_from_this()] {
+            if (self->bus_)
                 self->turnLater();
         });
-    } else {
-        timer_.cancel();
     }
 }
 

@@ -3,9 +3,9 @@
 #include "Platform/Expected.h"
 #include "Platform/Linux/Bus/BusMessage.h"
 #include "Platform/Linux/Bus/SDBus.h"
+#include "Platform/Linux/Loops/TimerQueue.h"
 
 #include <asio/posix/stream_descriptor.hpp>
-#include <asio/steady_timer.hpp>
 
 #include <functional>
 #include <memory>
@@ -52,7 +52,7 @@ private:
     SDBus::BusPtr bus_;
     // Of the socket again, so that no number of a closed one is ever waited for.
     asio::posix::stream_descriptor descriptor_;
-    asio::steady_timer timer_;
+    TimerQueue::Number timer_;
     BusDeadline deadline_; // of the connecting
     Handlers handlers_;
     bool isReady_ = false;

@@ -11,4 +11,9 @@ asio::any_io_executor busExecutor() {
     return thread.get().get_executor();
 }
 
+TimerQueue& busTimers() {
+    static const NeverDestroyed<TimerQueue> timers(busExecutor());
+    return timers.get();
+}
+
 } // namespace Platform

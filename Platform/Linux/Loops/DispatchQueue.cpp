@@ -6,7 +6,6 @@
 #include "Platform/NeverDestroyed.h"
 
 #include <asio/post.hpp>
-#include <asio/steady_timer.hpp>
 #include <asio/strand.hpp>
 
 #include <algorithm>
@@ -34,10 +33,8 @@ public:
     void async(Task task) const {
         if (isMain()) {
             MainContext::invoke(std::move(task));
-        } else if (threads_ == Threads::ownForEachTask) {
-            BlockingThreads::shared().start(std::move(task));
         } else {
-            asio::post(executor_, std::move(task));
+            send(executor_, threads_, std::move(task));
         }
     }
 
@@ -46,13 +43,21 @@ public:
             MainContext::invokeAfter(delay, std::move(task));
             return;
         }
-        auto timer = std::make_shared<asio::steady_timer>(executor_, delay);
-        if (threads_ == Threads::ownForEachTask)
-            task = [task = std::move(task)] { BlockingThreads::shared().start(task); };
-        timer->async_wait([timer, task = std::move(task)](const auto&) { task(); });
+        workerTimers().start(TimerQueue::Clock::now() + delay,
+                             [executor = executor_, threads = threads_, task = std::move(task)] {
+                                 send(executor, threads, task);
+                             });
     }
 
 private:
+    static void send(const asio::any_io_executor& executor, Threads threads, Task task) {
+        if (threads == Threads::ownForEachTask) {
+            BlockingThreads::shared().start(std::move(task));
+        } else {
+            asio::post(executor, std::move(task));
+        }
+    }
+
     bool isMain() const { return !executor_; }
 
     const std::string label_;

@@ -12,4 +12,9 @@ asio::any_io_executor workerExecutor() {
     return pool.get().get_executor();
 }
 
+TimerQueue& workerTimers() {
+    static const NeverDestroyed<TimerQueue> timers(workerExecutor());
+    return timers.get();
+}
+
 } // namespace Platform

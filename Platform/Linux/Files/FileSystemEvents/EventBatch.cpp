@@ -22,7 +22,6 @@ EventBatch::EventBatch(DispatchQueue queue, std::chrono::nanoseconds latency, st
     , latency_(latency)
     , callback_(std::move(callback))
     , whenDue_(std::move(whenDue))
-    , timer_(workerExecutor())
     , whole_(std::move(whole)) {}
 
 void EventBatch::add(std::string path) {
@@ -63,16 +62,14 @@ void EventBatch::end() {
     const MutexLock lock(mutex_);
     hasEnded_ = true;
     paths_.clear();
-    timer_.cancel();
+    workerTimers().cancel(timer_);
 }
 
 void EventBatch::startTimer() {
     if (std::exchange(isTimerRunning_, true))
         return;
-    timer_.expires_after(latency_);
-    timer_.async_wait([self = shared_from_this()](asio::error_code failure) {
-        if (!failure)
-            self->latencyHasPassed();
+    timer_ = workerTimers().start(TimerQueue::Clock::now() + latency_, [self = shared_from_this()] {
+        asio::post(workerExecutor(), [self] { self->latencyHasPassed(); });
     });
 }
 

@@ -2,9 +2,8 @@
 
 #include "Platform/DispatchQueue.h"
 #include "Platform/FileSystemEventStream.h"
+#include "Platform/Linux/Loops/TimerQueue.h"
 #include "Platform/Mutex.h"
-
-#include <asio/steady_timer.hpp>
 
 #include <chrono>
 #include <functional>
@@ -53,7 +52,7 @@ private:
     const std::function<void()> whenDue_;
 
     Mutex mutex_;
-    asio::steady_timer timer_ CORBEL_GUARDED_BY(mutex_);
+    TimerQueue::Number timer_ CORBEL_GUARDED_BY(mutex_);
     std::string whole_ CORBEL_GUARDED_BY(mutex_);
     Paths paths_ CORBEL_GUARDED_BY(mutex_);
     bool isFull_ CORBEL_GUARDED_BY(mutex_) = false; // `whole_` alone stands for all of the batch

@@ -92,7 +92,8 @@ void FolderTree::follow(Entered first, Reason reason) {
         noteUnread(folder, code);
 }
 
-/// What has the name in the open folder, if it is a folder that is to be listed.
+/// What has the name in the open folder, if it is a folder that is to be listed. By now it is
+/// watched.
 std::optional<FolderTree::Entered> FolderTree::meet(int parent, int descriptor,
                                                     const std::string& name, Reason reason) {
     FileHandle handle(openat(descriptor, name.c_str(), toList));
@@ -101,7 +102,7 @@ std::optional<FolderTree::Entered> FolderTree::meet(int parent, int descriptor,
         noteUnmet(parent, descriptor, errno);
         return std::nullopt;
     }
-    if (!enter(folder, parent, name, reason))
+    if (!enter(folder, parent, name, reason) || leafFolders_.contains(handle.fileDescriptor()))
         return std::nullopt;
     return Entered{.folder = folder, .handle = std::move(handle)};
 }

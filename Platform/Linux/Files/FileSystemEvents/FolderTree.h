@@ -3,6 +3,7 @@
 #include "Platform/FileHandle.h"
 #include "Platform/Linux/Files/FileSystemEvents/EventBatch.h"
 #include "Platform/Linux/Files/FileSystemEvents/FolderTable.h"
+#include "Platform/Linux/Files/FileSystemEvents/LeafFolders.h"
 #include "Platform/Linux/Files/FileSystemEvents/WatchLedger.h"
 
 #include <fcntl.h>
@@ -116,6 +117,7 @@ private:
     TreeFollower& user_;
     EventBatch& batch_;
     FolderTable table_;
+    LeafFolders leafFolders_;
     int root_ = FolderTable::none;
     unsigned pass_ = 0;
     bool isShortOfWatches_ = false;

@@ -45,10 +45,14 @@ void AllowBackgroundItemViewController::viewDidLoad() {
     }
     if (okButton)
         okButton->setTitle(localizedString("OK"));
-    if (systemSettingsButton)
-        systemSettingsButton->setTitle(Const::App::Name::systemSettings());
     showIllustration();
-    showSettingsIcon();
+    showSettings();
+}
+
+void AllowBackgroundItemViewController::viewDidAppear() {
+    check();
+    if (okButton)
+        okButton->takeFocus();
 }
 
 void AllowBackgroundItemViewController::showIllustration() const {
@@ -60,15 +64,22 @@ void AllowBackgroundItemViewController::showIllustration() const {
                                            : EffectRepeat::times(6));
 }
 
-void AllowBackgroundItemViewController::showSettingsIcon() const {
-    if (!iconImageView)
-        return;
+void AllowBackgroundItemViewController::showSettings() const {
     const auto settings =
         Platform::Workspace::urlForApplication(Const::App::Identifier::systemSettings);
+    // The constant is in English where there is no such application.
+    const auto name =
+        settings ? Const::App::Name::systemSettings() : localizedString("System Settings");
+    if (systemSettingsButton) {
+        systemSettingsButton->setTitle(name);
+        systemSettingsButton->setHidden(!Platform::AppService::hasSystemSettingsLoginItems());
+    }
+    if (!iconImageView)
+        return;
     const bool hasIcon = settings && Platform::FileManager::fileExists(*settings) &&
-                         iconImageView->showApplicationIcon(*settings);
+                         iconImageView->showApplicationIcon(*settings, name);
     if (!hasIcon)
-        iconImageView->showSymbol("checkmark.square", localizedString("System Settings"));
+        iconImageView->showSymbol("checkmark.square", name);
     iconImageView->setAccessibilityRole(AccessibilityRole::image);
 }
 

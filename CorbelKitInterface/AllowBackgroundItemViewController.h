@@ -29,6 +29,9 @@ public:
     /// Fills the outlets, once they are connected.
     void viewDidLoad();
 
+    /// At each showing of the window: the keyboard is the OK button's.
+    void viewDidAppear();
+
     /// Closes the window.
     void okAction();
     /// Closes the window first: the settings are not to open behind it.
@@ -38,7 +41,7 @@ public:
 
 private:
     void showIllustration() const;
-    void showSettingsIcon() const;
+    void showSettings() const;
 
     std::function<void()> closeWindow_;
 };

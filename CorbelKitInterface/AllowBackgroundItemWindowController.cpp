@@ -29,6 +29,7 @@ void AllowBackgroundItemWindowController::windowDidLoad() {
 void AllowBackgroundItemWindowController::showWindow() {
     Platform::MainThread::check();
     scene_.showWindow();
+    viewController_.viewDidAppear();
 }
 
 void AllowBackgroundItemWindowController::close() {

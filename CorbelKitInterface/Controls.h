@@ -53,6 +53,13 @@ public:
 
     /// Replaces the title, which is UTF-8.
     void setTitle(const std::string& title) const;
+
+    /// Whether it is left out of the window, for the mouse, the keyboard and a screen reader.
+    void setHidden(bool isHidden) const;
+
+    /// Gives it its window's keyboard, drawn so, once that shows. Where the user's settings
+    /// keep the keyboard from buttons (macOS), the window has it.
+    void takeFocus() const;
 };
 
 /// A frame with a background around other views.
@@ -76,8 +83,9 @@ public:
     using View::View; ///< For storyboards.
 
     /// The icon with which the system shows the application at the URL (of a file). False, and no
-    /// change, where there is none to be had.
-    bool showApplicationIcon(const Platform::URL& application) const;
+    /// change, where there is none to be had. The description is for those who do not see it.
+    bool showApplicationIcon(const Platform::URL& application,
+                             const std::string& accessibilityDescription) const;
 
     /// A symbol of the system, in the colour of text. An empty description leaves the system's
     /// own, if any. A name that is not known shows nothing.

@@ -68,6 +68,8 @@ Gtk::Image& makeIcon(Style style) {
     icon.set_pixel_size(edge);
     icon.set_margin_bottom(8);
     icon.add_css_class(looks.styleClass);
+    icon.property_accessible_role() =
+        Gtk::Accessible::Role::PRESENTATION; // the dialog's role says it
     return icon;
 }
 
@@ -142,6 +144,7 @@ AlertDialog::AlertDialog(const Platform::Alert& alert)
 
 void AlertDialog::run() {
     present();
+    set_focus_visible(); // so that one sees what Return does
     loop_->run();
     hide();
 }

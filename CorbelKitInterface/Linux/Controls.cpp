@@ -11,6 +11,7 @@
 #include <gtkmm/image.h>
 #include <gtkmm/label.h>
 #include <gtkmm/overlay.h>
+#include <gtkmm/window.h>
 
 #include <algorithm>
 
@@ -60,7 +61,20 @@ void Button::setTitle(const std::string& title) const {
     dynamic_cast<Gtk::Button&>(native().widget).set_label(title);
 }
 
-bool ImageView::showApplicationIcon(const Platform::URL& application) const {
+void Button::setHidden(bool isHidden) const {
+    native().widget.set_visible(!isHidden);
+}
+
+void Button::takeFocus() const {
+    auto* const window = dynamic_cast<Gtk::Window*>(native().widget.get_root());
+    if (window == nullptr)
+        return;
+    window->set_focus(native().widget);
+    window->set_focus_visible();
+}
+
+bool ImageView::showApplicationIcon(const Platform::URL& application,
+                                    const std::string& accessibilityDescription) const {
     const auto entry = Gio::DesktopAppInfo::create_from_filename(application.path());
     const auto icon = entry ? entry->get_icon() : Glib::RefPtr<Gio::Icon>();
     if (!icon || !Toolkit::iconTheme()->has_gicon(icon))
@@ -68,6 +82,7 @@ bool ImageView::showApplicationIcon(const Platform::URL& application) const {
     ImageStack stack(native().widget);
     stack.clear();
     stack.add().set(icon);
+    describe(native().widget, accessibilityDescription);
     return true;
 }
 

@@ -1,8 +1,8 @@
 #include "CorbelKitInterface/Storyboard.h"
 
-#include "CorbelKit/Services/ResourceBundle.h"
 #include "CorbelKitInterface/Linux/NativeView.h"
 #include "CorbelKitInterface/Linux/Toolkit.h"
+#include "CorbelKitInterface/Linux/WindowButtons.h"
 
 #include <giomm/simpleactiongroup.h>
 #include <glibmm/miscutils.h>
@@ -66,20 +66,6 @@ void applyStyle(const Platform::URL& file) {
                                                 GTK_STYLE_PROVIDER_PRIORITY_APPLICATION);
 }
 
-// macOS draws the question mark of the user's language, and says what its button is for, by itself.
-void describeHelp(const Layout& layout) {
-    const auto text = localizedString("Help");
-    for (const auto& object : layout->get_objects()) {
-        auto* const button = dynamic_cast<Gtk::Button*>(object.get());
-        if (button == nullptr || !button->has_css_class("help"))
-            continue;
-        button->set_label(localizedString("?"));
-        button->set_tooltip_text(text);
-        gtk_accessible_update_property(GTK_ACCESSIBLE(button->gobj()),
-                                       GTK_ACCESSIBLE_PROPERTY_LABEL, text.c_str(), -1);
-    }
-}
-
 } // namespace
 
 /// The window of a layout; the actions of its buttons are those of the group "controller".
@@ -90,7 +76,7 @@ public:
         , window_(window) {
         window_.set_hide_on_close(true);
         window_.insert_action_group("controller", actions_);
-        describeHelp(layout_);
+        window_.signal_show().connect([this] { dressWindowButtons(window_); }, false);
         if (window_.get_title().empty()) // which lists of windows show, and screen readers say
             window_.set_title(Glib::get_application_name());
         window_.property_is_active().signal_changed().connect([this] { activeChanged(); });

@@ -46,12 +46,25 @@ void Button::setTitle(const std::string& title) const {
     }
 }
 
-bool ImageView::showApplicationIcon(const Platform::URL& application) const {
+void Button::setHidden(bool isHidden) const {
+    native().view.hidden = isHidden;
+}
+
+void Button::takeFocus() const {
+    @autoreleasepool {
+        NSView* const view = native().view;
+        [view.window makeFirstResponder:view.canBecomeKeyView ? view : nil];
+    }
+}
+
+bool ImageView::showApplicationIcon(const Platform::URL& application,
+                                    const std::string& accessibilityDescription) const {
     @autoreleasepool {
         NSString* const path = foundationURL(application).path;
         if (path == nil)
             return false;
         as<NSImageView>(native()).image = [NSWorkspace.sharedWorkspace iconForFile:path];
+        native().view.accessibilityLabel = foundationText(accessibilityDescription);
         return true;
     }
 }

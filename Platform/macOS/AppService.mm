@@ -4,6 +4,10 @@
 
 namespace Platform {
 
+bool AppService::hasSystemSettingsLoginItems() {
+    return true; // part of the system, as is the call to open them
+}
+
 void AppService::openSystemSettingsLoginItems() {
     @autoreleasepool {
         [SMAppService openSystemSettingsLoginItems];

@@ -14,6 +14,7 @@ TEST(AllowBackgroundItemViewController, DoesWithoutTheOutletsThatAreNotConnected
                  controller.systemSettingsButton || controller.clickImageView ||
                  controller.iconImageView || controller.illustrationBox);
     controller.viewDidLoad();
+    controller.viewDidAppear();
     controller.okAction();
     EXPECT_EQ(closed, 1);
 }

@@ -74,6 +74,41 @@ std::string windows() {
     return std::to_string(visible) + " of " + std::to_string(all.size());
 }
 
+/// The widget that the keyboard is at, and whether one sees that.
+std::string focus() {
+    for (const auto* const window : Gtk::Window::list_toplevels()) {
+        const auto* const widget = window->is_visible() ? window->get_focus() : nullptr;
+        if (widget == nullptr)
+            continue;
+        const auto flags = widget->get_state_flags() & Gtk::StateFlags::FOCUS_VISIBLE;
+        return gtk_buildable_get_buildable_id(GTK_BUILDABLE(widget->gobj())) +
+               std::string(flags == Gtk::StateFlags::FOCUS_VISIBLE ? ", drawn" : "");
+    }
+    return "nowhere";
+}
+
+Gtk::Widget* findClose(Gtk::Widget& widget) {
+    if (widget.has_css_class("close"))
+        return &widget;
+    Gtk::Widget* found = nullptr;
+    for (auto* child = widget.get_first_child(); child != nullptr && found == nullptr;
+         child = child->get_next_sibling())
+        found = findClose(*child);
+    return found;
+}
+
+/// The side of the title bar that closes the window.
+std::string closeSide() {
+    for (auto* const window : Gtk::Window::list_toplevels()) {
+        double left = 0;
+        double top = 0;
+        auto* const button = findClose(*window);
+        if (button != nullptr && button->translate_coordinates(*window, 0, 0, left, top))
+            return left < window->get_width() / 2.0 ? "left" : "right";
+    }
+    return "nowhere";
+}
+
 void alert() {
     Platform::runModal({.messageText = "Message",
                         .informativeText = "Information",
@@ -92,6 +127,8 @@ void obey(const std::string& line) {
         {"text", [&] { say(textOf(argument)); }},
         {"background", [] { say(background()); }},
         {"windows", [] { say(windows()); }},
+        {"focus", [] { say(focus()); }},
+        {"close", [] { say(closeSide()); }},
         {"front", [] { say(isInFront() ? "yes" : "no"); }},
         {"alert", alert},
         {"alertElsewhere", [] { Platform::DispatchQueue::serial("elsewhere").async(alert); }},

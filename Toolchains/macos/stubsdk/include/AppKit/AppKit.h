@@ -33,6 +33,12 @@ APPKIT_EXPORT const NSAppearanceName NSAppearanceNameDarkAqua;
     __attribute__((availability(macos, introduced = 11.0)));
 @end
 
+typedef NS_ENUM(NSInteger, NSApplicationActivationPolicy) {
+    NSApplicationActivationPolicyRegular = 0,
+    NSApplicationActivationPolicyAccessory = 1,
+    NSApplicationActivationPolicyProhibited = 2
+};
+
 @interface NSApplication : NSResponder
 @property(readonly, strong) NSAppearance* effectiveAppearance;
 @property(class, readonly, strong) __kindof NSApplication* sharedApplication;
@@ -40,6 +46,8 @@ APPKIT_EXPORT const NSAppearanceName NSAppearanceNameDarkAqua;
 @property(weak) id<NSApplicationDelegate> delegate;
 @property(readonly) NSUserInterfaceLayoutDirection userInterfaceLayoutDirection;
 - (void)terminate:(id)sender;
+- (BOOL)setActivationPolicy:(NSApplicationActivationPolicy)activationPolicy;
+- (void)activateIgnoringOtherApps:(BOOL)flag;
 @end
 
 APPKIT_EXPORT __kindof NSApplication* NSApp;
@@ -81,9 +89,15 @@ typedef NS_ENUM(NSUInteger, NSAlertStyle) {
 
 @protocol NSAccessibility <NSObject>
 @property(copy) NSAccessibilityRole accessibilityRole;
+@property(copy) NSString* accessibilityLabel;
 @end
 
+@class NSWindow;
+
 @interface NSView : NSResponder <NSAccessibility>
+@property(readonly, assign) NSWindow* window;
+@property(readonly) BOOL canBecomeKeyView;
+@property(getter=isHidden) BOOL hidden;
 @end
 
 @interface NSControl : NSView
@@ -122,6 +136,8 @@ typedef NS_ENUM(NSUInteger, NSAlertStyle) {
 
 @interface NSWindow : NSResponder
 @property(weak) id<NSWindowDelegate> delegate;
+@property(copy) NSString* title;
+- (BOOL)makeFirstResponder:(NSResponder*)responder;
 @end
 
 @interface NSViewController : NSResponder
@@ -151,6 +167,7 @@ typedef NS_ENUM(NSUInteger, NSAlertStyle) {
 @end
 
 @interface NSRunningApplication : NSObject
+@property(class, readonly, strong) NSRunningApplication* currentApplication;
 @property(readonly, copy) NSString* localizedName;
 @end
 

@@ -32,6 +32,11 @@ NSStoryboard* storyboardNamed(NSString* name, const Platform::Bundle& bundle) {
     return [NSStoryboard storyboardWithName:name bundle:own];
 }
 
+NSString* programName() {
+    NSString* const name = NSRunningApplication.currentApplication.localizedName;
+    return name == nil ? @"" : name;
+}
+
 } // namespace
 
 class WindowScene::Impl {
@@ -39,6 +44,8 @@ public:
     explicit Impl(StoryboardWindowController* controller)
         : controller_(controller) {
         static_cast<void>(viewController().view); // which connects the outlets
+        if (controller_.window.title.length == 0) // which the list of windows shows
+            controller_.window.title = programName();
     }
 
     ~Impl() {
@@ -75,6 +82,7 @@ void WindowScene::setDelegate(std::weak_ptr<WindowDelegate> delegate) {
 
 void WindowScene::showWindow() {
     @autoreleasepool {
+        [NSApp activateIgnoringOtherApps:YES]; // a background application has no keyboard to give
         [impl_->controller() showWindow:nil];
     }
 }

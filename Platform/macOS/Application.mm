@@ -120,7 +120,10 @@ int run(int argumentCount, char** arguments,
     launch().makeDelegate = makeDelegate;
     // A program outside a bundle has nowhere to name the class, for want of which it would end.
     if (!Bundle::main().infoDictionary().contains("NSPrincipalClass")) {
-        [CorbelApplication.sharedApplication run];
+        NSApplication* const application = CorbelApplication.sharedApplication;
+        // For want of Info.plist it would have no windows to come to the front.
+        [application setActivationPolicy:NSApplicationActivationPolicyAccessory];
+        [application run];
         return EXIT_SUCCESS;
     }
     return NSApplicationMain(argumentCount, const_cast<const char**>(arguments));

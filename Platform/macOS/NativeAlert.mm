@@ -32,6 +32,7 @@ void show(const Alert& alert) {
     window.alertStyle = alertStyle(alert.style);
     if (!alert.buttonTitle.empty())
         [window addButtonWithTitle:textOrEmpty(alert.buttonTitle)];
+    [NSApp activateIgnoringOtherApps:YES]; // from the background, it would stay behind the others
     [window runModal];
 }
 

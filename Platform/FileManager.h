@@ -51,6 +51,12 @@ std::optional<URL> homeDirectoryForRealUser();
 /// The library folders of the local domain (all users of this machine), best first.
 std::vector<URL> localLibraryDirectories();
 
+/// Where this system looks for what is to be started by itself, besides where it keeps launchd's
+/// jobs, in the order of their mention, as paths without "." and ".."; none on macOS. On Linux the
+/// environment variable CORBEL_STARTUP_FOLDERS names them: absolute paths with colons in between, a
+/// leading "~/" being the user's home; what is no such path is passed over. None need exist.
+std::vector<URL> startupFolders();
+
 /// The name under which the user knows the item, in the user's language where it has such a name,
 /// as applications do; else the last component of its path. The item need not exist.
 std::string displayName(const URL& url);

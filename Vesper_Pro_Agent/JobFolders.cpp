@@ -4,6 +4,9 @@
 #include "Platform/FileManager.h"
 #include "Platform/NeverDestroyed.h"
 
+#include <algorithm>
+#include <utility>
+
 namespace Vesper_Pro_Agent {
 namespace {
 
@@ -31,6 +34,10 @@ std::vector<URL> findJobFolders() {
     for (const auto component : {PathComponent::launchAgents, PathComponent::launchDaemons,
                                  PathComponent::startupItems, PathComponent::privilegedHelperTools})
         folders.push_back(folder(library, component));
+    for (auto& further : Platform::FileManager::startupFolders()) {
+        if (std::ranges::find(folders, further.path(), &URL::path) == folders.end())
+            folders.push_back(std::move(further));
+    }
     return folders;
 }
 

@@ -16,6 +16,10 @@ std::vector<URL> localLibraryDirectories() {
     }
 }
 
+std::vector<URL> startupFolders() {
+    return {};
+}
+
 std::string displayName(const URL& url) {
     @autoreleasepool {
         NSURL* const item = foundationURL(url);

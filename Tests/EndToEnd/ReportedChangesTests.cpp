@@ -25,6 +25,24 @@ TEST_F(ReportedChanges, AllFiveFoldersAndAnyKindOfFile) {
     expectNothingMore();
 }
 
+TEST_F(ReportedChanges, ThoseOfEachFolderThatTheSystemStartsFromOnce) {
+    const auto system = trial.library() / "for all";
+    const auto own = trial.home() / ".config/autostart";
+    fs::create_directories(system);
+    fs::create_directories(own);
+    trial.environment["CORBEL_STARTUP_FOLDERS"] =
+        "~/.config/missing::relative:~/.config/./autostart:" + own.string() +
+        "/:~/Library/LaunchAgents:" + system.string();
+    start();
+    trial.save(own / "org.example.desktop", "own");
+    expectNext("New: ~/.config/autostart/org.example.desktop");
+    save("a");
+    expectNext("New: " + agents + "a");
+    trial.save(system / "unit", "all");
+    expectNext("New: " + (system / "unit").string());
+    expectNothingMore();
+}
+
 TEST_F(ReportedChanges, WhatStoodThereAtLaunchIsKnownAndDeletionsTakeEachOthersPlace) {
     for (const auto* name : {"one", "two", "unreadable"})
         save(name);

@@ -38,8 +38,19 @@ std::optional<Error> setAside(const URL& file) {
 
 PropertyList::Dictionary DomainFile::values() const {
     const SignalsElsewhere elsewhere;
-    auto content = read();
+    auto content = readContent();
     return content ? std::move(content->values) : PropertyList::Dictionary{};
+}
+
+Expected<std::optional<PropertyList::Dictionary>> DomainFile::read() const {
+    if (FileContents::isMissing(url()))
+        return std::optional<PropertyList::Dictionary>();
+    auto content = readContent();
+    if (!content)
+        return content.error();
+    if (!content->isUnderstood)
+        return Error{path_.native() + ": not a property list of settings"};
+    return std::optional(std::move(content->values));
 }
 
 std::optional<Error>
@@ -50,7 +61,7 @@ DomainFile::change(const std::function<void(PropertyList::Dictionary&)>& edit) c
     const auto lock = lockBeside(path_);
     if (!lock)
         return lock.error();
-    auto content = read();
+    auto content = readContent();
     if (!content)
         return content.error();
     const auto before = content->values;
@@ -58,7 +69,7 @@ DomainFile::change(const std::function<void(PropertyList::Dictionary&)>& edit) c
     return content->values == before ? std::nullopt : write(std::move(*content));
 }
 
-Expected<DomainFile::Content> DomainFile::read() const {
+Expected<DomainFile::Content> DomainFile::readContent() const {
     if (path_.empty() || FileContents::isMissing(url()))
         return Content{};
     const auto bytes = FileContents::read(url(), largestFile);

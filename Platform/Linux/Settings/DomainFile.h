@@ -24,6 +24,10 @@ public:
     /// Empty when the file is missing, unreadable or no dictionary.
     PropertyList::Dictionary values() const;
 
+    /// Absent when the file is missing. Gives the reason where it cannot be read, or is no
+    /// dictionary.
+    Expected<std::optional<PropertyList::Dictionary>> read() const;
+
     /// Reads, changes and replaces the file while no other process does. Gives the reason where
     /// that fails: the file is as it was then. One that cannot be read now, for want of the right
     /// to, say, is such a failure; one whose content is no dictionary is set aside, which is
@@ -39,7 +43,7 @@ private:
 
     URL url() const { return URL::file(path_.native(), URL::DirectoryHint::notDirectory); }
 
-    Expected<Content> read() const;
+    Expected<Content> readContent() const;
     std::optional<Error> write(Content content) const;
 
     std::filesystem::path path_;

@@ -17,9 +17,13 @@ namespace Platform {
 /// The call-back gets the paths of what changed, as bytes, on the queue: a batch at a time, never
 /// beside itself. An item that was made, written, renamed or removed is given by its own path. A
 /// path that ends with a slash is that of a folder itself; a folder may also be given without one.
-/// Where a folder came into the tree together with what is in it, and where the system lost count
-/// of events, one path may stand for all that is below it; nothing marks such a path. No link
-/// in the tree is followed.
+/// No link in the tree is followed.
+///
+/// A path is one that the item had since the batch began, and may not be the one that it has: a
+/// folder above it may have moved. What has moved, with all that is in it, is reported by its new
+/// path, in this batch or in one to come. So one path may stand for all that is below it, as also
+/// where a folder came into the tree together with what is in it, and where the system lost count
+/// of events; nothing marks such a path.
 ///
 /// The stream is for the path, whatever lies there: it is silent while there is nothing. What comes
 /// to lie there, again or in the place of another, is reported once and watched from then on,

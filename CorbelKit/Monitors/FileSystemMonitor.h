@@ -13,10 +13,14 @@ namespace CorbelKit {
 
 /// Watches a whole tree and notifies its delegate of the folders that had something change: each
 /// folder once, with its own URL, for all that happened within a second. An item that was made,
-/// written, renamed or removed is a change of the folder that holds it, wherever that folder has
-/// moved within the tree. Where a folder came into the tree together with what is in it, and where
-/// the system lost count of changes, a call may stand for all that is below its folder, and does
-/// not say so: who keeps account of a tree looks below as well.
+/// written, renamed or removed is a change of the folder that holds it.
+///
+/// Where that folder, or one above it, has moved within the tree by then, the call may come with
+/// the URL from before the move. The move itself is a change of the folder that held what moved and
+/// of the one that holds it, notified with the same batch or a later one, and stands for all that
+/// is below. So may a call where a folder came into the tree together with what is in it, and where
+/// the system lost count of changes. None says so: who keeps account of a tree looks below as well,
+/// and then misses nothing, wherever it went.
 ///
 /// The monitor is for the location, whatever lies there: it is silent while there is nothing, and
 /// notifies of what comes to lie there, again or in the place of another, whenever that is.

@@ -61,12 +61,15 @@ protected:
         const auto notified = delegate->takeCalls();
         if (notified.contains(root.parent_path().string()))
             return; // count was lost: everything is to be looked at
-        for (const auto* folder : changes.folders()) {
-            const bool isNotified =
-                !folder->isChanged || std::ranges::any_of(folder->paths, [&](const auto& path) {
-                    return notified.contains(path);
-                });
-            EXPECT_TRUE(isNotified) << folder->path;
+        const auto present = changes.folders();
+        for (const auto* folder : present) {
+            const bool isFound = !folder->isChanged || notified.contains(folder->path.string()) ||
+                                 std::ranges::any_of(present, [&](const auto* above) {
+                                     return above->hasMoved &&
+                                            isWithin(folder->path, above->path) &&
+                                            notified.contains(above->path.string());
+                                 });
+            EXPECT_TRUE(isFound) << folder->path;
         }
     }
 

@@ -10,7 +10,6 @@
 #include <functional>
 #include <memory>
 #include <random>
-#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -20,8 +19,8 @@ namespace TestSupport {
 /// A folder of the test's own record. It keeps its identity when it moves.
 struct Folder {
     fs::path path;
-    std::set<std::string> paths = {path.string()}; // all that it had in the round
-    bool isChanged = false;
+    bool isChanged = false; // in the round, as what is in it
+    bool hasMoved = false;  // not only with one above it
 };
 
 inline bool isWithin(const fs::path& path, const fs::path& ancestor) {
@@ -155,8 +154,8 @@ private:
         for (auto& folder : folders_) {
             if (!isWithin(folder->path, from))
                 continue;
+            folder->hasMoved |= folder->path.native() == from.native();
             folder->path = to.string() + folder->path.string().substr(from.string().size());
-            folder->paths.insert(folder->path.string());
         }
     }
 

@@ -14,20 +14,22 @@
 #include <atomic>
 #include <cerrno>
 #include <fstream>
+#include <functional>
 
 namespace {
 
-/// No path that holds the word gets a watch; null for none such.
-std::atomic<const char*> refusedWord = nullptr;
+/// Asked about each item that is about to be watched, on whatever thread that is; null for nobody.
+using MayWatch = std::function<bool(const std::string& path)>;
+std::atomic<const MayWatch*> mayWatch = nullptr;
 
 } // namespace
 
-// Ahead of the C library's, so that a test may bring about the limits that all programs share.
+// Ahead of the C library's, so that a test may bring about the limits that all programs share, and
+// what happens at just that moment.
 extern "C" int inotify_add_watch(int inotify, const char* path, std::uint32_t events) noexcept {
-    const auto* const word = refusedWord.load();
+    const auto* const asked = mayWatch.load();
     std::error_code isNoLink; // the item is given by its descriptor's
-    if (word != nullptr &&
-        std::filesystem::read_symlink(path, isNoLink).string().find(word) != std::string::npos) {
+    if (asked != nullptr && !(*asked)(std::filesystem::read_symlink(path, isNoLink).string())) {
         errno = ENOSPC;
         return -1;
     }
@@ -53,7 +55,7 @@ int watches() {
 
 class FileSystemEventStreamLinuxTest : public ::testing::Test {
 protected:
-    ~FileSystemEventStreamLinuxTest() override { refusedWord = nullptr; }
+    ~FileSystemEventStreamLinuxTest() override { mayWatch = nullptr; }
 
     bool reports(const fs::path& file) {
         writeFile(file, "1");
@@ -126,20 +128,67 @@ TEST_F(FileSystemEventStreamLinuxTest, LooksAtTheWholeTreeAgainWhereEventsAreLos
     EXPECT_TRUE(others.soonContain((root / "unseen" / "below" / "file").string()));
 }
 
+// The folder that takes the others has no watch yet: of their coming it has no record.
+TEST_F(FileSystemEventStreamLinuxTest, FollowsFoldersThatMoveWhileTheWholeTreeIsLookedAt) {
+    constexpr int folders = 10; // most are met before
+    for (int folder = 0; folder < folders; ++folder)
+        fs::create_directory(root / std::to_string(folder));
+    const auto taking = root / "taking";
+    std::atomic<bool> hasMoved = false;
+    const MayWatch moveFirst = [&](const auto& path) {
+        for (int folder = 0; path == taking && !hasMoved && folder < folders; ++folder)
+            fs::rename(root / std::to_string(folder), taking / std::to_string(folder));
+        hasMoved = hasMoved || path == taking;
+        return true;
+    };
+    const auto stream = reported.streamOf(root.string());
+    {
+        const HeldWorkers held;
+        overflowInotify(root);
+        fs::create_directory(taking);
+        mayWatch = &moveFirst;
+    }
+    EXPECT_TRUE(waitUntil(hasMoved));
+    EXPECT_TRUE(reported.soonContain(rootAsAWhole()));
+    for (int folder = 0; folder < folders; ++folder)
+        EXPECT_TRUE(reports(taking / std::to_string(folder) / "file")) << folder;
+}
+
 TEST_F(FileSystemEventStreamLinuxTest, WatchesMoreAsSoonAsTheSystemHasWatchesAgain) {
     fs::create_directories(root / "first" / "below");
-    refusedWord = "first";
+    const MayWatch notFirst = [](const auto& path) { return path.find("first") == path.npos; };
+    mayWatch = &notFirst;
     const auto stream = reported.streamOf(root.string());
     EXPECT_TRUE(reported.soonContain(rootAsAWhole()));
     EXPECT_TRUE(reports(root / "file"));
     reported.forget();
-    refusedWord = nullptr;
+    mayWatch = nullptr;
     int number = 0;
     EXPECT_TRUE(waitUntil([&] {
         writeFile(root / ("file" + std::to_string(++number)), "1");
         return reported.contains(rootAsAWhole());
     }));
     EXPECT_TRUE(reports(root / "first" / "below" / "file"));
+}
+
+TEST_F(FileSystemEventStreamLinuxTest, GivesAChangeThePathThatItHasWhenHandedOver) {
+    const TemporaryFolder outside;
+    const auto inner = fs::path("inner") / "folder";
+    for (const auto* name : {"first", "second", "leaving"})
+        fs::create_directories(root / name / inner);
+    const auto stream = reported.streamOf(root.string());
+    {
+        const HeldWorkers held;
+        for (const auto* name : {"first", "second", "leaving"})
+            writeFile(root / name / inner / name, "1");
+        fs::rename(root / "first", root / "moved");
+        fs::rename(root / "second", root / "first");
+        fs::rename(root / "leaving", outside / "left");
+    }
+    EXPECT_TRUE(reported.soonContain((root / "moved" / inner / "first").string()));
+    EXPECT_TRUE(reported.soonContain((root / "first" / inner / "second").string()));
+    EXPECT_TRUE(reported.soonContain((root / "leaving" / inner / "leaving").string()));
+    EXPECT_FALSE(reported.contains((root / "first" / inner / "first").string()));
 }
 
 TEST_F(FileSystemEventStreamLinuxTest, KeepsNamesThatAreNotText) {

@@ -46,33 +46,33 @@ void FolderTable::detach(const Folder& folder) {
     }
 }
 
+std::vector<int> FolderTable::subtree(int folder) const {
+    std::vector<int> found = {folder};
+    for (std::size_t index = 0; index < found.size(); ++index) {
+        const auto below = children(found[index]);
+        found.insert(found.end(), below.begin(), below.end());
+    }
+    return found;
+}
+
 std::vector<int> FolderTable::remove(int folder) {
     const auto* const top = find(folder);
     if (top == nullptr)
         return {};
     detach(*top);
-    std::vector<int> removed = {folder};
-    for (std::size_t index = 0; index < removed.size(); ++index) {
-        for (const int child : children(removed[index]))
-            removed.push_back(child);
-        folders_.erase(removed[index]);
-    }
+    auto removed = subtree(folder);
+    for (const int each : removed)
+        folders_.erase(each);
     return removed;
 }
 
-std::vector<int> FolderTable::removeAllBut(unsigned pass) {
-    std::vector<int> stale;
+std::vector<int> FolderTable::allBut(unsigned pass) const {
+    std::vector<int> others;
     for (const auto& [number, folder] : folders_) {
         if (folder.pass != pass)
-            stale.push_back(number);
+            others.push_back(number);
     }
-    // Whatever was come by has been moved to a parent that was come by as well.
-    std::vector<int> removed;
-    for (const int folder : stale) {
-        const auto more = remove(folder);
-        removed.insert(removed.end(), more.begin(), more.end());
-    }
-    return removed;
+    return others;
 }
 
 std::vector<int> FolderTable::children(int folder) const {

@@ -29,11 +29,14 @@ public:
     void insert(int folder, int parent, std::string_view name);
     void move(int folder, int parent, std::string_view name);
 
+    /// The folder, which is known, and all below it.
+    std::vector<int> subtree(int folder) const;
+
     /// Removes the folder and all below it, and gives their descriptors.
     std::vector<int> remove(int folder);
 
-    /// Removes all folders that were not come by on the pass.
-    std::vector<int> removeAllBut(unsigned pass);
+    /// Those that were not come by on the pass.
+    std::vector<int> allBut(unsigned pass) const;
 
     std::vector<int> children(int folder) const;
 

@@ -34,7 +34,8 @@ FolderTree::FolderTree(std::string path, WatchLedger& watches, TreeFollower& use
     , batch_(batch) {}
 
 FolderTree::~FolderTree() {
-    giveUp(table_.removeAllBut(++pass_)); // which met none
+    changes_.takeAll();
+    removeUnmet(++pass_); // which met none
 }
 
 void FolderTree::passOver(int folder, const std::string& name) {
@@ -48,7 +49,7 @@ void FolderTree::passOver(int folder, const std::string& name) {
     if (folder != -1)
         enterRoot(folder, name);
     if (!isShortOfWatches_) // else what the pass did not get to may well be there still
-        giveUp(table_.removeAllBut(pass_));
+        removeUnmet(pass_);
 }
 
 void FolderTree::enterRoot(int folder, const std::string& name) {
@@ -115,15 +116,21 @@ bool FolderTree::enter(int folder, int parent, const std::string& name, Reason r
         table_.insert(folder, parent, name);
         table_.find(folder)->pass = pass_;
         if (reason == Reason::change)
-            report(folder);
+            noteChange(folder, {});
         return true;
     }
-    // Mounted a second time within the tree: met already, and maybe above itself.
-    if (std::exchange(known->pass, pass_) == pass_ && reason == Reason::wholePass)
-        return false;
-    if (known->parent != parent || known->name != name)
+    const bool isFirstMeeting =
+        std::exchange(known->pass, pass_) != pass_ && reason == Reason::wholePass;
+    const bool isElsewhere = known->parent != parent || known->name != name;
+    if (isElsewhere && (isFirstMeeting || !isMountedTwice(folder)))
         move(folder, parent, name, reason);
-    return reason == Reason::wholePass;
+    return isFirstMeeting;
+}
+
+/// What is met at a second place has moved there, maybe since the pass met it at the first, and
+/// there need be no record of that; or it is at both, and maybe above itself.
+bool FolderTree::isMountedTwice(int folder) {
+    return folder == root_ || placeOf(folder) == Place::here;
 }
 
 void FolderTree::move(int folder, int parent, const std::string& name, Reason reason) {
@@ -133,11 +140,31 @@ void FolderTree::move(int folder, int parent, const std::string& name, Reason re
     }
     table_.move(folder, parent, name);
     if (reason == Reason::change)
-        report(folder);
+        noteChange(folder, {});
 }
 
-void FolderTree::report(int folder) {
-    batch_.add(table_.path(folder) + '/');
+void FolderTree::noteChange(int folder, std::string_view name) {
+    if (changes_.isEmpty())
+        batch_.comeDue();
+    changes_.add(folder, name);
+    if (!changes_.isFull())
+        return;
+    changes_.takeAll();
+    batch_.addWhole();
+}
+
+void FolderTree::reportChanges() {
+    for (const auto& [folder, names] : changes_.takeAll())
+        report(folder, names);
+}
+
+void FolderTree::report(int folder, const FolderChanges::Names& names) {
+    const auto path = table_.path(folder);
+    for (const auto& name : names) {
+        auto changed = path;
+        appendName(changed, name);
+        batch_.add(std::move(changed));
+    }
 }
 
 /// As of the ledger; where it fails, the folder is noted.
@@ -185,12 +212,20 @@ bool FolderTree::noteShortage(int code) {
 }
 
 void FolderTree::remove(int folder) {
-    giveUp(table_.remove(folder));
+    if (!contains(folder))
+        return;
+    if (!changes_.isEmpty()) {
+        for (const int going : table_.subtree(folder))
+            report(going, changes_.take(going));
+    }
+    for (const int gone : table_.remove(folder))
+        watches_.giveUp(gone, user_);
 }
 
-void FolderTree::giveUp(const std::vector<int>& folders) {
-    for (const int folder : folders)
-        watches_.giveUp(folder, user_);
+// Whatever was met has been moved to a parent that was met as well.
+void FolderTree::removeUnmet(unsigned pass) {
+    for (const int folder : table_.allBut(pass))
+        remove(folder);
 }
 
 } // namespace Platform

@@ -2,6 +2,7 @@
 
 #include "Platform/FileHandle.h"
 #include "Platform/Linux/Files/FileSystemEvents/EventBatch.h"
+#include "Platform/Linux/Files/FileSystemEvents/FolderChanges.h"
 #include "Platform/Linux/Files/FileSystemEvents/FolderTable.h"
 #include "Platform/Linux/Files/FileSystemEvents/LeafFolders.h"
 #include "Platform/Linux/Files/FileSystemEvents/WatchLedger.h"
@@ -45,7 +46,12 @@ public:
 
     bool contains(int folder) { return table_.find(folder) != nullptr; }
 
-    std::string path(int folder) const { return table_.path(folder); }
+    /// The folder's entry of that name has changed, or the folder itself where the name is empty.
+    void noteChange(int folder, std::string_view name);
+
+    /// Adds what has changed to the batch, by the path that it has by now. What was removed before
+    /// was added by the last that it had.
+    void reportChanges();
 
     /// That the last pass came to; FolderTable::none where it was missing.
     int root() const { return root_; }
@@ -99,8 +105,9 @@ private:
     void follow(Entered first, Reason reason);
     std::optional<Entered> meet(int parent, int descriptor, const std::string& name, Reason reason);
     bool enter(int folder, int parent, const std::string& name, Reason reason);
+    bool isMountedTwice(int folder);
     void move(int folder, int parent, const std::string& name, Reason reason);
-    void report(int folder);
+    void report(int folder, const FolderChanges::Names& names);
 
     void removeDeparted();
     void listAgain(int folder);
@@ -110,7 +117,7 @@ private:
     void noteUnread(int folder, int code);
     void noteUnmet(int parent, int descriptor, int code);
     bool noteShortage(int code);
-    void giveUp(const std::vector<int>& folders);
+    void removeUnmet(unsigned pass);
 
     const std::string path_;
     WatchLedger& watches_;
@@ -124,6 +131,7 @@ private:
     bool hasLoggedLimit_ = false;
     bool isOutOfReach_ = false;
 
+    FolderChanges changes_;
     std::set<int> unsettled_; // to be listed again
     std::set<int> locked_;    // to be listed again once something else is accessible
     std::map<int, std::set<std::string, std::less<>>> departures_; // names, by folders

@@ -51,9 +51,7 @@ void TreeFollower::handleOwn(const InotifyRecord& record) {
 }
 
 void TreeFollower::handleEntry(const InotifyRecord& record) {
-    auto path = folders_.path(record.watch);
-    appendName(path, record.name);
-    batch_->add(std::move(path));
+    folders_.noteChange(record.watch, record.name);
     if ((record.events & IN_ISDIR) == 0)
         return;
     if ((record.events & (IN_CREATE | IN_MOVED_TO | IN_ATTRIB)) != 0) // readable only now, maybe
@@ -70,6 +68,11 @@ void TreeFollower::loseCount() {
 }
 
 void TreeFollower::catchUp() {
+    makeWatchesRight();
+    folders_.reportChanges();
+}
+
+void TreeFollower::makeWatchesRight() {
     if (!isWholePassDue()) {
         if (folders_.isSettlementDue())
             folders_.settle();

@@ -26,9 +26,8 @@ public:
     /// Events were lost: the tree is to be looked at as a whole.
     void loseCount();
 
-    /// Makes the watches right before a batch is handed over: goes over the whole tree if count was
-    /// lost, if another root may be there, or if watches were wanting and may be had now; else over
-    /// the folders that are unsettled.
+    /// Before a batch is handed over: makes the watches right, and adds what has changed, by the
+    /// paths that this has shown.
     void catchUp();
 
 private:
@@ -36,6 +35,10 @@ private:
 
     void handleOwn(const InotifyRecord& record);
     void handleEntry(const InotifyRecord& record);
+
+    /// Goes over the whole tree if count was lost, if another root may be there, or if watches were
+    /// wanting and may be had now; else over the folders that are unsettled.
+    void makeWatchesRight();
     bool isWholePassDue() const;
     void passOver();
 

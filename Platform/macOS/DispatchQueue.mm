@@ -57,8 +57,10 @@ void DispatchQueue::async(Task task) const {
 }
 
 void DispatchQueue::asyncAfter(std::chrono::nanoseconds delay, Task task) const {
-    dispatch_after_f(dispatch_time(DISPATCH_TIME_NOW, delay.count()), impl_->queue(),
-                     owned(std::move(task)), runOwnedTask);
+    const dispatch_time_t time = dispatch_time(DISPATCH_TIME_NOW, delay.count());
+    if (time !=
+        DISPATCH_TIME_FOREVER) // for which the system would keep nothing, and release nothing
+        dispatch_after_f(time, impl_->queue(), owned(std::move(task)), runOwnedTask);
 }
 
 } // namespace Platform

@@ -1,0 +1,2 @@
+#pragma once
+#include "../../../stubsdk/include/CoreFoundation/CoreFoundation.h"

@@ -16,6 +16,8 @@ protected:
         std::istringstream words(confine != nullptr ? confine : "");
         for (std::string word; std::getline(words, word, ':');)
             trial.wrapper.push_back(word);
+        if (const char* const restless = std::getenv("CORBEL_RESTLESS_THREADS"))
+            trial.restlessThreads = restless;
     }
 
     void start() { ASSERT_TRUE(trial.start()); }

@@ -16,8 +16,8 @@ TEST_F(ReportedChanges, AllFiveFoldersAndAnyKindOfFile) {
         trial.save(trial.library() / name, name);
         expectNext("New: " + (trial.library() / name).string());
     }
-    save("a\nNew: b\x1B[2J\xE9"); // which is shown safely
-    expectNext("New: " + agents + "a\\nNew: b\\u{1B}[2J\uFFFD");
+    save("a\nNew: b\x1B[2J\u00E9"); // which is shown safely
+    expectNext("New: " + agents + "a\\nNew: b\\u{1B}[2J\u00E9");
     save(".DS_Store");
     fs::create_directory(job("folder"));
     save("folder/within.plist");
@@ -41,6 +41,12 @@ TEST_F(ReportedChanges, ThoseOfEachFolderThatTheSystemStartsFromOnce) {
     trial.save(system / "unit", "all");
     expectNext("New: " + (system / "unit").string());
     expectNothingMore();
+}
+
+TEST_F(ReportedChanges, NamesThatAreNoText) {
+    start();
+    save("a\xE9");
+    expectNext("New: " + agents + "a\uFFFD");
 }
 
 TEST_F(ReportedChanges, WhatStoodThereAtLaunchIsKnownAndDeletionsTakeEachOthersPlace) {

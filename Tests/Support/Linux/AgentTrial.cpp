@@ -158,8 +158,10 @@ std::optional<long> AgentTrial::waitUntilAtRest() const {
 long AgentTrial::sumOverThreads(std::string_view name) const {
     long sum = 0;
     const auto tasks = std::filesystem::path("/proc") / std::to_string(process_) / "task";
-    for (const auto& task : std::filesystem::directory_iterator(tasks))
-        sum += readProcessNumber(task.path() / "status", name);
+    for (const auto& task : std::filesystem::directory_iterator(tasks)) {
+        if (restlessThreads.empty() || contentOf(task.path() / "comm") != restlessThreads + "\n")
+            sum += readProcessNumber(task.path() / "status", name);
+    }
     return sum;
 }
 

@@ -43,6 +43,9 @@ public:
     /// The beginning of a command that ends with the agent's path; empty: that alone.
     std::vector<std::string> wrapper;
 
+    /// The name of threads that are not the agent's own, and never rest; empty: there are none.
+    std::string restlessThreads;
+
     /// Starts the agent and waits until it watches; false when it did not come to that.
     bool start();
 
@@ -57,7 +60,7 @@ public:
     /// came to rest.
     std::optional<long> waitUntilAtRest() const;
 
-    /// The sum over all threads of a number in /proc/<process>/task/<thread>/status.
+    /// The sum over all its threads of a number in /proc/<process>/task/<thread>/status.
     long sumOverThreads(std::string_view name) const;
 
     /// Asks the agent to end, and waits; gives its exit code, or minus the signal that ended it.

@@ -40,6 +40,9 @@ endif()
 function(corbel_precompile target)
     if(CORBEL_PRECOMPILE)
         target_precompile_headers(${target} PRIVATE ${ARGN})
+        get_target_property(objects ${target} SOURCES)
+        list(FILTER objects INCLUDE REGEX "\\.mm$") # what GNUstep declares beside the compiler goes into none
+        set_source_files_properties(${objects} TARGET_DIRECTORY ${target} PROPERTIES SKIP_PRECOMPILE_HEADERS ON)
         if(CMAKE_CXX_COMPILER_ID MATCHES Clang)
             target_compile_options(${target} PRIVATE -Xclang -fno-pch-timestamp) # or no cache serves it
         endif()

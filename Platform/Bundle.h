@@ -22,7 +22,8 @@ public:
     static std::optional<PropertyList::Dictionary> informationDictionary(const URL& bundleURL);
 
     /// Of a folder that need not be a bundle, nor exist: it then says nothing, and its texts are
-    /// their keys.
+    /// their keys. On Linux a URL of the scheme "resource" means what was linked into the program
+    /// under its path (GResource).
     explicit Bundle(const URL& bundleURL);
 
     /// The folder, as it was given.
@@ -37,6 +38,9 @@ public:
     /// The file of the name (with its suffix) among the bundle's resources; absent when there is
     /// none.
     std::optional<URL> urlForResource(std::string_view name) const;
+
+    /// Whether it has texts in any language.
+    bool isLocalized() const;
 
     /// The text for `key` in the named table of the localisation that suits the user's languages
     /// best; the key itself where there is none. Tables are read once, on first use.

@@ -1,5 +1,6 @@
 #include "CorbelKitInterface/Storyboard.h"
 
+#include "CorbelKit/Services/ResourceBundle.h"
 #include "CorbelKitInterface/Linux/NativeView.h"
 #include "CorbelKitInterface/Linux/Toolkit.h"
 #include "CorbelKitInterface/Linux/WindowButtons.h"
@@ -50,7 +51,8 @@ void destroyWindows(const Layout& layout) {
 Layout read(const Platform::URL& file) {
     auto layout = Gtk::Builder::create();
     try {
-        layout->add_from_file(file.path());
+        file.isFileURL() ? layout->add_from_file(file.path())
+                         : layout->add_from_resource(file.path());
     } catch (const Glib::Error&) {
         destroyWindows(layout); // those before the mistake
         return {};
@@ -61,7 +63,8 @@ Layout read(const Platform::URL& file) {
 // Beside the layout may stand how its widgets look.
 void applyStyle(const Platform::URL& file) {
     const auto provider = Gtk::CssProvider::create();
-    provider->load_from_path(file.path());
+    file.isFileURL() ? provider->load_from_path(file.path())
+                     : provider->load_from_resource(file.path());
     Gtk::StyleContext::add_provider_for_display(Gdk::Display::get_default(), provider,
                                                 GTK_STYLE_PROVIDER_PRIORITY_APPLICATION);
 }
@@ -140,7 +143,7 @@ void WindowScene::setAction(std::string_view selector, const std::function<void(
 std::optional<WindowScene> Storyboard::instantiateInitialController(const std::string& name,
                                                                     const Platform::Bundle& bundle,
                                                                     const std::string& className) {
-    const auto file = bundle.urlForResource(name + ".ui");
+    const auto file = requiredResource(bundle, name + ".ui");
     if (!file || !Toolkit::start())
         return std::nullopt;
     auto layout = read(*file);
@@ -151,7 +154,7 @@ std::optional<WindowScene> Storyboard::instantiateInitialController(const std::s
         destroyWindows(layout);
         return std::nullopt;
     }
-    if (const auto style = bundle.urlForResource(name + ".css"))
+    if (const auto style = requiredResource(bundle, name + ".css"))
         applyStyle(*style);
     return WindowScene(std::make_shared<WindowScene::Impl>(std::move(layout), *window));
 }

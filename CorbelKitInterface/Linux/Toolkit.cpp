@@ -26,8 +26,14 @@ void followAppearance() {
 }
 
 void addSymbols() {
-    if (const auto symbols = resourceBundle().urlForResource("Symbols"))
+    const auto symbols = requiredResource(resourceBundle(), "Symbols");
+    if (!symbols)
+        return;
+    if (symbols->isFileURL()) {
         Toolkit::iconTheme()->add_search_path(symbols->path());
+    } else {
+        Toolkit::iconTheme()->add_resource_path(symbols->path() + "/hicolor");
+    }
 }
 
 // By these the desktop knows whose windows they are, and what to call them.

@@ -1,5 +1,6 @@
 #include "CorbelKitInterface/Storyboard.h"
 
+#include "CorbelKit/Services/ResourceBundle.h"
 #include "CorbelKitInterface/macOS/FoundationValues.h"
 #include "CorbelKitInterface/macOS/NativeView.h"
 #include "CorbelKitInterface/macOS/StoryboardControllers.h"
@@ -24,12 +25,12 @@ Class classOf(ViewKind kind) {
 }
 
 // AppKit raises an exception for a storyboard that is not there.
-NSStoryboard* storyboardNamed(NSString* name, const Platform::Bundle& bundle) {
+NSStoryboard* storyboardNamed(const std::string& name, const Platform::Bundle& bundle) {
     NSURL* const url = foundationURL(bundle.bundleURL());
-    NSBundle* const own = url == nil ? nil : [NSBundle bundleWithURL:url];
-    if (name == nil || [own URLForResource:name withExtension:@"storyboardc"] == nil)
+    NSString* const text = foundationText(name);
+    if (url == nil || text == nil || !requiredResource(bundle, name + ".storyboardc"))
         return nil;
-    return [NSStoryboard storyboardWithName:name bundle:own];
+    return [NSStoryboard storyboardWithName:text bundle:[NSBundle bundleWithURL:url]];
 }
 
 NSString* programName() {
@@ -120,8 +121,7 @@ std::optional<WindowScene> Storyboard::instantiateInitialController(const std::s
                                                                     const Platform::Bundle& bundle,
                                                                     const std::string& className) {
     @autoreleasepool {
-        id const controller =
-            [storyboardNamed(foundationText(name), bundle) instantiateInitialController];
+        id const controller = [storyboardNamed(name, bundle) instantiateInitialController];
         const Class expected = NSClassFromString(foundationText(className));
         if (expected == nil || ![controller isKindOfClass:expected] ||
             ![controller isKindOfClass:StoryboardWindowController.class])

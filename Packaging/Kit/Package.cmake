@@ -62,26 +62,10 @@ function(corbel_package_library target)
             DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT ${name})
 endfunction()
 
-# corbel_package_kit_bundle(<target>): programs with the library find the kit's bundle in this tree when
-# it is part of theirs, else where the kit was meant to be installed.
-function(corbel_package_kit_bundle target)
-    set(bundle ${PROJECT_BINARY_DIR}/CorbelKit.framework)
-    corbel_make_kit_bundle(${bundle})
-    set_target_properties(${target} PROPERTIES CORBEL_KIT_BUNDLE ${bundle})
-    set(place ${bundle})
-    if(PROJECT_IS_TOP_LEVEL)
-        set(place ${CMAKE_INSTALL_FULL_DATADIR}/CorbelKit/CorbelKit.framework)
-        install(DIRECTORY ${bundle} DESTINATION ${kit_data} COMPONENT CorbelKit)
-    endif()
-    set_source_files_properties(Services/ResourceBundle.cpp PROPERTIES
-                                COMPILE_DEFINITIONS "CORBEL_KIT_BUNDLE=\"${place}\"")
-endfunction()
-
 if(PROJECT_IS_TOP_LEVEL)
-    set(KIT_BUNDLE ${kit_data}/CorbelKit.framework)
     configure_package_config_file(${CMAKE_CURRENT_LIST_DIR}/CorbelKitConfig.cmake.in
         ${PROJECT_BINARY_DIR}/Package/CorbelKitConfig.cmake
-        INSTALL_DESTINATION ${kit_package} PATH_VARS KIT_BUNDLE)
+        INSTALL_DESTINATION ${kit_package} PATH_VARS kit_data)
     write_basic_package_version_file(${PROJECT_BINARY_DIR}/Package/CorbelKitConfigVersion.cmake
         COMPATIBILITY SameMajorVersion)
     install(FILES ${PROJECT_BINARY_DIR}/Package/CorbelKitConfig.cmake

@@ -32,3 +32,18 @@ function(corbel_compile_storyboards destination)
                         COMMAND_ERROR_IS_FATAL ANY)
     endforeach()
 endfunction()
+
+# corbel_link_kit_bundle(<target>): programs with the library find the kit's bundle in this tree when it
+# is part of theirs, else where the kit was meant to be installed.
+function(corbel_link_kit_bundle target)
+    set(bundle ${PROJECT_BINARY_DIR}/CorbelKit.framework)
+    corbel_make_kit_bundle(${bundle})
+    set_target_properties(${target} PROPERTIES CORBEL_KIT_BUNDLE ${bundle})
+    set(place ${bundle})
+    if(PROJECT_IS_TOP_LEVEL)
+        set(place ${CMAKE_INSTALL_FULL_DATADIR}/CorbelKit/CorbelKit.framework)
+        install(DIRECTORY ${bundle} DESTINATION ${kit_data} COMPONENT CorbelKit)
+    endif()
+    set_property(SOURCE Services/ResourceBundle.cpp APPEND PROPERTY
+                 COMPILE_DEFINITIONS "CORBEL_KIT_BUNDLE=\"${place}\"")
+endfunction()

@@ -78,6 +78,12 @@ std::optional<URL> Bundle::urlForResource(std::string_view name) const {
     }
 }
 
+bool Bundle::isLocalized() const {
+    @autoreleasepool {
+        return impl_->bundle.localizations.count > 0;
+    }
+}
+
 std::string Bundle::localizedString(std::string_view key, std::string_view table) const {
     @autoreleasepool {
         NSString* const text = foundationText(key);

@@ -1,7 +1,6 @@
 #include "Platform/Bundle.h"
 
-#include "Platform/FileContents.h"
-#include "Platform/FileManager.h"
+#include "Platform/Linux/Bundle/BundleFiles.h"
 #include "Platform/Linux/Bundle/BundleLayout.h"
 #include "Platform/Linux/Bundle/Localization.h"
 #include "Platform/Mutex.h"
@@ -26,7 +25,7 @@ constexpr std::size_t largestFile = std::size_t{8} << 20U;
 
 /// Empty when the file holds no dictionary.
 PropertyList::Dictionary dictionaryOf(const URL& file) {
-    const auto bytes = FileContents::read(file, largestFile);
+    const auto bytes = BundleFiles::read(file, largestFile);
     auto list = bytes ? PropertyList::read(*bytes) : std::nullopt;
     auto* dictionary = list ? std::get_if<PropertyList::Dictionary>(&list->value()) : nullptr;
     return dictionary != nullptr ? std::move(*dictionary) : PropertyList::Dictionary{};
@@ -43,9 +42,7 @@ Table tableOf(const URL& file) {
 
 Localizations localizationsIn(const URL& resources) {
     std::vector<std::string> names;
-    const auto entries = FileManager::contentsOfDirectory(resources);
-    for (const auto& entry : entries.value_or(std::vector<URL>{})) {
-        auto name = entry.lastPathComponent();
+    for (auto& name : BundleFiles::names(resources)) {
         if (name.ends_with(localizationSuffix))
             names.push_back(name.substr(0, name.size() - localizationSuffix.size()));
     }
@@ -90,6 +87,8 @@ public:
         const auto found = texts.find(key);
         return std::string(found != texts.end() ? found->second : key);
     }
+
+    bool isLocalized() const { return localization_.has_value(); }
 
     const URL bundleURL;
     const URL resources;
@@ -142,7 +141,11 @@ const PropertyList::Dictionary& Bundle::infoDictionary() const {
 
 std::optional<URL> Bundle::urlForResource(std::string_view name) const {
     const auto url = impl_->resources.appending(name);
-    return FileManager::fileExists(url) ? std::optional(url) : std::nullopt;
+    return BundleFiles::exist(url) ? std::optional(url) : std::nullopt;
+}
+
+bool Bundle::isLocalized() const {
+    return impl_->isLocalized();
 }
 
 std::string Bundle::localizedString(std::string_view key, std::string_view table) const {

@@ -1,6 +1,6 @@
 #include "Platform/Linux/Bundle/BundleLayout.h"
 
-#include "Platform/FileManager.h"
+#include "Platform/Linux/Bundle/BundleFiles.h"
 
 #include <array>
 
@@ -26,7 +26,7 @@ BundleLayout BundleLayout::of(const URL& bundle) {
     constexpr auto folder = URL::DirectoryHint::isDirectory;
     for (const auto& layout : layouts) {
         const auto place = bundle.appending(layout.information, folder);
-        if (FileManager::fileExists(place)) {
+        if (BundleFiles::exist(place)) {
             return {.information = place.appending(name),
                     .resources = bundle.appending(layout.resources, folder)};
         }

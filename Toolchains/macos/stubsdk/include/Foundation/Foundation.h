@@ -160,6 +160,7 @@ typedef NS_OPTIONS(NSUInteger, NSURLBookmarkResolutionOptions) {
 - (NSString*)localizedStringForKey:(NSString*)key value:(NSString*)value table:(NSString*)table;
 @property(readonly, copy) NSURL* bundleURL;
 @property(readonly, copy) NSDictionary<NSString*, id>* infoDictionary;
+@property(readonly, copy) NSArray<NSString*>* localizations;
 @end
 
 @interface NSLocale : NSObject <NSCopying>

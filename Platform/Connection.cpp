@@ -45,8 +45,9 @@ void Connection::setInvalidationHandler(Handler handler) {
     state_->setInvalidationHandler(std::move(handler));
 }
 
-void Connection::call(std::string method, PropertyList::Array arguments, Completion completion) {
-    state_->call(std::move(method), std::move(arguments), std::move(completion));
+void Connection::call(std::string method, PropertyList::Array arguments, Completion completion,
+                      CallLimit limit) {
+    state_->call(std::move(method), std::move(arguments), std::move(completion), limit);
 }
 
 } // namespace Platform

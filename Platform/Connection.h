@@ -4,6 +4,7 @@
 #include "Platform/ListenerEndpoint.h"
 #include "Platform/PropertyList.h"
 
+#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -21,11 +22,23 @@ struct ConnectionError {
         refused,     ///< the helper says no, or the message bus does on the way to it
         badReply,    ///< an answer that is no value, or not of the type that was asked for
         badCall,     ///< never sent: a helper cannot be given such a method or such arguments
+        timedOut,    ///< no answer within the time limit: the helper may or may not have done what
+                     ///< it was asked, or may do it yet
     };
 
     Kind kind = Kind::invalidated; ///< what became of the call
     std::string description;       ///< one line, in the helper's own words where it refused
+    /// What the helper calls its error where it refused, for the program to tell one from another:
+    /// on Linux the name of the D-Bus error ("org.example.Error.NoSuchFolder"), on macOS the domain
+    /// of the NSError.
+    std::string name = {};
 };
+
+/// How long a call may take at most.
+using CallLimit = std::chrono::milliseconds;
+
+/// For a call that may take as long as it likes.
+inline constexpr CallLimit noLimit = CallLimit::max();
 
 /// What a call of a helper comes to: the value that it answered with, null where it answered with
 /// none, or why there is no answer.
@@ -72,8 +85,8 @@ struct MachServiceName {
 /// - Destroying the object invalidates it, whatever it is doing; its handlers and completions
 ///   may do that too. What is left to report is reported after the object has gone.
 ///
-/// Every completion runs exactly once. There is no time limit on a call: it ends with its answer,
-/// with the helper, or with the connection.
+/// Every completion runs exactly once. A call ends with its answer, with the helper, with the
+/// connection, or when its time is over, where it was given a limit.
 ///
 /// How it looks to the helper, on Linux: a D-Bus method call. A service's object path is its name
 /// with slashes for dots, its interface the name itself, each with "_" for what may not stand there
@@ -136,7 +149,11 @@ public:
     /// digit; at most 255 characters. At most 32 arguments go with it, of 20 containers within
     /// containers and about 16 MiB in all; their texts are UTF-8 without NUL; null and UID have no
     /// form there.
-    void call(std::string method, PropertyList::Array arguments, Completion completion);
+    ///
+    /// The time limit counts from the call on, also while the connection is not resumed; a call
+    /// that was not sent by then never is. An answer that comes later is dropped.
+    void call(std::string method, PropertyList::Array arguments, Completion completion,
+              CallLimit limit = noLimit);
 
 private:
     class State;

@@ -24,11 +24,6 @@ bool isOfName(char character) {
            isDigit(character) || character == '_';
 }
 
-bool isName(std::string_view text) {
-    return !text.empty() && text.size() <= longestName && !isDigit(text.front()) &&
-           std::ranges::all_of(text, isOfName);
-}
-
 /// Looks through the arguments up to the first that cannot be sent.
 class Inspection final : public PropertyLists::Receiver {
 public:
@@ -65,6 +60,9 @@ public:
 
     const std::string& fault() const { return fault_; }
 
+    /// Of what was looked through, in bytes.
+    std::size_t size() const { return size_; }
+
 private:
     bool begin() { return ++depth_ <= deepest ? charge(0) : fail("containers nested too deeply"); }
 
@@ -74,8 +72,8 @@ private:
     }
 
     bool charge(std::size_t textSize) {
-        return cost_.charge(sizeBesideText) && cost_.charge(textSize) ? true
-                                                                      : fail("too much at once");
+        size_ += sizeBesideText + textSize;
+        return size_ <= largest || fail("too much at once");
     }
 
     bool fail(std::string_view fault) {
@@ -83,7 +81,7 @@ private:
         return false;
     }
 
-    PropertyLists::Cost cost_{largest};
+    std::size_t size_ = 0;
     std::size_t depth_ = 0;
     PropertyLists::TextKind kind_ = PropertyLists::TextKind::string;
     std::string fault_;
@@ -91,18 +89,22 @@ private:
 
 } // namespace
 
-std::optional<std::string> faultOfCall(std::string_view method,
-                                       const PropertyList::Array& arguments) {
-    if (!isName(method))
-        return "not the name of a method";
+bool isMethodName(std::string_view text) {
+    return !text.empty() && text.size() <= longestName && !isDigit(text.front()) &&
+           std::ranges::all_of(text, isOfName);
+}
+
+Expected<std::size_t> inspectCall(std::string_view method, const PropertyList::Array& arguments) {
+    if (!isMethodName(method))
+        return Error{"not the name of a method"};
     if (arguments.size() > mostArguments)
-        return "too many arguments";
+        return Error{"too many arguments"};
     Inspection inspection;
     for (const auto& argument : arguments) {
         if (!PropertyLists::walk(argument, inspection))
-            return inspection.fault();
+            return Error{inspection.fault()};
     }
-    return std::nullopt;
+    return inspection.size();
 }
 
 } // namespace Platform

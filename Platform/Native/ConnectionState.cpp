@@ -2,6 +2,7 @@
 
 #include "Platform/Native/ConnectionCall.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace Platform {
@@ -9,6 +10,9 @@ namespace Platform {
 using Kind = ConnectionError::Kind;
 
 namespace {
+
+// Clocks count nanoseconds up to 292 years.
+constexpr CallLimit longestTimer = std::chrono::hours(24 * 365);
 
 ConnectionError failure(Kind kind, const std::string& description) {
     return {.kind = kind, .description = description};
@@ -56,22 +60,39 @@ void Connection::State::setInvalidationHandler(Handler handler) {
 }
 
 void Connection::State::call(std::string method, PropertyList::Array arguments,
-                             Completion completion) {
-    const auto fault = faultOfCall(method, arguments);
+                             Completion completion, CallLimit limit) {
+    const auto inspected = inspectCall(method, arguments);
     const MutexLock lock(mutex_);
     if (leadsNowhere()) {
         complete(std::move(completion), failure(Kind::invalidated, reason_));
-    } else if (fault) {
-        complete(std::move(completion), failure(Kind::badCall, *fault));
+    } else if (!inspected) {
+        complete(std::move(completion), failure(Kind::badCall, inspected.error().description));
     } else {
         const auto number = ++lastNumber_;
         pending_.emplace(number, std::move(completion));
+        if (limit != noLimit)
+            startTimer(number, limit);
         if (native_) {
-            native_->call(number, std::move(method), std::move(arguments));
+            native_->call(number, std::move(method), std::move(arguments), limit);
         } else {
-            unsent_.push_back({number, std::move(method), std::move(arguments)});
+            unsent_.push_back({number, std::move(method), std::move(arguments), limit});
         }
     }
+}
+
+// It keeps nothing but the number until it fires, also where the call ended long before.
+void Connection::State::startTimer(std::uint64_t number, CallLimit limit) {
+    timers_.asyncAfter(std::min(limit, longestTimer), [weak = weak_from_this(), number] {
+        if (const auto self = weak.lock())
+            self->timedOut(number);
+    });
+}
+
+void Connection::State::timedOut(std::uint64_t number) {
+    const MutexLock lock(mutex_);
+    std::erase_if(unsent_, [number](const Unsent& call) { return call.number == number; });
+    if (auto call = pending_.extract(number))
+        complete(std::move(call.mapped()), failure(Kind::timedOut, "no answer in time"));
 }
 
 NativeConnection::Events Connection::State::events() {
@@ -143,7 +164,7 @@ void Connection::State::start() {
     standing_ = Standing::started;
     native_ = std::make_unique<NativeConnection>(address_, events());
     for (auto& call : std::exchange(unsent_, {}))
-        native_->call(call.number, std::move(call.method), std::move(call.arguments));
+        native_->call(call.number, std::move(call.method), std::move(call.arguments), call.limit);
 }
 
 std::unique_ptr<NativeConnection> Connection::State::end(std::string reason) {

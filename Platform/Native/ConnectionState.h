@@ -25,7 +25,8 @@ public:
     void invalidate();
     void setInterruptionHandler(Handler handler);
     void setInvalidationHandler(Handler handler);
-    void call(std::string method, PropertyList::Array arguments, Completion completion);
+    void call(std::string method, PropertyList::Array arguments, Completion completion,
+              CallLimit limit);
 
 private:
     enum class Standing : std::uint8_t { made, started, invalid };
@@ -34,6 +35,7 @@ private:
         std::uint64_t number;
         std::string method;
         PropertyList::Array arguments;
+        CallLimit limit;
     };
 
     struct Handlers {
@@ -44,6 +46,8 @@ private:
     bool isConfigured() const { return !std::holds_alternative<std::monostate>(address_); }
 
     NativeConnection::Events events();
+    void startTimer(std::uint64_t number, CallLimit limit);
+    void timedOut(std::uint64_t number);
     void replied(std::uint64_t number, ConnectionReply reply);
     void interrupted(const std::string& reason);
     void invalidated(std::string reason);
@@ -61,6 +65,7 @@ private:
 
     const ConnectionAddress address_;
     const std::shared_ptr<SuspendableQueue> deliveries_;
+    const DispatchQueue timers_ = DispatchQueue::concurrent("com.tarnwell.ConnectionTimers");
     Mutex mutex_;
     Standing standing_ CORBEL_GUARDED_BY(mutex_) = Standing::made;
     std::string reason_ CORBEL_GUARDED_BY(mutex_);                       // why it is invalid

@@ -40,8 +40,10 @@ public:
     NativeConnection(NativeConnection&&) = delete;
     NativeConnection& operator=(NativeConnection&&) = delete;
 
-    /// Sends in the order of the calls.
-    void call(std::uint64_t number, std::string method, PropertyList::Array arguments);
+    /// Sends in the order of the calls. When the limit is over nobody waits for the answer any
+    /// more, and the system may forget the call; nothing need be reported then.
+    void call(std::uint64_t number, std::string method, PropertyList::Array arguments,
+              CallLimit limit);
 
 private:
     class Impl;

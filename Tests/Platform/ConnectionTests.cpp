@@ -2,6 +2,7 @@
 // in place of the platform's: no helper says the same thing twice, or too late, on request.
 
 #include "Platform/Connection.h"
+#include "Platform/DispatchQueue.h"
 #include "Platform/Native/NativeConnection.h"
 #include "Tests/Support/EventLog.h"
 
@@ -45,7 +46,7 @@ NativeConnection::~NativeConnection() = default;
 
 // NOLINTBEGIN(performance-unnecessary-value-param): the real one keeps them
 void NativeConnection::call(std::uint64_t number, std::string /*method*/,
-                            PropertyList::Array /*arguments*/) {
+                            PropertyList::Array /*arguments*/, CallLimit /*limit*/) {
     // NOLINTEND(performance-unnecessary-value-param)
     const std::lock_guard lock(impl_->far->mutex);
     impl_->far->calls.push_back(number);
@@ -64,8 +65,8 @@ class ConnectionTest : public testing::Test {
 protected:
     Connection::Completion outcome(const std::string& name) {
         return [this, name](const ConnectionReply& reply) {
-            constexpr const char* kinds[] = {"interrupted", "invalidated", "refused", "badReply",
-                                             "badCall"};
+            constexpr const char* kinds[] = {"interrupted", "invalidated", "refused",
+                                             "badReply",    "badCall",     "timedOut"};
             record.add(name + " " +
                        (reply ? "answered" : kinds[static_cast<int>(reply.error().kind)]));
         };
@@ -157,6 +158,22 @@ TEST_F(ConnectionTest, EndsInsideItsHandlersAndIsNotKeptByThem) {
     far->events.interrupted("");
     EXPECT_TRUE(waitUntil([&] { return weak.expired(); }));
     EXPECT_THAT(record.after(1), ElementsAre("invalidation"));
+}
+
+TEST_F(ConnectionTest, GivesACallUpWhenItsTimeIsOverAndSendsNoneOfThoseBeforeTheStart) {
+    using std::chrono::milliseconds;
+    connection->call("m", {}, outcome("unsent"), milliseconds(1));
+    connection->call("m", {}, outcome("patient"), std::chrono::hours(1'000'000));
+    const auto queue = DispatchQueue::serial("later");
+    queue.asyncAfter(milliseconds(60), [&] { connection->resume(); });
+    EXPECT_THAT(record.after(1), ElementsAre("unsent timedOut"));
+    EXPECT_THAT(far->called(), ElementsAre(2));
+    connection->call("m", {}, outcome("late"), milliseconds(0));
+    EXPECT_TRUE(record.reaches(2));
+    for (const std::uint64_t number : {3U, 2U})
+        far->events.replied(number, PropertyList());
+    EXPECT_THAT(record.after(3),
+                ElementsAre("unsent timedOut", "late timedOut", "patient answered"));
 }
 
 TEST_F(ConnectionTest, SendsNothingThatWouldCostItTheBus) {

@@ -38,7 +38,7 @@ BusReply failure(sd_bus_message* message, BusDeadline deadline) {
     const auto words = orEmpty(error->message);
     const bool isGone = meansThatNobodyIsThere(message, name);
     if (isGone && BusClock::now() >= deadline) // libsystemd says so in the bus's name
-        return {.outcome = Outcome::refused, .description = "Timeout was reached"};
+        return {.outcome = Outcome::late, .description = "no answer in time"};
     return {.outcome = isGone ? Outcome::gone : Outcome::refused,
             .description = busDescription(words.empty() ? name : words),
             .errorName = std::string(name)};
@@ -97,6 +97,17 @@ BusSignal BusArrival::takeSignal() {
     return {.sender = std::string(orEmpty(sd_bus_message_get_sender(message_.get()))),
             .name = std::string(orEmpty(sd_bus_message_get_member(message_.get()))),
             .type = std::string(orEmpty(sd_bus_message_get_signature(message_.get(), 1))),
+            .values = reader_->takeValues()};
+}
+
+BusReader::State BusArrival::readCall() {
+    return readValues();
+}
+
+BusCall BusArrival::takeCall() {
+    return {.number = number_,
+            .sender = std::string(orEmpty(sd_bus_message_get_sender(message_.get()))),
+            .name = std::string(orEmpty(sd_bus_message_get_member(message_.get()))),
             .values = reader_->takeValues()};
 }
 

@@ -33,6 +33,15 @@ public:
     /// Once, when it is read.
     BusSignal takeSignal();
 
+    /// The next step of reading it as a call.
+    BusReader::State readCall();
+
+    /// Once, when it is read.
+    BusCall takeCall();
+
+    /// To answer it.
+    const SDBus::MessagePtr& message() const { return message_; }
+
 private:
     BusReader::State readValues();
 

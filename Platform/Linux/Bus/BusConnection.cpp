@@ -84,6 +84,17 @@ std::unique_ptr<BusSubscription> BusConnection::subscribe(BusSignalRule rule,
     return std::make_unique<BusSubscription>(link_, number, token);
 }
 
+void BusConnection::serve(BusService service, std::function<void(BusCall call)> handler) {
+    link_->post([service = std::move(service), handler = std::move(handler)](BusLink& link) {
+        link.serve(service, handler);
+    });
+}
+
+void BusConnection::answer(std::uint64_t number, BusAnswer answer) {
+    link_->post(
+        [number, answer = std::move(answer)](BusLink& link) { link.answer(number, answer); });
+}
+
 void BusConnection::whenClosed(const DispatchQueue& queue,
                                std::function<void(std::string reason)> task) {
     link_->post([queue, task = std::move(task)](BusLink& link) {

@@ -69,6 +69,13 @@ public:
     subscribe(BusSignalRule rule, const DispatchQueue& queue,
               std::function<void(BusSignal signal)> task);
 
+    /// Takes the calls that come to the service from now on, as long as the connection lives; once.
+    /// The handler runs on the buses' own thread, where nothing may wait.
+    void serve(BusService service, std::function<void(BusCall call)> handler);
+
+    /// Once for each call; what comes later does nothing.
+    void answer(std::uint64_t number, BusAnswer answer);
+
     /// The task runs once, when the other end has closed the connection; perhaps it has already.
     void whenClosed(const DispatchQueue& queue, std::function<void(std::string reason)> task);
 

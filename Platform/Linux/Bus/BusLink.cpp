@@ -167,6 +167,38 @@ void BusLink::unsubscribe(std::uint64_t number) {
         socket_->resume();
 }
 
+void BusLink::serve(BusService service, CallHandler handler) {
+    if (!socket_)
+        return;
+    sd_bus_slot* slot = nullptr;
+    sd_bus_add_object(socket_->bus(), &slot, service.path.c_str(), receiveCall, this);
+    served_ = std::make_unique<Served>(Served{.service = std::move(service),
+                                              .handler = std::move(handler),
+                                              .slot = SDBus::SlotPtr(slot)});
+}
+
+// What the message cannot hold, or nobody waits for any more, is not sent.
+void BusLink::answer(std::uint64_t number, const BusAnswer& answer) {
+    const auto call = unanswered_.extract(number);
+    if (!call || !socket_)
+        return;
+    auto* const asked = call.mapped().get();
+    if (!answer.errorName.empty()) {
+        sd_bus_reply_method_errorf(asked, answer.errorName.c_str(), "%s",
+                                   answer.description.c_str());
+    } else if (sd_bus_message_get_expect_reply(asked) > 0) {
+        sd_bus_message* made = nullptr;
+        sd_bus_message_new_method_return(asked, &made);
+        const SDBus::MessagePtr message(made);
+        BusWriter writer(made);
+        if (answer.values)
+            answer.values(writer);
+        if (made != nullptr && writer.result() == 0)
+            sd_bus_send(socket_->bus(), made, nullptr);
+    }
+    socket_->resume();
+}
+
 void BusLink::whenClosed(ClosedHandler handler) {
     if (socket_) {
         closedHandlers_.push_back(std::move(handler));
@@ -189,6 +221,18 @@ int BusLink::receive(sd_bus_message* message, void* target, sd_bus_error* /*erro
     return 0;
 }
 
+// 0 leaves the call to libsystemd: to its own interfaces, or to a refusal.
+int BusLink::receiveCall(sd_bus_message* message, void* link, sd_bus_error* /*error*/) noexcept {
+    auto& self = *static_cast<BusLink*>(link);
+    const char* const interface = sd_bus_message_get_interface(message);
+    if (interface == nullptr || self.served_->service.interface != interface)
+        return 0;
+    const auto number = newNumber();
+    self.unanswered_.emplace(number, sd_bus_message_ref(message));
+    self.arrivals_.emplace_back(number, message);
+    return 1;
+}
+
 bool BusLink::takeArrivals() {
     while (!arrivals_.empty()) {
         if (!take(arrivals_.front()))
@@ -200,21 +244,43 @@ bool BusLink::takeArrivals() {
 
 // False when it is not read to its end yet.
 bool BusLink::take(BusArrival& arrival) {
-    if (const auto found = calls_.find(arrival.number()); found != calls_.end()) {
-        auto& call = found->second.call;
-        auto reply = arrival.readReply(call.method, call.deadline);
-        if (!reply)
-            return false;
-        const auto handler = std::move(call.handler);
-        calls_.erase(found);
-        handler(std::move(*reply));
-    } else if (const auto listener = subscriptions_.find(arrival.number());
-               listener != subscriptions_.end() && arrival.mayComeFrom(listener->second.sender)) {
-        const auto state = arrival.readSignal();
-        if (state == BusReader::State::underWay)
-            return false;
-        if (state == BusReader::State::atEnd)
-            listener->second.handler(arrival.takeSignal());
+    if (const auto call = calls_.find(arrival.number()); call != calls_.end())
+        return takeReply(arrival, call->second);
+    if (const auto found = subscriptions_.find(arrival.number()); found != subscriptions_.end())
+        return takeSignal(arrival, found->second);
+    return !unanswered_.contains(arrival.number()) || takeCall(arrival);
+}
+
+bool BusLink::takeReply(BusArrival& arrival, PendingCall& pending) {
+    auto reply = arrival.readReply(pending.call.method, pending.call.deadline);
+    if (!reply)
+        return false;
+    const auto handler = std::move(pending.call.handler);
+    calls_.erase(arrival.number());
+    handler(std::move(*reply));
+    return true;
+}
+
+bool BusLink::takeSignal(BusArrival& arrival, const Subscription& subscription) {
+    if (!arrival.mayComeFrom(subscription.sender))
+        return true;
+    const auto state = arrival.readSignal();
+    if (state == BusReader::State::underWay)
+        return false;
+    if (state == BusReader::State::atEnd)
+        subscription.handler(arrival.takeSignal());
+    return true;
+}
+
+bool BusLink::takeCall(BusArrival& arrival) {
+    const auto state = arrival.readCall();
+    if (state == BusReader::State::underWay)
+        return false;
+    if (state == BusReader::State::atEnd) {
+        served_->handler(arrival.takeCall());
+    } else {
+        answer(arrival.number(), {.errorName = SD_BUS_ERROR_INVALID_ARGS,
+                                  .description = "arguments without a meaning as values"});
     }
     return true;
 }
@@ -223,6 +289,8 @@ void BusLink::end(const std::string& reason) {
     isClosed_ = true;
     arrivals_.clear();
     subscriptions_.clear();
+    unanswered_.clear();
+    served_.reset();
     for (auto& [number, pending] : std::exchange(calls_, {}))
         pending.call.handler(closedReply());
     for (const auto& handler : std::exchange(closedHandlers_, {}))

@@ -30,6 +30,7 @@ public:
 
     using Opened = std::function<void(std::optional<Error> error)>;
     using SignalHandler = std::function<void(BusSignal signal)>;
+    using CallHandler = std::function<void(BusCall call)>;
     using ClosedHandler = std::function<void(const std::string& reason)>;
 
     explicit BusLink(bool isToBus)
@@ -48,6 +49,8 @@ public:
     void call(Call call);
     void subscribe(std::uint64_t number, const BusSignalRule& rule, SignalHandler handler);
     void unsubscribe(std::uint64_t number);
+    void serve(BusService service, CallHandler handler);
+    void answer(std::uint64_t number, const BusAnswer& answer);
     void whenClosed(ClosedHandler handler);
 
     /// Ends all calls; nobody is notified of the end.
@@ -72,13 +75,23 @@ private:
         std::unique_ptr<Target> target;
     };
 
+    struct Served {
+        BusService service;
+        CallHandler handler;
+        SDBus::SlotPtr slot;
+    };
+
     static int receive(sd_bus_message* message, void* target, sd_bus_error* error) noexcept;
+    static int receiveCall(sd_bus_message* message, void* link, sd_bus_error* error) noexcept;
 
     void openNextPlace(std::string reason);
     BusSocket::Handlers socketHandlers();
     int send(const Call& call, Target& target);
     bool takeArrivals();
     bool take(BusArrival& arrival);
+    bool takeReply(BusArrival& arrival, PendingCall& pending);
+    bool takeSignal(BusArrival& arrival, const Subscription& subscription);
+    bool takeCall(BusArrival& arrival);
     void end(const std::string& reason);
 
     const bool isToBus_;
@@ -89,6 +102,8 @@ private:
     std::shared_ptr<BusSocket> socket_;
     std::map<std::uint64_t, PendingCall> calls_;
     std::map<std::uint64_t, Subscription> subscriptions_;
+    std::unique_ptr<Served> served_;
+    std::map<std::uint64_t, SDBus::MessagePtr> unanswered_; // calls of what is served
     std::deque<BusArrival> arrivals_;
     std::vector<ClosedHandler> closedHandlers_;
 };

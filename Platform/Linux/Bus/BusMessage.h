@@ -35,7 +35,8 @@ struct BusMethod {
 struct BusReply {
     enum class Outcome : std::uint8_t {
         answered,
-        refused,    ///< by an error, or by no answer within the deadline
+        refused,    ///< by an error
+        late,       ///< no answer within the deadline
         unreadable, ///< an answer of another type, a malformed one, or one beyond the bounds
         gone,       ///< says the bus: nobody has the destination's name (any more), or none came up
         closed,     ///< the connection: whether the call arrived is not known
@@ -62,6 +63,27 @@ struct BusSignal {
     std::string name;
     std::string type; ///< the signature of the values
     PropertyList::Array values;
+};
+
+/// Where calls are taken.
+struct BusService {
+    std::string path;
+    std::string interface;
+};
+
+/// A method that somebody calls.
+struct BusCall {
+    std::uint64_t number = 0; ///< by which it is answered
+    std::string sender;       ///< the unique name; empty where there is no bus between
+    std::string name;
+    PropertyList::Array values;
+};
+
+/// What a call is answered with: values, or an error where it has a name.
+struct BusAnswer {
+    BusArguments values = {};
+    std::string errorName = {};
+    std::string description = {};
 };
 
 /// One short line, whatever the other side wrote.

@@ -6,7 +6,7 @@
 namespace Platform {
 
 /// Property-list values on their way to a helper, each an argument of its own. They must be ones
-/// that `faultOfCall` finds no fault with.
+/// that `inspectCall` finds no fault with.
 BusArguments helperArguments(PropertyList::Array arguments);
 
 } // namespace Platform

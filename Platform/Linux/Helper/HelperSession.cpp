@@ -31,7 +31,11 @@ ConnectionReply meaningOf(BusReply reply) {
     case Outcome::unsent:
         return ConnectionError{.kind = Kind::badCall, .description = std::move(reply.description)};
     case Outcome::refused:
-        return ConnectionError{.kind = Kind::refused, .description = std::move(reply.description)};
+        return ConnectionError{.kind = Kind::refused,
+                               .description = std::move(reply.description),
+                               .name = std::move(reply.errorName)};
+    case Outcome::late:
+        return ConnectionError{.kind = Kind::timedOut, .description = std::move(reply.description)};
     default:
         return ConnectionError{.kind = Kind::interrupted,
                                .description = std::move(reply.description)};
@@ -148,7 +152,7 @@ void HelperSession::send(Call call) {
                        .name = std::move(call.method),
                        .mayStart = true,
                        .mayAskUser = route_.mayAskUser},
-                      helperArguments(std::move(call.arguments)), BusDeadline::max(), queue_,
+                      helperArguments(std::move(call.arguments)), call.deadline, queue_,
                       [number = call.number, task = handler(&HelperSession::replied)](
                           BusReply reply) { task(number, std::move(reply)); });
 }

@@ -21,6 +21,7 @@ public:
         std::uint64_t number = 0;
         std::string method;
         PropertyList::Array arguments;
+        BusDeadline deadline = BusDeadline::max();
     };
 
     HelperSession(DispatchQueue queue, NativeConnection::Events events);

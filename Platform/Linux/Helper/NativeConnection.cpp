@@ -5,6 +5,14 @@
 #include <utility>
 
 namespace Platform {
+namespace {
+
+// A year is as good as for ever, and clocks can count it.
+BusDeadline deadlineOf(CallLimit limit) {
+    return limit < std::chrono::hours(24 * 365) ? busDeadlineIn(limit) : BusDeadline::max();
+}
+
+} // namespace
 
 class NativeConnection::Impl {
 public:
@@ -31,11 +39,12 @@ NativeConnection::~NativeConnection() {
     impl_->post([](HelperSession& session) { session.end(); });
 }
 
-void NativeConnection::call(std::uint64_t number, std::string method,
-                            PropertyList::Array arguments) {
+void NativeConnection::call(std::uint64_t number, std::string method, PropertyList::Array arguments,
+                            CallLimit limit) {
     impl_->post([call = HelperSession::Call{.number = number,
                                             .method = std::move(method),
-                                            .arguments = std::move(arguments)}](
+                                            .arguments = std::move(arguments),
+                                            .deadline = deadlineOf(limit)}](
                     HelperSession& session) { session.call(call); });
 }
 

@@ -68,7 +68,7 @@ TEST_F(Bus, EndsEveryCallInAWayThatIsTyped) {
     EXPECT_EQ(call("com.example.Nobody", "Any", "", in(20)), Outcome::gone);
     EXPECT_EQ(call("no name", "Any", "", in(20)), Outcome::unsent);
     EXPECT_EQ(call("com.example.Silent", "Any", "", busDeadlineIn(std::chrono::milliseconds(20))),
-              Outcome::refused);
+              Outcome::late);
     std::promise<std::string> closed;
     connection->whenClosed(queue, [&closed](const auto& reason) { closed.set_value(reason); });
     auto pending =

@@ -10,3 +10,10 @@
          arguments:(NSArray*)arguments
              reply:(void (^)(id value, NSError* error))reply;
 @end
+
+namespace Platform {
+
+/// The protocol, with what its arguments and values may hold.
+NSXPCInterface* helperInterface();
+
+} // namespace Platform

@@ -47,23 +47,10 @@ XPCConnection* makeFor(const ConnectionAddress& address) {
     }
 }
 
-NSXPCInterface* helperInterface() {
-    NSXPCInterface* const interface =
-        [NSXPCInterface interfaceWithProtocol:@protocol(HelperProtocol)];
-    NSArray<Class>* const classes = @[
-        NSArray.class, NSDictionary.class, NSString.class, NSNumber.class, NSData.class,
-        NSDate.class
-    ];
-    [interface setClasses:[NSSet setWithArray:classes]
-              forSelector:@selector(callMethod:arguments:reply:)
-            argumentIndex:0
-                  ofReply:YES];
-    return interface;
-}
-
 ConnectionReply portableReply(id value, NSError* refusal) {
     if (refusal != nil)
-        return ConnectionError{Kind::refused, portableText(refusal.localizedDescription)};
+        return ConnectionError{Kind::refused, portableText(refusal.localizedDescription),
+                               portableText(refusal.domain)};
     if (value == nil)
         return PropertyList();
     auto portable = portableValue(value);
@@ -167,8 +154,8 @@ NativeConnection::NativeConnection(const ConnectionAddress& address, Events even
 
 NativeConnection::~NativeConnection() = default;
 
-void NativeConnection::call(std::uint64_t number, std::string method,
-                            PropertyList::Array arguments) {
+void NativeConnection::call(std::uint64_t number, std::string method, PropertyList::Array arguments,
+                            CallLimit /*limit*/) {
     @autoreleasepool {
         const id objects = foundationObject(PropertyList(std::move(arguments)));
         if ([objects isKindOfClass:NSArray.class])

@@ -33,6 +33,11 @@ enum : NSUInteger { NSURLBookmarkCreationWithSecurityScope = 1UL << 11 };
 
 enum : NSInteger { NSXPCConnectionCodeSigningRequirementFailure = 4102 };
 
+@interface NSXPCConnection (Exports)
+- (void)setExportedInterface:(NSXPCInterface*)interface;
+- (void)setExportedObject:(id)object;
+@end
+
 @interface NSUserDefaults (SystemFoundation)
 - (instancetype)initWithSuiteName:(NSString*)suiteName;
 @end

@@ -66,6 +66,7 @@ typedef NS_ENUM(NSInteger, NSComparisonResult) {
 
 @interface NSArray<__covariant T> : NSObject <NSCopying, NSFastEnumeration>
 + (instancetype)arrayWithObjects:(const T[])objects count:(NSUInteger)count;
+@property(readonly) NSUInteger count;
 @end
 
 @interface NSMutableArray<T> : NSArray <T>
@@ -75,6 +76,9 @@ typedef NS_ENUM(NSInteger, NSComparisonResult) {
 
 @interface NSDictionary<__covariant K, __covariant V> : NSObject <NSCopying, NSFastEnumeration>
 - (V)objectForKeyedSubscript:(K)key;
++ (instancetype)dictionaryWithObjects:(const V[])objects
+                              forKeys:(const K<NSCopying>[])keys
+                                count:(NSUInteger)cnt;
 @end
 
 @interface NSMutableDictionary<K, V> : NSDictionary <K, V>
@@ -106,7 +110,13 @@ typedef NS_ENUM(NSInteger, NSComparisonResult) {
 + (instancetype)setWithArray:(NSArray<T>*)array;
 @end
 
+FOUNDATION_EXPORT NSString* const NSLocalizedDescriptionKey;
+
 @interface NSError : NSObject <NSCopying>
++ (instancetype)errorWithDomain:(NSString*)domain
+                           code:(NSInteger)code
+                       userInfo:(NSDictionary<NSString*, id>*)dict;
+@property(readonly, copy) NSString* domain;
 @property(readonly) NSInteger code;
 @property(readonly, copy) NSString* localizedDescription;
 @end
@@ -328,8 +338,24 @@ typedef NS_OPTIONS(NSUInteger, NSXPCConnectionOptions) { NSXPCConnectionPrivileg
 - (void)resume;
 - (void)invalidate;
 @property(strong) NSXPCInterface* remoteObjectInterface;
+@property(strong) NSXPCInterface* exportedInterface;
+@property(strong) id exportedObject;
 @property(copy) void (^interruptionHandler)(void);
 @property(copy) void (^invalidationHandler)(void);
+@end
+
+@class NSXPCListener;
+
+@protocol NSXPCListenerDelegate <NSObject>
+@optional
+- (BOOL)listener:(NSXPCListener*)listener shouldAcceptNewConnection:(NSXPCConnection*)newConnection;
+@end
+
+@interface NSXPCListener : NSObject
+- (instancetype)initWithMachServiceName:(NSString*)name;
+@property(weak) id<NSXPCListenerDelegate> delegate;
+- (void)resume;
+- (void)invalidate;
 @end
 
 @interface NSNotification : NSObject <NSCopying>

@@ -44,13 +44,19 @@ public:
         (append(asCoded(arguments), values, error), ...);
         if (error) // let the base report it: in its order, on its queue
             values.emplace_back();
-        Connection::call(std::move(method), std::move(values),
-                         [completion = std::move(completion),
-                          error = std::move(error)](const Platform::ConnectionReply& reply) {
-                             if (completion)
-                                 completion(decodedReply<Reply>(reply, error));
-                         });
+        Connection::call(
+            std::move(method), std::move(values),
+            [completion = std::move(completion),
+             error = std::move(error)](const Platform::ConnectionReply& reply) {
+                if (completion)
+                    completion(decodedReply<Reply>(reply, error));
+            },
+            limit);
     }
+
+    /// How long each call with types may take that is made from now on. Not synchronised: one
+    /// thread at a time.
+    Platform::CallLimit limit = Platform::noLimit;
 
     /// Whether a failure of this connection is to be presented to the user, with the helper-tool
     /// alert. The connection itself does not look at it. Not synchronised: one thread at a time.

@@ -17,13 +17,13 @@ using Kind = Theme::Color::Kind;
 
 constexpr std::size_t columns = 2;
 constexpr double margin = 24; // around and between the panels
-constexpr double panelWidth = 430;
+constexpr double panelWidth = 540;
 constexpr double panelHeight = 310;
 constexpr double titleHeight = 30;
 constexpr double gutterWidth = 38;
 constexpr double inset = 8;
 constexpr double lineSpacing = 1.3; // of the font's own height
-constexpr std::size_t currentLine = 5;
+constexpr std::size_t currentLine = 7;
 
 /// Beneath each character, the letter of its kind.
 struct SampleLine {
@@ -31,27 +31,28 @@ struct SampleLine {
     std::string_view kinds;
 };
 
+// The program with which the kit's reference begins.
 constexpr std::array sample = {
-    SampleLine{"// Backs a folder up, once a day", //
-               "////////////////////////////////"},
-    SampleLine{"[Job]", //
-               "iiiii"},
-    SampleLine{"Label=\"org.example.backup\"", //
-               "======ssssssssssssssssssss"},
-    SampleLine{"Interval=86400", //
-               "=========     "},
-    SampleLine{"<script>", //
-               "cccccccc"},
-    SampleLine{"  for $file in changes($home):", //
-               "  kkk $$$$$ kk aaaaaaa $$$$$  "},
-    SampleLine{"    copy($file, \"/Volumes/Safe\")", //
-               "    aaaa $$$$$  sssssssssssssss "},
-    SampleLine{"  return count /* of copies */", //
-               "  kkkkkk aaaaa ///////////////"},
-    SampleLine{"</script>", //
-               "ccccccccc"},
-    SampleLine{"Plain text ends here.", //
-               "                     "},
+    SampleLine{R"(// What a theme colours, as the user calls it)", //
+               R"(/////////////////////////////////////////////)"},
+    SampleLine{R"(#include "CorbelKit/Formats/Theme.h")", //
+               R"(iiiiiiii sssssssssssssssssssssssssss)"},
+    SampleLine{R"(#include <iostream>)", //
+               R"(iiiiiiii ssssssssss)"},
+    SampleLine{R"()", //
+               R"()"},
+    SampleLine{R"(int main() {)", //
+               R"(kkk cccc    )"},
+    SampleLine{R"(    using CorbelKit::Theme;)", //
+               R"(    kkkkk aaaaaaaaa  aaaaa )"},
+    SampleLine{R"(    using enum Theme::Color::Kind;)", //
+               R"(    kkkkk kkkk aaaaa  aaaaa  aaaa )"},
+    SampleLine{R"(    for (auto kind : {text, string, comment}))", //
+               R"(    kkk  kkkk $$$$    ====  ======  =======  )"},
+    SampleLine{R"(        std::cout << label(kind) << '\n';)", //
+               R"(        aaa  aaaa    ccccc $$$$     ssss )"},
+    SampleLine{R"(})", //
+               R"( )"},
 };
 
 Kind kindOf(char letter) {

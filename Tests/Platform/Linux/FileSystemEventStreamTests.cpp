@@ -6,6 +6,7 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/inotify.h>
+#include <sys/mount.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
@@ -289,6 +290,76 @@ TEST_F(FileSystemEventStreamLinuxTest, FindsATreeAgainWhoseWayCouldNotBeSearched
     EXPECT_TRUE(reported.soonContain((tree / "new").string()));
     fs::permissions(way, fs::perms::owner_all);
     EXPECT_TRUE(reportsInTheEnd(reported, tree / "new/file"));
+}
+
+TEST_F(FileSystemEventStreamLinuxTest, FindsATreeAgainInAFolderThatMayBeSearchedButNotRead) {
+    const WithoutPrivilege unprivileged(root);
+    const auto way = root / "way";
+    const auto tree = way / "tree";
+    fs::create_directories(tree);
+    fs::permissions(way, fs::perms::owner_write | fs::perms::owner_exec);
+    const auto stream = reported.streamOf(tree.string());
+    fs::remove_all(tree);
+    EXPECT_TRUE(reported.soonContain(tree.string() + '/'));
+    fs::create_directory(tree);
+    EXPECT_TRUE(reportsInTheEnd(reported, tree / "made"));
+    fs::rename(way, root / "elsewhere");
+    fs::create_directories(tree);
+    EXPECT_TRUE(reportsInTheEnd(reported, tree / "made again"));
+}
+
+/// A file system or folder that is mounted while it lasts.
+class Mount {
+public:
+    explicit Mount(fs::path at, const fs::path& source = {})
+        : at_(std::move(at))
+        , isMounted_(mount(source.empty() ? "none" : source.c_str(), at_.c_str(), "tmpfs",
+                           source.empty() ? 0 : MS_BIND, nullptr) == 0) {}
+
+    ~Mount() { umount2(at_.c_str(), MNT_DETACH); }
+
+    Mount(const Mount&) = delete;
+    Mount& operator=(const Mount&) = delete;
+    Mount(Mount&&) = delete;
+    Mount& operator=(Mount&&) = delete;
+
+    bool isMounted() const { return isMounted_; }
+
+    /// Once nobody has anything open on it.
+    bool end() const {
+        return waitUntil([&] { return umount2(at_.c_str(), 0) == 0; });
+    }
+
+private:
+    const fs::path at_;
+    const bool isMounted_;
+};
+
+TEST_F(FileSystemEventStreamLinuxTest, WatchesWhatIsMountedInATreeAndWhatThatUncovers) {
+    const TemporaryFolder outside;
+    const auto covered = root / "with blank";
+    const auto below = covered / "below";
+    fs::create_directories(below);
+    fs::create_directories(outside / "below");
+    const auto stream = reported.streamOf(root.string());
+    const ReportedPaths others;
+    const auto ofBelow = others.streamOf(below.string()); // its root is covered by turns
+    const int before = watches();
+    for (const auto& source : {fs::path(), outside.path()}) {
+        const Mount mount(covered, source);
+        if (!mount.isMounted())
+            GTEST_SKIP() << "no privilege to mount";
+        EXPECT_TRUE(reported.soonContain(rootAsAWhole()));
+        fs::create_directory(below);
+        for (const bool isUncovered : {false, true}) {
+            EXPECT_TRUE(reportsInTheEnd(reported, below / "file"));
+            EXPECT_TRUE(reportsInTheEnd(others, below / "file"));
+            EXPECT_TRUE(isUncovered || mount.end());
+            reported.forget();
+            others.forget();
+        }
+    }
+    EXPECT_TRUE(waitUntil([&] { return watches() == before; }));
 }
 
 /// Makes a chain of folders that is deeper than any path may be long; gives its innermost folder.

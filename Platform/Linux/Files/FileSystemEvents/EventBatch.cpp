@@ -58,11 +58,23 @@ void EventBatch::comeDue() {
         startTimer();
 }
 
+void EventBatch::comeDueAfter(std::chrono::nanoseconds delay) {
+    const MutexLock lock(mutex_);
+    workerTimers().cancel(laterTimer_);
+    if (hasEnded_)
+        return;
+    laterTimer_ =
+        workerTimers().start(TimerQueue::Clock::now() + delay, [self = shared_from_this()] {
+            asio::post(workerExecutor(), [self] { self->comeDue(); });
+        });
+}
+
 void EventBatch::end() {
     const MutexLock lock(mutex_);
     hasEnded_ = true;
     paths_.clear();
     workerTimers().cancel(timer_);
+    workerTimers().cancel(laterTimer_);
 }
 
 void EventBatch::startTimer() {

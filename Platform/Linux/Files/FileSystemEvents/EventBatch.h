@@ -30,6 +30,9 @@ public:
     /// Comes due even if there is no path to hand over so far.
     void comeDue();
 
+    /// The same, after the delay, in place of an earlier one.
+    void comeDueAfter(std::chrono::nanoseconds delay);
+
     /// What there is of a batch that is due, if anything.
     void handOver();
 
@@ -53,6 +56,7 @@ private:
 
     Mutex mutex_;
     TimerQueue::Number timer_ CORBEL_GUARDED_BY(mutex_);
+    TimerQueue::Number laterTimer_ CORBEL_GUARDED_BY(mutex_);
     std::string whole_ CORBEL_GUARDED_BY(mutex_);
     Paths paths_ CORBEL_GUARDED_BY(mutex_);
     bool isFull_ CORBEL_GUARDED_BY(mutex_) = false; // `whole_` alone stands for all of the batch

@@ -50,6 +50,7 @@ void TreeEventReader::stop(Identifier identifier) {
     entries_.erase(found);
     if (entries_.empty()) {
         watches_.reset(); // all watches go with the instance
+        mounts_.reset();
     } else {
         removeUnusedSoon();
     }
@@ -63,6 +64,8 @@ bool TreeEventReader::open() {
         return false;
     ++instance_;
     waitForRecords();
+    mounts_ = std::make_unique<MountTable>(strand_);
+    waitForMounts();
     return true;
 }
 
@@ -73,6 +76,22 @@ void TreeEventReader::waitForRecords() {
         if (watches_ && instance == instance_)
             waitForRecords();
     });
+}
+
+void TreeEventReader::waitForMounts() {
+    mounts_->waitForChange([this, instance = instance_] { receiveMounts(instance); });
+}
+
+// Waits again before it looks, so that no change falls in between.
+void TreeEventReader::receiveMounts(std::uint64_t instance) {
+    const MutexLock lock(mutex_);
+    if (!mounts_ || instance != instance_)
+        return;
+    waitForMounts();
+    for (const auto& path : mounts_->changes()) {
+        for (const auto& [identifier, entry] : entries_)
+            entry.tree->handleMount(path);
+    }
 }
 
 // The lock is free after each read, for whoever wants to start or stop.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/Linux/Files/FileSystemEvents/EventBatch.h"
+#include "Platform/Linux/Files/FileSystemEvents/MountTable.h"
 #include "Platform/Linux/Files/FileSystemEvents/TreeFollower.h"
 #include "Platform/Linux/Files/FileSystemEvents/WatchLedger.h"
 #include "Platform/Mutex.h"
@@ -43,16 +44,19 @@ private:
 
     bool open() CORBEL_REQUIRES(mutex_);
     void waitForRecords() CORBEL_REQUIRES(mutex_);
+    void waitForMounts() CORBEL_REQUIRES(mutex_);
     void dispatch(const InotifyRecord& record) CORBEL_REQUIRES(mutex_);
     void removeUnusedSoon() CORBEL_REQUIRES(mutex_);
 
     void handOver(Identifier identifier);
     void receive();
+    void receiveMounts(std::uint64_t instance);
 
     asio::strand<asio::any_io_executor> strand_; // one reader at a time
 
     Mutex mutex_;
     std::unique_ptr<WatchLedger> watches_ CORBEL_GUARDED_BY(mutex_); // null while there is no tree
+    std::unique_ptr<MountTable> mounts_ CORBEL_GUARDED_BY(mutex_);   // likewise
     std::uint64_t instance_ CORBEL_GUARDED_BY(mutex_) = 0;           // of inotify, so far
     std::map<Identifier, Entry> entries_ CORBEL_GUARDED_BY(mutex_);
     Identifier last_ CORBEL_GUARDED_BY(mutex_) = 0;

@@ -9,6 +9,11 @@ namespace {
 constexpr std::chrono::seconds shortestRetryDelay(1);
 constexpr std::chrono::seconds longestRetryDelay(64);
 
+bool isWithin(std::string_view path, std::string_view ancestor) {
+    return path.starts_with(ancestor) && (path.size() == ancestor.size() ||
+                                          ancestor.ends_with('/') || path[ancestor.size()] == '/');
+}
+
 } // namespace
 
 TreeFollower::TreeFollower(std::string root, WatchLedger& watches,
@@ -62,6 +67,11 @@ void TreeFollower::handleEntry(const InotifyRecord& record) {
         folders_.noteDeparture(record.watch, record.name);
 }
 
+void TreeFollower::handleMount(std::string_view path) {
+    if (isWithin(path, rootPath_) || isWithin(rootPath_, path))
+        loseCount();
+}
+
 void TreeFollower::loseCount() {
     hasLostCount_ = true;
     batch_->comeDue();
@@ -86,20 +96,23 @@ void TreeFollower::makeWatchesRight() {
 }
 
 bool TreeFollower::isWholePassDue() const {
-    return hasLostCount_ || (folders_.isShortOfWatches() && Clock::now() >= nextRetry_);
+    return hasLostCount_ ||
+           ((folders_.isShortOfWatches() || path_->isBlind()) && Clock::now() >= nextRetry_);
 }
 
 void TreeFollower::passOver() {
     hasLostCount_ = false;
     path_ = std::make_unique<WatchedPath>(rootPath_, watches_, *this); // before the former goes
     folders_.passOver(path_->takeFolder().fileDescriptor(), path_->itemName());
-    if (!folders_.isShortOfWatches()) {
+    if (!folders_.isShortOfWatches() && !path_->isBlind()) {
         retryDelay_ = {};
         return;
     }
     retryDelay_ =
         std::clamp<Clock::duration>(retryDelay_ * 2, shortestRetryDelay, longestRetryDelay);
     nextRetry_ = Clock::now() + retryDelay_;
+    if (path_->isBlind()) // there is nothing else that could lead to another batch
+        batch_->comeDueAfter(retryDelay_);
 }
 
 } // namespace Platform

@@ -8,6 +8,7 @@
 #include <chrono>
 #include <memory>
 #include <string>
+#include <string_view>
 
 namespace Platform {
 
@@ -23,6 +24,9 @@ public:
     /// A record of one of the tree's watches.
     void handle(const InotifyRecord& record);
 
+    /// Something was mounted at the path, or is not any more.
+    void handleMount(std::string_view path);
+
     /// Events were lost: the tree is to be looked at as a whole.
     void loseCount();
 
@@ -36,8 +40,9 @@ private:
     void handleOwn(const InotifyRecord& record);
     void handleEntry(const InotifyRecord& record);
 
-    /// Goes over the whole tree if count was lost, if another root may be there, or if watches were
-    /// wanting and may be had now; else over the folders that are unsettled.
+    /// Goes over the whole tree if count was lost, if another root may be there, or if watches or
+    /// the sight of the root were wanting and may be had now; else over the folders that are
+    /// unsettled.
     void makeWatchesRight();
     bool isWholePassDue() const;
     void passOver();

@@ -62,21 +62,23 @@ bool WatchedPath::goOn() {
         auto& last = steps_.back();
         return FileHandle(openat(last.folder.fileDescriptor(), last.name.c_str(), toLookFrom));
     };
-    add(steps_.back(), ownEnd);
+    addLast(ownEnd);
     auto found = next();
     if (found.fileDescriptor() == -1) {
         addWhatMayRelease(errno);
         found = next();
     }
     const bool isFound = found.fileDescriptor() != -1;
-    if (isFound)
+    if (isFound) {
+        isBlind_ = false;
         steps_.push_back({.folder = std::move(found), .name = {}});
+    }
     return isFound;
 }
 
 void WatchedPath::watchItem() {
     auto& last = steps_.back();
-    add(last, ownEnd | disappearance);
+    addLast(ownEnd | disappearance);
     if (faccessat(last.folder.fileDescriptor(), last.name.c_str(), R_OK,
                   AT_EACCESS | AT_SYMLINK_NOFOLLOW) != 0)
         addWhatMayRelease(errno);
@@ -86,19 +88,25 @@ void WatchedPath::watchItem() {
 
 void WatchedPath::addWhatMayRelease(int failure) {
     const std::uint32_t access = failure == EACCES ? IN_ATTRIB : 0U;
-    add(steps_.back(), appearance | access);
+    isBlind_ = !add(steps_.back(), appearance | access);
     if (steps_.size() > 1)
         add(steps_[steps_.size() - 2], IN_DELETE | access);
 }
 
-void WatchedPath::add(Step& step, std::uint32_t events) {
+void WatchedPath::addLast(std::uint32_t events) {
+    if (!add(steps_.back(), events) && steps_.size() > 1)
+        add(steps_[steps_.size() - 2], disappearance | IN_CREATE | IN_ATTRIB);
+}
+
+bool WatchedPath::add(Step& step, std::uint32_t events) {
     const int watch = watches_.add(step.folder.fileDescriptor(), events);
     if (watch == -1)
-        return;
+        return false;
     if (step.watch == -1)
         watches_.use(watch, user_);
     step.watch = watch;
     step.events |= events;
+    return true;
 }
 
 bool WatchedPath::isConcernedBy(const InotifyRecord& record) const {

@@ -17,8 +17,9 @@ class WatchLedger;
 /// records when the path may lead to another item by then, and a new object is due. Nothing is
 /// polled. A link on the way counts as missing.
 ///
-/// Each folder is watched before the next is looked for in it, so that no change is missed. One
-/// that may not be watched is passed over.
+/// Each folder is watched before the next is looked for in it, so that no change is missed. Of one
+/// that may not be watched, for it may be searched but not read, the folder above has a record when
+/// it goes.
 class WatchedPath {
 public:
     /// The path is absolute; the watches are the user's.
@@ -30,6 +31,9 @@ public:
     WatchedPath& operator=(WatchedPath&&) = delete;
 
     bool isConcernedBy(const InotifyRecord& record) const;
+
+    /// Whether what is missing may come without a record, into a folder that may not be watched.
+    bool isBlind() const { return isBlind_; }
 
     /// The item's folder, open for no more than to look from. -1 where there is none, and when it
     /// was taken before.
@@ -49,12 +53,14 @@ private:
     void goAlong(std::string_view path);
     bool goOn();
     void watchItem();
-    void add(Step& step, std::uint32_t events);
+    bool add(Step& step, std::uint32_t events);
+    void addLast(std::uint32_t events);
     void addWhatMayRelease(int failure);
 
     WatchLedger& watches_;
     TreeFollower& user_;
     std::vector<Step> steps_;
+    bool isBlind_ = false;
     FileHandle folder_{-1};
     std::string itemName_ = ".";
 };

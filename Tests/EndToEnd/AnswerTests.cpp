@@ -64,17 +64,17 @@ TEST_F(Answer, ShowOpensTheJobOrTheApplicationAndAnyOtherAnswerNothing) {
     auto added = shown(service, name);
     EXPECT_FALSE(trial.nextLine(std::chrono::seconds(6))) << "a late answer is no refusal";
     service.setManner(NotificationService::Manner::answers);
-    service.answerHeld();
     added.number = 1;
+    service.emitActivationToken(added.number, "token-1");
+    service.emitActionInvoked(added.number, "ShowAction"); // before its number is known
+    service.answerHeld();
+    const auto start = "1 arguments: " + link(name) + "; token-1, token-1; " + noDescriptorNoSignal;
+    expectStarts(start);
     stranger.emitActionInvoked(added.number, "ShowAction");
     service.emitActionInvoked(added.number + 1000, "ShowAction");
     service.emitActivationToken(added.number + 1000, "token of another");
     service.emitActionInvoked(added.number, "default");
     EXPECT_TRUE(waitUntil([&] { return !contentOf(log).empty(); }));
-    service.emitActivationToken(added.number, "token-1");
-    service.emitActionInvoked(added.number, "ShowAction");
-    const auto start = "1 arguments: " + link(name) + "; token-1, token-1; " + noDescriptorNoSignal;
-    expectStarts(start);
 
     fs::remove(job(name));
     const auto deleted = next(service);

@@ -143,11 +143,14 @@ TEST_F(DesktopNotification, FindsTheBusInTheUsersRuntimeFolder) {
 }
 
 TEST_F(DesktopNotification, WaitsForAServiceThatTakesLongToStart) {
-    // One that takes longer than the bus would wait for an answer, and one that another starts.
+    // One that takes longer than the bus would wait for an answer, one that another starts, and one
+    // of a desktop that the bus knows nothing of.
     for (const auto& [command, delay] :
-         {std::pair("/bin/sleep 60", 6), std::pair("/bin/false", 1)}) {
-        const BusDaemon slow(
-            BusDaemon::ActivatableServices{{NotificationService::standardName, command}});
+         {std::pair("/bin/sleep 60", 6), std::pair("/bin/false", 1), std::pair("", 1)}) {
+        const auto* const name =
+            *command == '\0' ? "org.example" : NotificationService::standardName;
+        const BusDaemon slow(BusDaemon::ActivatableServices{{name, command}});
+        trial.environment["XDG_CURRENT_DESKTOP"] = *command == '\0' ? "X" : "";
         trial.environment["DBUS_SESSION_BUS_ADDRESS"] = slow.address();
         start();
         save("x.plist");

@@ -2,6 +2,7 @@
 
 #include "Platform/Linux/Bus/BusWriter.h"
 #include "Platform/Linux/Bus/SharedBus.h"
+#include "Platform/Linux/Desktop/DesktopSession.h"
 #include "Platform/Linux/Notifications/TerminalNotifications.h"
 
 #include <algorithm>
@@ -44,7 +45,7 @@ void DesktopNotifications::deliver(NotificationRequest request,
                         .request = std::move(request),
                         .actions = std::move(actions),
                         .completion = std::move(completion)});
-    if (!hasToldCapabilities_)
+    if (!areCapabilitiesKnown_)
         capabilities_.reset();
     proceed();
 }
@@ -119,7 +120,7 @@ void DesktopNotifications::startService() {
             if (reply.outcome == BusReply::Outcome::answered) {
                 findOwner();
             } else if (reply.outcome == BusReply::Outcome::gone &&
-                       reply.errorName != serviceUnknown) {
+                       (reply.errorName != serviceUnknown || isDesktopSession())) {
                 awaitOwner(deadline);
             } else {
                 leaveWaitingToTerminal();
@@ -127,8 +128,8 @@ void DesktopNotifications::startService() {
         });
 }
 
-// There is a service, though the bus could not start it in its own time: the desktop may, or it is
-// only slow.
+// There is a service, though the bus could not start it, or not in its own time: the desktop may,
+// or it is only slow.
 void DesktopNotifications::awaitOwner(BusDeadline deadline) {
     isAsking_ = true;
     queue_.asyncAfter(deadline - BusClock::now(), [this, question = ++question_] {
@@ -172,10 +173,10 @@ void DesktopNotifications::setOwner(const std::string& owner) {
 
 void DesktopNotifications::askCapabilities() {
     const auto takeAnswer = [this](const BusReply& reply) {
-        hasToldCapabilities_ = reply.outcome == BusReply::Outcome::answered;
+        areCapabilitiesKnown_ = reply.outcome == BusReply::Outcome::answered;
         if (!hasGone(reply)) {
-            capabilities_ = hasToldCapabilities_ ? NotificationCapabilities::read(reply.values)
-                                                 : NotificationCapabilities{};
+            capabilities_ = areCapabilitiesKnown_ ? NotificationCapabilities::read(reply.values)
+                                                  : NotificationCapabilities{};
             proceed();
             return;
         }
@@ -205,6 +206,7 @@ void DesktopNotifications::send(Delivery delivery) {
         makeNotifyArguments(delivery.request, delivery.actions,
                             capabilities_.value_or(NotificationCapabilities{}), replaced);
     identifiersInFlight_.insert(delivery.request.identifier);
+    answers_.begin();
     call(serviceMethod("Notify", "u"), arguments, busDeadlineIn(patience),
          [this, owner = owner_,
           delivery = std::make_shared<Delivery>(std::move(delivery))](const BusReply& reply) {
@@ -220,9 +222,13 @@ void DesktopNotifications::endDelivery(Delivery& delivery, const std::string& ow
     if (reply.outcome == BusReply::Outcome::answered) {
         const auto number = static_cast<std::uint32_t>(*reply.values[0].get<std::int64_t>());
         if (isOwner)
-            answers_.delivered().record(number, std::move(delivery.request));
+            answers_.end(number, std::move(delivery.request));
         delivery.completion(std::nullopt);
-    } else if (isOwner && !hasGone(reply)) {
+        return;
+    }
+    if (isOwner)
+        answers_.end(std::nullopt, {});
+    if (isOwner && !hasGone(reply)) {
         delivery.completion(Error{std::string(serviceName) + ".Notify: " + reply.description});
     } else {
         retry(std::move(delivery));

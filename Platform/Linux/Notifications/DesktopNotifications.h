@@ -81,8 +81,8 @@ private:
     std::string owner_; // the unique name behind the service's name; empty: none known
     std::unique_ptr<BusSubscription> ownerSignals_;
     std::optional<NotificationCapabilities> capabilities_; // of the owner
-    bool hasToldCapabilities_ = false; // false: they are assumed, for want of an answer
-    NotificationAnswers answers_;      // to what the owner was given
+    bool areCapabilitiesKnown_ = false; // false: they are assumed, for want of an answer
+    NotificationAnswers answers_;       // to what the owner was given
 
     // One question at a time stands between what waits and the service. A new owner makes it stale.
     bool isAsking_ = false;

@@ -4,7 +4,6 @@
 #include "Platform/Base64.h"
 #include "Platform/DispatchQueue.h"
 #include "Platform/Log.h"
-#include "Platform/UTF8.h"
 #include "Platform/Workspace.h"
 
 #include <string>
@@ -31,11 +30,9 @@ void act(std::string_view actionIdentifier, std::string_view requestIdentifier) 
 
 } // namespace
 
-// The Base64 stands in the link as it is, "/" and "+" included: the main application reads what
-// follows "://" as given.
+// Of the path's bytes, whether they are text or not. The Base64 stands in the link as it is, "/"
+// and "+" included: the main application reads what follows "://" as given.
 std::optional<Platform::URL> jobLink(std::string_view path) {
-    if (!Platform::UTF8::isWellFormed(path))
-        return std::nullopt;
     return Platform::URL::parse(std::string(Const::App::URL::jobLinkScheme)
                                     .append("://")
                                     .append(Platform::base64EncodedString(path)));

@@ -8,8 +8,7 @@
 
 namespace Vesper_Pro_Agent {
 
-/// The main application's link to the job file that a notification is about. Absent when the path
-/// is not UTF-8, for which the link has no form.
+/// The main application's link to the job file that a notification is about.
 std::optional<Platform::URL> jobLink(std::string_view path);
 
 /// Receives the user's answers to notifications: "Show" opens the job in the main application, or

@@ -14,6 +14,11 @@ TEST(PrintableText, ShowsWhatWouldActOnTheDisplayAndReplacesOnlyWhatIsNotUTF8) {
         {"evil\u202Etsilp.x", "evil\\u{202E}tsilp.x", true},
         {"two\u2028lines", "two\\u{2028}lines", true},
         {"\u05E9\u05DC \U0001F600", "\u05E9\u05DC \U0001F600", true},
+        {"a\u00ADb\uFEFF\U000E0041", "a\\u{AD}b\\u{FEFF}\\u{E0041}", true},
+        {"\u0645\u06CC\u200C\u062E", "\u0645\u06CC\u200C\u062E", true},         // Persian
+        {"\u2764\uFE0F\u200D\U0001F525", "\u2764\uFE0F\u200D\U0001F525", true}, // one picture
+        {"a\u200Db\uFE0F\uFE0F", "a\\u{200D}b\\u{FE0F}\\u{FE0F}", true},
+        {"\u2764\uFE0F\uFE0F", "\u2764\uFE0F\\u{FE0F}", true},
         {"\xFF", "\uFFFD", false},
         {"a\xE9z", "a\uFFFDz", false},                             // Latin-1
         {"\xC0\xAFz", "\uFFFD\uFFFDz", false},                     // an overlong slash

@@ -80,10 +80,11 @@ bool isReported(const JobChange& change, const ChangeFilter& filter) {
         return false;
     if (std::ranges::count(filter.exceptions, name) > 0)
         return false;
-    return std::ranges::none_of(filter.excludePrefixes,
-                                [lowercase = lowercased(name)](const std::string& prefix) {
-                                    return lowercase.starts_with(lowercased(prefix));
-                                });
+    // An entry that was left empty is no beginning of anything.
+    return std::ranges::none_of(
+        filter.excludePrefixes, [lowercase = lowercased(name)](const std::string& prefix) {
+            return !prefix.empty() && lowercase.starts_with(lowercased(prefix));
+        });
 }
 
 CorbelKit::PostedNotification describe(const JobChange& change, const ChangeWording& wording) {

@@ -39,12 +39,12 @@ public:
     // The system reports more than what makes another appearance, such as higher contrast.
     void look() {
         const Appearance present = presentAppearance();
-        if (std::exchange(told_, present) != present)
+        if (std::exchange(reported_, present) != present)
             observers_.notify();
     }
 
 private:
-    Appearance told_ = presentAppearance();
+    Appearance reported_ = presentAppearance();
     ObserverList observers_;
 };
 

@@ -6,9 +6,9 @@ using namespace Vesper_Pro_Agent;
 using enum Vesper_Pro_Agent::ChangeKind;
 using Platform::LayoutDirection;
 
-TEST(ChangePosting, ReportsOnlyWhatTheUserWantsToHearOf) {
+TEST(ChangePosting, ReportsOnlyWhatTheUserWants) {
     const ChangeFilter filter{.exceptions = {"known.plist", "org.former"},
-                              .excludePrefixes = {"COM.Example", "\u00C9diteur."}};
+                              .excludePrefixes = {"COM.Example", "", "\u00C9diteur."}};
 
     const std::tuple<const char*, JobChange, bool> cases[] = {
         {"the maker's own", {"/f/x.plist", added, "com.tarnwell.updater"}, false},

@@ -22,7 +22,7 @@ std::string describe(const std::vector<JobChange>& changes) {
     return text;
 }
 
-TEST(JobComparison, TellsChangesFromMoves) {
+TEST(JobComparison, TakesNoMoveForAChange) {
     const std::tuple<const char*, const char*, const char*, const char*> cases[] = {
         {"nothing changed", "a1", "a1", ""},
         {"one of each", "a1b2", "b3c4", "+c ~b -a "},

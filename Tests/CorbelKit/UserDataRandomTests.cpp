@@ -51,7 +51,7 @@ protected:
         undoManager = std::make_unique<Platform::UndoManager>();
         notes = std::make_unique<Notes>(fileURL(folder / "data/Notes.plist"), *undoManager);
         EXPECT_FALSE(notes->load());
-        notes->setObserver([this](const auto& identifier, auto) { told = identifier; });
+        notes->setObserver([this](const auto& identifier, auto) { reported = identifier; });
         model = {.now = model.saved, .saved = model.saved, .undoable = {}, .redoable = {}};
     }
 
@@ -64,7 +64,7 @@ protected:
         next.emplace(next.begin() + static_cast<std::ptrdiff_t>(std::min(index, next.size())),
                      note.uuid, note.text);
         notes->put(note, index, "Put");
-        EXPECT_EQ(told, note.uuid);
+        EXPECT_EQ(reported, note.uuid);
         model.change(std::move(next));
     }
 
@@ -74,7 +74,7 @@ protected:
         // References into the list itself, as whoever shows it has them at hand.
         const auto& note = notes->items()[index];
         notes->remove(note.uuid, note.text);
-        EXPECT_EQ(told, model.now[index].first);
+        EXPECT_EQ(reported, model.now[index].first);
         EXPECT_EQ(undoManager->undoActionName(), model.now[index].second);
         model.change(std::move(next));
     }
@@ -113,7 +113,7 @@ protected:
     const unsigned seed = std::random_device()();
     std::mt19937 random{seed};
     Model model;
-    Platform::UUID told{{}};
+    Platform::UUID reported{{}};
     std::unique_ptr<Platform::UndoManager> undoManager;
     std::unique_ptr<Notes> notes;
 };

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Platform/POSIX/ProcessStart.h"
+
 #include <csignal>
 
 namespace Platform {
@@ -11,7 +13,8 @@ public:
     SignalsElsewhere() {
         sigset_t requests;
         sigemptyset(&requests);
-        for (const int signal : {SIGTERM, SIGINT, SIGHUP, SIGALRM})
+        sigaddset(&requests, SIGALRM); // the last of them
+        for (const int signal : ProcessStart::endRequests())
             sigaddset(&requests, signal);
         pthread_sigmask(SIG_BLOCK, &requests, &before_);
     }

@@ -267,7 +267,7 @@ TEST_F(Windows, ShowAnAlertFromAnyThreadUntilItIsDismissed) {
     }
 }
 
-TEST_F(Windows, TellOfAHelperToolWhileTheApplicationGoesOn) {
+TEST_F(Windows, AlertOfAHelperToolWhileTheApplicationGoesOn) {
     start();
     order("helper");
     ASSERT_TRUE(opens());

@@ -54,8 +54,9 @@ public:
     JobSnapshot scan(const JobSnapshot& last) const {
         Vesper_Pro_Agent::JobScanner scanner(folders(), [] {});
         std::promise<JobSnapshot> jobs;
-        scanner.scan(std::shared_ptr<const JobSnapshot>(&last, [](const auto*) {}),
-                     [&](JobSnapshot found) { jobs.set_value(std::move(found)); });
+        scanner.scan(
+            std::shared_ptr<const JobSnapshot>(&last, [](const auto*) {}),
+            [&](Vesper_Pro_Agent::ScanResult found) { jobs.set_value(std::move(found.jobs)); });
         return jobs.get_future().get();
     }
 

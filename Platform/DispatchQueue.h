@@ -30,6 +30,9 @@ public:
     /// terminal, another process. They hold nobody but themselves.
     static DispatchQueue blocking(std::string label);
 
+    /// A new serial queue whose tasks may block likewise: one that does holds those after it.
+    static DispatchQueue serialBlocking(std::string label);
+
     /// The queue of the main thread, run by the application's main loop.
     static DispatchQueue main();
 

@@ -8,9 +8,6 @@
 namespace Vesper_Pro_Agent {
 namespace {
 
-// Holds nearly every job file whole; for the tools beside them, few enough system calls.
-constexpr std::size_t bufferSize = std::size_t{128} * 1024;
-
 Platform::PropertyListLookup labelLookup() {
     return Platform::PropertyListLookup(CorbelKit::Const::Key::label);
 }
@@ -20,7 +17,7 @@ Platform::PropertyListLookup labelLookup() {
 JobFileReader::JobFileReader(std::function<bool()> goesOn, std::uint64_t maximumRead)
     : goesOn_(std::move(goesOn))
     , maximumRead_(maximumRead)
-    , buffer_(bufferSize) {}
+    , buffer_(std::make_unique_for_overwrite<Buffer>()) {}
 
 std::optional<MonitoredJob> JobFileReader::read(const Platform::URL& url,
                                                 const MonitoredJob* known) {
@@ -30,13 +27,13 @@ std::optional<MonitoredJob> JobFileReader::read(const Platform::URL& url,
     const auto content = fillBuffer(*file);
     if (!content)
         return std::nullopt;
-    if (content->size() < bufferSize)
+    if (content->size() < buffer_->size())
         return readSmallFile(*content, known);
     return readLargeFile(*content, *file);
 }
 
 std::optional<std::span<const std::byte>> JobFileReader::fillBuffer(Platform::FileHandle& file) {
-    const std::span buffer(buffer_);
+    const std::span buffer(*buffer_);
     std::size_t filled = 0;
     while (filled < buffer.size()) {
         if (!goesOn_())

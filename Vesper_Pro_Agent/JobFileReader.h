@@ -5,12 +5,13 @@
 #include "Platform/URL.h"
 #include "Vesper_Pro_Agent/MonitoredJob.h"
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <span>
-#include <vector>
 
 namespace Vesper_Pro_Agent {
 
@@ -30,6 +31,9 @@ public:
     std::optional<MonitoredJob> read(const Platform::URL& url, const MonitoredJob* known);
 
 private:
+    // Holds nearly every job file whole; for the tools beside them, few enough system calls.
+    using Buffer = std::array<std::byte, std::size_t{128} * 1024>;
+
     /// As much of the file as fits the buffer; less only at its end. Absent when reading failed.
     std::optional<std::span<const std::byte>> fillBuffer(Platform::FileHandle& file);
 
@@ -40,7 +44,7 @@ private:
     const std::function<bool()> goesOn_;
     const std::uint64_t maximumRead_;
     Platform::SHA256 digest_;
-    std::vector<std::byte> buffer_;
+    const std::unique_ptr<Buffer> buffer_; // no page of it is taken before it is used
 };
 
 } // namespace Vesper_Pro_Agent

@@ -21,7 +21,8 @@ namespace Vesper_Pro_Agent {
 ///
 /// Reading goes on on threads of the scanner's own, several files at a time, because nothing says
 /// how long it takes: a file system that has stopped answering holds whoever asks it, for ever. A
-/// file (or a list of entries) that comes no further while the patience lasts is waited for apart:
+/// file (or a list of entries) that comes no further while the patience lasts is waited for apart,
+/// and that of many at a time:
 /// the scan ends without it, with what the snapshot before says of it. When it comes to an end
 /// after all, `lateEnd` is called, and the next scan has what it brought.
 class JobScanner {

@@ -2,16 +2,15 @@
 
 #include "CorbelKit/Monitors/SingleFolderMonitor.h"
 #include "CorbelKit/Services/Const.h"
-#include "CorbelKit/Services/Defaults.h"
 #include "CorbelKit/Services/Limit.h"
 #include "CorbelKit/Services/ResourceBundle.h"
-#include "CorbelKit/Services/SharedSettings.h"
 #include "Platform/MainThread.h"
 #include "Platform/NeverDestroyed.h"
 #include "Platform/StandardOutput.h"
 #include "Platform/Workspace.h"
 #include "Vesper_Pro_Agent/ChangePosting.h"
 #include "Vesper_Pro_Agent/JobFolders.h"
+#include "Vesper_Pro_Agent/PatientWork.h"
 
 #include <algorithm>
 #include <utility>
@@ -20,8 +19,6 @@ namespace Vesper_Pro_Agent {
 namespace {
 
 using Platform::MainThread::run;
-namespace Defaults = CorbelKit::Defaults;
-namespace SharedSettings = CorbelKit::SharedSettings;
 
 // Writing one job file raises several events; what comes within this time is looked at once.
 constexpr auto coalescingIdentifier = "AgentMonitor";
@@ -45,29 +42,50 @@ MonitorFolders::MonitorFolders(Private)
 void MonitorFolders::start(std::function<void()> completion) {
     Platform::MainThread::check();
     started_ = std::move(completion);
-    watchFolders(); // before the first look, so that nothing falls between the two
+    watchFolders();
     registerForNotifications();
-    scanner_ = std::make_unique<JobScanner>(
-        jobFolders(), [weak = weak_from_this()] { // a late read is news like any other
-            if (auto folders = weak.lock())
-                folders->requestPass();
-        });
-    scan(&MonitorFolders::takeBaseline);
 }
 
 void MonitorFolders::stop() {
     Platform::MainThread::check();
     if (scanner_)
         scanner_->stop();
+    dropUnreported(); // they may still be waiting for the settings
     postChanges(std::nullopt);
 }
 
 void MonitorFolders::watchFolders() {
     for (const auto& folder : jobFolders()) {
-        auto monitor = CorbelKit::SingleFolderMonitor::make(folder);
+        auto monitor = CorbelKit::SingleFolderMonitor::makeIdle(folder);
         monitor->setDelegate(weak_from_this());
         monitors_.push_back(std::move(monitor));
     }
+    // Before the first look, so that nothing falls between the two; but for a folder that hangs.
+    std::vector<std::function<void()>> starts;
+    starts.reserve(monitors_.size());
+    for (const auto& monitor : monitors_) {
+        starts.emplace_back([weak = weak_from_this(), monitor] {
+            monitor->startMonitoring();
+            run([weak] {
+                if (const auto folders = weak.lock(); folders && folders->scanner_)
+                    folders->requestPass();
+            });
+        });
+    }
+    workPatiently(Platform::DispatchQueue::blocking("com.tarnwell.MonitorFolders"), starts,
+                  [weak = weak_from_this()] {
+                      if (const auto folders = weak.lock())
+                          folders->takeFirstLook();
+                  });
+}
+
+void MonitorFolders::takeFirstLook() {
+    scanner_ = std::make_unique<JobScanner>(
+        jobFolders(), [weak = weak_from_this()] { // a late read is news like any other
+            if (auto folders = weak.lock())
+                folders->requestPass();
+        });
+    scan(&MonitorFolders::takeBaseline);
 }
 
 void MonitorFolders::registerForNotifications() {
@@ -83,49 +101,6 @@ void MonitorFolders::registerForNotifications() {
         .title = CorbelKit::localizedString("Show")};
     notificationCenter_.setNotificationCategories(
         {{.identifier = notificationCategory_, .actions = {show}, .intentIdentifiers = {}}});
-}
-
-void MonitorFolders::observeSettings() {
-    const auto suite = SharedSettings::suite();
-    if (!suite)
-        return;
-    for (const auto key : {Defaults::exceptions, Defaults::excludePrefixes}) {
-        settingsObservations_.push_back(suite->observe(
-            std::string(key), [weak = weak_from_this()](const auto& keyPath, const auto&) {
-                if (auto folders = weak.lock())
-                    folders->observeValueForKeyPath(keyPath);
-            }));
-    }
-}
-
-const std::vector<std::string>& MonitorFolders::exceptions() {
-    Platform::MainThread::check();
-    if (!exceptions_)
-        exceptions_ = SharedSettings::readExceptions();
-    return *exceptions_;
-}
-
-const std::vector<std::string>& MonitorFolders::excludePrefixes() {
-    Platform::MainThread::check();
-    if (!excludePrefixes_)
-        excludePrefixes_ = SharedSettings::readExcludePrefixes();
-    return *excludePrefixes_;
-}
-
-void MonitorFolders::observeValueForKeyPath(const std::optional<std::string>& keyPath) {
-    run([weak = weak_from_this(), keyPath] {
-        if (auto folders = weak.lock(); folders && keyPath)
-            folders->reloadSetting(*keyPath);
-    });
-}
-
-void MonitorFolders::reloadSetting(std::string_view key) {
-    Platform::MainThread::check();
-    if (key == Defaults::exceptions) {
-        exceptions_ = SharedSettings::readExceptions();
-    } else if (key == Defaults::excludePrefixes) {
-        excludePrefixes_ = SharedSettings::readExcludePrefixes();
-    }
 }
 
 void MonitorFolders::monitorDidChange(const Platform::URL& /*url*/) {
@@ -153,14 +128,14 @@ void MonitorFolders::lookForChanges() {
 }
 
 // Scans never overlap: what comes meanwhile waits for its own.
-void MonitorFolders::scan(void (MonitorFolders::*receive)(JobSnapshot)) {
+void MonitorFolders::scan(void (MonitorFolders::*receive)(ScanResult)) {
     isScanning_ = true;
-    scanner_->scan(lastCheckedJobs_, [weak = weak_from_this(), receive](JobSnapshot jobs) {
-        run([weak, receive, jobs = std::make_shared<JobSnapshot>(std::move(jobs))] {
+    scanner_->scan(lastCheckedJobs_, [weak = weak_from_this(), receive](ScanResult result) {
+        run([weak, receive, result = std::make_shared<ScanResult>(std::move(result))] {
             const auto folders = weak.lock();
             if (!folders)
                 return;
-            (*folders.*receive)(std::move(*jobs));
+            (*folders.*receive)(std::move(*result));
         });
     });
 }
@@ -171,22 +146,62 @@ void MonitorFolders::endScan() {
         lookForChanges();
 }
 
-void MonitorFolders::takeBaseline(JobSnapshot jobs) {
-    lastCheckedJobs_ = std::make_shared<JobSnapshot>(std::move(jobs));
-    observeSettings();
-    if (const auto started = std::exchange(started_, nullptr))
-        started();
-    endScan();
+void MonitorFolders::takeBaseline(ScanResult found) {
+    lastCheckedJobs_ = std::make_shared<JobSnapshot>(std::move(found.jobs));
+    notInBaseline_ = std::move(found.unanswered);
+    settings_->observe([weak = weak_from_this()] {
+        const auto folders = weak.lock();
+        if (!folders)
+            return;
+        if (const auto started = std::exchange(folders->started_, nullptr))
+            started();
+        folders->endScan();
+    });
 }
 
-void MonitorFolders::reportChanges(JobSnapshot jobs) {
+void MonitorFolders::reportChanges(ScanResult found) {
     Platform::MainThread::check();
-    unposted_ = compareJobs(*lastCheckedJobs_, jobs);
-    lastCheckedJobs_ = std::make_shared<JobSnapshot>(std::move(jobs));
-    if (!unposted_.empty()) {
-        const ChangeFilter filter{.exceptions = exceptions(), .excludePrefixes = excludePrefixes()};
-        std::erase_if(unposted_, [&](const auto& change) { return !isReported(change, filter); });
+    completeBaseline(found);
+    unposted_ = compareJobs(*lastCheckedJobs_, found.jobs);
+    lastCheckedJobs_ = std::make_shared<JobSnapshot>(std::move(found.jobs));
+    if (unposted_.empty()) {
+        endScan();
+        return;
     }
+    settings_->whenRead([weak = weak_from_this()] {
+        if (const auto folders = weak.lock())
+            folders->filterChanges();
+    });
+}
+
+// What was there at launch, but did not answer then, is no news when it does.
+void MonitorFolders::completeBaseline(const ScanResult& found) {
+    if (notInBaseline_.empty())
+        return;
+    const auto isAwaited = [this](std::string_view path) {
+        const auto folder = path.substr(0, path.rfind('/'));
+        return notInBaseline_.contains(path) || notInBaseline_.contains(folder) ||
+               notInBaseline_.contains(std::string(folder) + '/');
+    };
+    auto baseline = std::make_shared<JobSnapshot>(*lastCheckedJobs_);
+    for (const auto& job : found.jobs) {
+        if (isAwaited(job.first))
+            baseline->insert(job);
+    }
+    lastCheckedJobs_ = std::move(baseline);
+    auto unanswered = found.unanswered;
+    std::erase_if(unanswered, [&](const auto& path) { return !isAwaited(path); });
+    notInBaseline_ = std::move(unanswered);
+}
+
+void MonitorFolders::dropUnreported() {
+    std::erase_if(unposted_, [filter = settings_->filter()](const auto& change) {
+        return !isReported(change, filter);
+    });
+}
+
+void MonitorFolders::filterChanges() {
+    dropUnreported();
     if (unposted_.empty()) {
         endScan();
         return;

@@ -12,8 +12,12 @@ namespace {
 
 using Platform::URL;
 
-// A file system that hangs may hold this many threads, and no more.
-constexpr std::size_t mostLateReads = 16;
+// A file system that hangs may hold this many threads, and no more. Each costs a few pages.
+constexpr std::size_t mostLateReads = 64;
+
+// How often a pass looks what comes no further, while its patience lasts. What has not since the
+// last look is passed by, so that many that hang take little longer than one.
+constexpr int looks = 20;
 
 // More would not hash faster than a disk reads.
 std::size_t mostReaders() {
@@ -98,7 +102,7 @@ bool ScanPass::end(Reader& reader, const Item& item, ReadOutcome outcome) {
 }
 
 void ScanPass::watch() {
-    surroundings_.timers.asyncAfter(surroundings_.patience, [weak = weak_from_this()] {
+    surroundings_.timers.asyncAfter(surroundings_.patience / looks, [weak = weak_from_this()] {
         const auto self = weak.lock();
         if (!self)
             return;
@@ -115,7 +119,7 @@ void ScanPass::watch() {
 
 void ScanPass::finishIfDone() {
     Completion completion;
-    JobSnapshot snapshot;
+    ScanResult result;
     {
         const Platform::MutexLock lock(mutex_);
         if (!completion_ || !readers_.empty() || remaining() != 0)
@@ -123,16 +127,20 @@ void ScanPass::finishIfDone() {
         completion = std::exchange(completion_, nullptr);
         std::ranges::sort(jobs_, {}, [](const auto& job) -> const auto& { return job.first; });
         for (auto& [path, job] : jobs_)
-            snapshot.emplace_hint(snapshot.end(), std::move(path), std::move(job));
+            result.jobs.emplace_hint(result.jobs.end(), std::move(path), std::move(job));
         jobs_ = {};
+        result.unanswered = std::move(unanswered_);
     }
-    completion(std::move(snapshot));
+    completion(std::move(result));
 }
 
 void ScanPass::leaveWhatHangs() {
     for (const auto& reader : readers_) {
         const auto steps = reader->steps.load();
-        if (reader->item == nullptr || std::exchange(reader->stepsSeen, steps) != steps)
+        const bool isSlow =
+            reader->item != nullptr && std::exchange(reader->stepsSeen, steps) == steps;
+        reader->looksInVain = isSlow ? reader->looksInVain + 1 : 0;
+        if (reader->looksInVain < looks)
             continue;
         reader->isLeft = true;
         surroundings_.lateReads->begin(reader->item->path);
@@ -142,9 +150,15 @@ void ScanPass::leaveWhatHangs() {
     startReaders();
 }
 
+std::size_t ScanPass::countOfSlow() {
+    return static_cast<std::size_t>(std::ranges::count_if(
+        readers_, [](const auto& reader) { return reader->looksInVain > 0; }));
+}
+
 void ScanPass::startReaders() {
-    while (!isCancelled_ && readers_.size() < std::min(mostReaders(), remaining()) &&
-           surroundings_.lateReads->count() < mostLateReads) {
+    const auto slow = countOfSlow();
+    while (!isCancelled_ && readers_.size() - slow < std::min(mostReaders(), remaining()) &&
+           surroundings_.lateReads->count() + slow < mostLateReads) {
         auto reader = std::make_shared<Reader>();
         readers_.push_back(reader);
         surroundings_.readers.async([self = shared_from_this(), reader] { self->run(reader); });
@@ -204,6 +218,7 @@ void ScanPass::keepKnown(const Item& item) {
     } else if (item.known != nullptr) {
         jobs_.emplace_back(item.path, *item.known);
     }
+    unanswered_.insert(item.path);
 }
 
 void ScanPass::keepEntriesOf(const Item& folder) {

@@ -15,24 +15,33 @@
 #include <deque>
 #include <functional>
 #include <memory>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
 
 namespace Vesper_Pro_Agent {
 
+/// What a pass has found.
+struct ScanResult {
+    JobSnapshot jobs;
+
+    /// Files, and folders, that gave no answer, nor have ever since they were first asked.
+    std::set<std::string, std::less<>> unanswered;
+};
+
 /// One pass over the folders, shared by the threads that read for it. It lives while one of them
 /// does.
 class ScanPass : public std::enable_shared_from_this<ScanPass> {
 public:
-    using Completion = std::function<void(JobSnapshot jobs)>;
+    using Completion = std::function<void(ScanResult result)>;
 
     /// What the passes of one scanner have in common.
     struct Surroundings {
         std::shared_ptr<LateReads> lateReads;
         Platform::DispatchQueue readers; ///< a blocking one
         Platform::DispatchQueue timers;
-        std::chrono::nanoseconds patience;
+        std::chrono::nanoseconds patience; ///< with one that comes no further
     };
 
     ScanPass(Surroundings surroundings, std::shared_ptr<const JobSnapshot> previous,
@@ -58,6 +67,7 @@ private:
         // Under the pass's mutex:
         const Item* item = nullptr;
         std::uint64_t stepsSeen = 0; // when last looked at
+        int looksInVain = 0;         // since it last came further
         bool isLeft = false;         // the pass does not wait for it any more
     };
 
@@ -73,6 +83,7 @@ private:
     void add(Item item) CORBEL_REQUIRES(mutex_);
     void addEntries(std::vector<Platform::URL> urls) CORBEL_REQUIRES(mutex_);
     void store(const Item& item, ReadOutcome outcome) CORBEL_REQUIRES(mutex_);
+    std::size_t countOfSlow() CORBEL_REQUIRES(mutex_);
     void keepKnown(const Item& item) CORBEL_REQUIRES(mutex_);
     void keepEntriesOf(const Item& folder) CORBEL_REQUIRES(mutex_);
 
@@ -89,6 +100,7 @@ private:
     std::size_t next_ CORBEL_GUARDED_BY(mutex_) = 0;   // of the items: not yet taken
     std::vector<std::shared_ptr<Reader>> readers_ CORBEL_GUARDED_BY(mutex_); // to be waited for
     std::vector<std::pair<std::string, MonitoredJob>> jobs_ CORBEL_GUARDED_BY(mutex_);
+    std::set<std::string, std::less<>> unanswered_ CORBEL_GUARDED_BY(mutex_);
 };
 
 } // namespace Vesper_Pro_Agent

@@ -18,9 +18,13 @@ DispatchQueue SingleFolderMonitor::queue() {
 }
 
 std::shared_ptr<SingleFolderMonitor> SingleFolderMonitor::make(Platform::URL url) {
-    auto monitor = std::make_shared<SingleFolderMonitor>(Private(), std::move(url));
+    auto monitor = makeIdle(std::move(url));
     monitor->startMonitoring();
     return monitor;
+}
+
+std::shared_ptr<SingleFolderMonitor> SingleFolderMonitor::makeIdle(Platform::URL url) {
+    return std::make_shared<SingleFolderMonitor>(Private(), std::move(url));
 }
 
 SingleFolderMonitor::SingleFolderMonitor(Private, Platform::URL url)

@@ -25,7 +25,11 @@ public:
     /// A monitor that already watches, if the folder exists.
     static std::shared_ptr<SingleFolderMonitor> make(Platform::URL url);
 
-    /// For `make`.
+    /// A monitor that is idle until `startMonitoring`, which may take as long as the folder's file
+    /// system does.
+    static std::shared_ptr<SingleFolderMonitor> makeIdle(Platform::URL url);
+
+    /// For `make` and `makeIdle`.
     SingleFolderMonitor(Private, Platform::URL url);
 
     /// A monitor that is destroyed while it watches leaves its descriptor open: only a stop that
@@ -41,7 +45,7 @@ public:
     std::shared_ptr<MonitorDelegate> delegate() const override;
     void setDelegate(std::weak_ptr<MonitorDelegate> delegate) override;
 
-    /// Meant to run once, by `make`. A second run leaves the earlier descriptor open.
+    /// Meant to run once, by `make` or after `makeIdle`. A second run leaves the earlier descriptor open.
     void startMonitoring() override;
 
     /// Ends the events. The descriptor is closed a little later, on the monitors' queue.

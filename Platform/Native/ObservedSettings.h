@@ -56,7 +56,8 @@ public:
 private:
     void compareAll() const;
 
-    const DispatchQueue queue_ = DispatchQueue::serial("com.tarnwell.UserDefaults");
+    // Reading a file may hang.
+    const DispatchQueue queue_ = DispatchQueue::serialBlocking("com.tarnwell.UserDefaults");
     std::vector<std::shared_ptr<ObservedSetting>> settings_; // on the queue only
 };
 

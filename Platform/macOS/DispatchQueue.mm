@@ -42,6 +42,10 @@ DispatchQueue DispatchQueue::blocking(std::string label) {
     return concurrent(std::move(label));
 }
 
+DispatchQueue DispatchQueue::serialBlocking(std::string label) {
+    return serial(std::move(label));
+}
+
 DispatchQueue DispatchQueue::main() {
     static const NeverDestroyed<DispatchQueue> queue(
         DispatchQueue(std::make_shared<Impl>(dispatch_get_main_queue())));

@@ -17,7 +17,7 @@ protected:
         JobScanner scanner({folderURL(folder.path()), folderURL(folder / "missing")}, [] {});
         std::promise<JobSnapshot> jobs;
         scanner.scan(std::make_shared<JobSnapshot>(),
-                     [&](JobSnapshot found) { jobs.set_value(std::move(found)); });
+                     [&](ScanResult found) { jobs.set_value(std::move(found.jobs)); });
         return jobs.get_future().get();
     }
 

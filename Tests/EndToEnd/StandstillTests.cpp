@@ -3,6 +3,7 @@
 #include "Tests/EndToEnd/AgentTest.h"
 #include "Tests/Support/Linux/BusDaemon.h"
 #include "Tests/Support/Linux/HungFile.h"
+#include "Tests/Support/Linux/HungFolder.h"
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -58,17 +59,39 @@ protected:
     }
 };
 
-// Which the main thread reads: nothing is reported then, but it ends.
+// Without them, what changes is reported; with them, when they answer, what they do not except.
 TEST_F(StandstillOf, TheSettings) {
     const auto settings = trial.home() / ".config/tarnwell/QX42K7M3ZP.com.tarnwell.Vesper.plist";
     fs::create_directories(settings.parent_path());
-    writeFile(settings, "<plist><dict/></plist>");
+    writeFile(settings, "<plist><dict><key>Exceptions</key><array><string>excepted</string>"
+                        "</array></dict></plist>");
+    HungFile hung(settings);
     start();
-    const HungFile hung(settings);
-    save("x.plist");
-    EXPECT_FALSE(trial.nextLine(std::chrono::seconds(2)));
     EXPECT_TRUE(hung.isAsked());
     expectToEnd();
+    start();
+    save("x.plist");
+    expectNext("New: " + agents + "x.plist");
+    hung.answer();
+    ASSERT_TRUE(trial.waitUntilAtRest());
+    save("excepted");
+    expectNothingMore();
+}
+
+TEST_F(StandstillOf, AFolderAtLaunch) {
+    const auto folder = trial.library() / "LaunchDaemons";
+    HungFolder hung(folder);
+    if (!hung.isHung())
+        GTEST_SKIP() << "needs the right to mount a file system (CAP_SYS_ADMIN)";
+    start();
+    save("x.plist");
+    expectNext("New: " + agents + "x.plist");
+    expectToEnd();
+    start();
+    hung.answer();
+    ASSERT_TRUE(trial.waitUntilAtRest());
+    fs::remove(folder / HungFolder::fileName); // what was there at launch is no news
+    expectNext("Deleted: " + (folder / HungFolder::fileName).string());
 }
 
 TEST_F(StandstillOf, AJobFile) {

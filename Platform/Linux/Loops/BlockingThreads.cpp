@@ -39,4 +39,27 @@ void BlockingThreads::join(Threads::iterator ended) {
     thread.front().join();
 }
 
+void BlockingSequence::add(std::function<void()> task) {
+    const MutexLock lock(mutex_);
+    tasks_.push_back(std::move(task));
+    if (!std::exchange(isRunning_, true))
+        BlockingThreads::shared().start([self = shared_from_this()] { self->run(); });
+}
+
+void BlockingSequence::run() {
+    for (;;) {
+        std::function<void()> task;
+        {
+            const MutexLock lock(mutex_);
+            if (tasks_.empty()) {
+                isRunning_ = false;
+                return;
+            }
+            task = std::move(tasks_.front());
+            tasks_.pop_front();
+        }
+        task();
+    }
+}
+
 } // namespace Platform

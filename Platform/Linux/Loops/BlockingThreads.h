@@ -2,8 +2,10 @@
 
 #include "Platform/Mutex.h"
 
+#include <deque>
 #include <functional>
 #include <list>
+#include <memory>
 #include <thread>
 
 namespace Platform {
@@ -24,6 +26,20 @@ private:
 
     Mutex mutex_;
     Threads threads_ CORBEL_GUARDED_BY(mutex_); // not joined yet
+};
+
+/// Tasks that may block, one after the other, on a thread while there are any. Callable on any
+/// thread.
+class BlockingSequence : public std::enable_shared_from_this<BlockingSequence> {
+public:
+    void add(std::function<void()> task);
+
+private:
+    void run();
+
+    Mutex mutex_;
+    std::deque<std::function<void()>> tasks_ CORBEL_GUARDED_BY(mutex_);
+    bool isRunning_ CORBEL_GUARDED_BY(mutex_) = false;
 };
 
 } // namespace Platform

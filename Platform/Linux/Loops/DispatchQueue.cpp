@@ -21,70 +21,67 @@ constexpr auto longestDelay = std::chrono::hours(24 * 365 * 100);
 
 class DispatchQueue::Impl {
 public:
-    enum class Threads { workers, ownForEachTask };
+    using Send = std::function<void(Task task)>;
 
-    Impl(std::string label, asio::any_io_executor executor, Threads threads = Threads::workers)
+    /// `send` has a task run on some thread; null: on the main thread.
+    Impl(std::string label, Send send)
         : label_(std::move(label))
-        , executor_(std::move(executor))
-        , threads_(threads) {}
+        , send_(std::move(send)) {}
 
     const std::string& label() const { return label_; }
 
     void async(Task task) const {
-        if (isMain()) {
-            MainContext::invoke(std::move(task));
+        if (send_) {
+            send_(std::move(task));
         } else {
-            send(executor_, threads_, std::move(task));
+            MainContext::invoke(std::move(task));
         }
     }
 
     void asyncAfter(std::chrono::nanoseconds delay, Task task) const {
-        if (isMain()) {
+        if (!send_) {
             MainContext::invokeAfter(delay, std::move(task));
             return;
         }
         workerTimers().start(TimerQueue::Clock::now() + delay,
-                             [executor = executor_, threads = threads_, task = std::move(task)] {
-                                 send(executor, threads, task);
-                             });
+                             [send = send_, task = std::move(task)] { send(task); });
     }
 
 private:
-    static void send(const asio::any_io_executor& executor, Threads threads, Task task) {
-        if (threads == Threads::ownForEachTask) {
-            BlockingThreads::shared().start(std::move(task));
-        } else {
-            asio::post(executor, std::move(task));
-        }
-    }
-
-    bool isMain() const { return !executor_; }
-
     const std::string label_;
-    const asio::any_io_executor executor_; // a strand where the queue is serial, none for the main
-    const Threads threads_;
+    const Send send_;
 };
 
 DispatchQueue::DispatchQueue(std::shared_ptr<Impl> impl)
     : impl_(std::move(impl)) {}
 
 DispatchQueue DispatchQueue::concurrent(std::string label) {
-    return DispatchQueue(std::make_shared<Impl>(std::move(label), workerExecutor()));
+    return DispatchQueue(std::make_shared<Impl>(
+        std::move(label), [](Task task) { asio::post(workerExecutor(), std::move(task)); }));
 }
 
 DispatchQueue DispatchQueue::serial(std::string label) {
-    return DispatchQueue(
-        std::make_shared<Impl>(std::move(label), asio::make_strand(workerExecutor())));
+    return DispatchQueue(std::make_shared<Impl>(
+        std::move(label), [strand = asio::make_strand(workerExecutor())](Task task) {
+            asio::post(strand, std::move(task));
+        }));
 }
 
 DispatchQueue DispatchQueue::blocking(std::string label) {
-    return DispatchQueue(
-        std::make_shared<Impl>(std::move(label), workerExecutor(), Impl::Threads::ownForEachTask));
+    return DispatchQueue(std::make_shared<Impl>(
+        std::move(label), [](Task task) { BlockingThreads::shared().start(std::move(task)); }));
+}
+
+DispatchQueue DispatchQueue::serialBlocking(std::string label) {
+    return DispatchQueue(std::make_shared<Impl>(
+        std::move(label), [sequence = std::make_shared<BlockingSequence>()](Task task) {
+            sequence->add(std::move(task));
+        }));
 }
 
 DispatchQueue DispatchQueue::main() {
     static const NeverDestroyed<DispatchQueue> queue(
-        DispatchQueue(std::make_shared<Impl>("com.tarnwell.main-thread", asio::any_io_executor())));
+        DispatchQueue(std::make_shared<Impl>("com.tarnwell.main-thread", nullptr)));
     return queue.get();
 }
 

@@ -1,5 +1,7 @@
 #include "Platform/Linux/Settings/FileWatch.h"
 
+#include "Platform/Linux/Loops/WorkerPool.h"
+
 #include <array>
 #include <cerrno>
 #include <list>
@@ -54,13 +56,16 @@ private:
 
 } // namespace
 
-FileWatch::FileWatch(Inotify inotify, std::function<void()> changed)
-    : changed_(std::move(changed))
+FileWatch::FileWatch(DispatchQueue queue, Inotify inotify, std::function<void()> changed)
+    : queue_(std::move(queue))
+    , changed_(std::move(changed))
     , inotify_(std::move(inotify)) {}
 
-std::shared_ptr<FileWatch> FileWatch::make(const Strand& strand, std::function<void()> changed) {
-    auto inotify = Inotify::make(strand);
-    return inotify ? std::make_shared<FileWatch>(std::move(*inotify), std::move(changed)) : nullptr;
+std::shared_ptr<FileWatch> FileWatch::make(const DispatchQueue& queue,
+                                           std::function<void()> changed) {
+    auto inotify = Inotify::make(workerExecutor());
+    return inotify ? std::make_shared<FileWatch>(queue, std::move(*inotify), std::move(changed))
+                   : nullptr;
 }
 
 void FileWatch::watch(const std::set<fs::path>& files) {
@@ -125,17 +130,21 @@ void FileWatch::addNamed(const fs::path& folder, const std::string& name, std::u
 
 void FileWatch::waitForEvents() {
     isWaiting_ = true;
-    inotify_.waitForRecords([weak = weak_from_this()] {
-        const auto self = weak.lock();
-        if (!self)
-            return;
-        self->isWaiting_ = false;
-        if (self->drain()) {
-            self->changed_();
-        } else {
-            self->waitForEvents();
-        }
+    inotify_.waitForRecords([queue = queue_, weak = weak_from_this()] {
+        queue.async([weak] {
+            if (const auto self = weak.lock())
+                self->takeEvents();
+        });
     });
+}
+
+void FileWatch::takeEvents() {
+    isWaiting_ = false;
+    if (drain()) {
+        changed_();
+    } else {
+        waitForEvents();
+    }
 }
 
 /// Empties the event queue; whether any of it concerns the files.

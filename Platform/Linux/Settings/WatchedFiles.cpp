@@ -1,10 +1,7 @@
 #include "Platform/Linux/Settings/WatchedFiles.h"
 
-#include "Platform/Linux/Loops/WorkerPool.h"
 #include "Platform/Native/ObservedSettings.h"
 #include "Platform/NeverDestroyed.h"
-
-#include <asio/post.hpp>
 
 namespace Platform {
 
@@ -13,13 +10,10 @@ WatchedFiles& WatchedFiles::shared() {
     return files.get();
 }
 
-WatchedFiles::WatchedFiles()
-    : strand_(asio::make_strand(workerExecutor())) {}
-
 void WatchedFiles::add(const std::filesystem::path& file) {
     if (file.empty())
         return;
-    asio::post(strand_, [this, file] {
+    queue_.async([this, file] {
         files_.insert(file);
         watch();
     });
@@ -28,7 +22,7 @@ void WatchedFiles::add(const std::filesystem::path& file) {
 void WatchedFiles::remove(const std::filesystem::path& file) {
     if (file.empty())
         return;
-    asio::post(strand_, [this, file] {
+    queue_.async([this, file] {
         files_.erase(files_.find(file));
         watch();
     });
@@ -38,7 +32,7 @@ void WatchedFiles::watch() {
     if (files_.empty()) {
         watch_.reset();
     } else if (!watch_) {
-        watch_ = FileWatch::make(strand_, [this] { watch(); });
+        watch_ = FileWatch::make(queue_, [this] { watch(); });
     }
     if (watch_)
         watch_->watch({files_.begin(), files_.end()});

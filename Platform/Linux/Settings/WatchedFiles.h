@@ -14,8 +14,6 @@ class WatchedFiles {
 public:
     static WatchedFiles& shared();
 
-    WatchedFiles();
-
     /// @{
     /// As often removed as added. An empty path is no file.
     void add(const std::filesystem::path& file);
@@ -27,9 +25,9 @@ private:
     /// reported is seen by that.
     void watch();
 
-    const FileWatch::Strand strand_;
+    const DispatchQueue queue_ = DispatchQueue::serialBlocking("com.tarnwell.UserDefaults.watch");
 
-    // On the strand only.
+    // On the queue only.
     std::multiset<std::filesystem::path> files_;
     std::shared_ptr<FileWatch> watch_;
 };

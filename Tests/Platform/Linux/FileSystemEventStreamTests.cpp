@@ -92,6 +92,17 @@ TEST_F(FileSystemEventStreamLinuxTest, GivesUpItsWatchesAndThoseOfFoldersThatLea
     fs::rename(root / "staying", root / "moved");
     fs::remove_all(root / "moved" / "a");
     EXPECT_TRUE(waitUntil([&] { return watches() == before + 1; }));
+    const MayWatch letGo = [&](const auto& path) {
+        if (path == root / "going") // which has no record of it
+            fs::rename(path, outside / "gone");
+        return true;
+    };
+    mayWatch = &letGo;
+    fs::create_directory(root / "going");
+    EXPECT_TRUE(waitUntil([&] { return fs::exists(outside / "gone"); }));
+    fs::create_directory(root / "next");
+    EXPECT_TRUE(reportsInTheEnd(reported, root / "next" / "file"));
+    EXPECT_TRUE(waitUntil([&] { return watches() == before + 2; }));
     stream.reset();
     second.reset();
     EXPECT_TRUE(waitUntil([&] { return watches() == before; }));
@@ -185,11 +196,13 @@ TEST_F(FileSystemEventStreamLinuxTest, GivesAChangeThePathThatItHasWhenHandedOve
         fs::rename(root / "first", root / "moved");
         fs::rename(root / "second", root / "first");
         fs::rename(root / "leaving", outside / "left");
+        writeFile(outside / "left" / inner / "after", "1");
     }
     EXPECT_TRUE(reported.soonContain((root / "moved" / inner / "first").string()));
     EXPECT_TRUE(reported.soonContain((root / "first" / inner / "second").string()));
     EXPECT_TRUE(reported.soonContain((root / "leaving" / inner / "leaving").string()));
     EXPECT_FALSE(reported.contains((root / "first" / inner / "first").string()));
+    EXPECT_FALSE(reported.contains((root / "leaving" / inner / "after").string()));
 }
 
 TEST_F(FileSystemEventStreamLinuxTest, KeepsNamesThatAreNotText) {

@@ -2,6 +2,7 @@
 
 #include "CorbelKit/Services/ResourceBundle.h"
 #include "CorbelKitInterface/AllowBackgroundItemWindowController.h"
+#include "Platform/Alert.h"
 #include "Platform/MainThread.h"
 #include "Platform/NeverDestroyed.h"
 
@@ -25,11 +26,13 @@ void AllowBackgroundItem::show() {
     Platform::MainThread::check();
     static const Platform::NeverDestroyed<std::shared_ptr<AllowBackgroundItemWindowController>>
         kept;
-    auto& controller = kept.get();
-    if (!controller)
-        controller = makeController();
-    if (controller)
-        controller->showWindow();
+    Platform::whenNoAlertIsUp([] {
+        auto& controller = kept.get();
+        if (!controller)
+            controller = makeController();
+        if (controller)
+            controller->showWindow();
+    });
 }
 
 } // namespace CorbelKit

@@ -1,49 +1,45 @@
 #include "Platform/Alert.h"
 
 #include "Platform/AlertPresenter.h"
-#include "Platform/Mutex.h"
-#include "Platform/Native/NativeAlert.h"
-#include "Platform/NeverDestroyed.h"
+#include "Platform/MainThread.h"
+#include "Platform/Native/AlertLine.h"
 
+#include <future>
+#include <memory>
 #include <utility>
 
 namespace Platform {
-namespace {
-
-/// The one of this process.
-class PresenterInUse {
-public:
-    static PresenterInUse& shared() {
-        static const NeverDestroyed<PresenterInUse> instance;
-        return instance.get();
-    }
-
-    void set(AlertPresenter presenter) CORBEL_EXCLUDES(mutex_) {
-        const MutexLock lock(mutex_);
-        presenter_ = std::move(presenter);
-    }
-
-    // A copy: an alert stays for as long as the user likes, which no lock should.
-    AlertPresenter get() CORBEL_EXCLUDES(mutex_) {
-        const MutexLock lock(mutex_);
-        return presenter_;
-    }
-
-private:
-    Mutex mutex_;
-    AlertPresenter presenter_ CORBEL_GUARDED_BY(mutex_);
-};
-
-} // namespace
 
 void setAlertPresenter(AlertPresenter presenter) {
-    PresenterInUse::shared().set(std::move(presenter));
+    AlertLine::shared().setPresenter(std::move(presenter));
+}
+
+void endAlerts() {
+    MainThread::check();
+    AlertLine::shared().end();
 }
 
 void runModal(const Alert& alert) {
-    const auto present = PresenterInUse::shared().get();
-    if (!present || !present(alert))
-        runNativeAlert(alert);
+    if (MainThread::isCurrent()) {
+        AlertLine::shared().run(alert);
+        return;
+    }
+    const auto isDismissed = std::make_shared<std::promise<void>>(); // the notifier may outlast us
+    AlertLine::shared().add(alert, [isDismissed] { isDismissed->set_value(); });
+    isDismissed->get_future().wait();
+}
+
+void showAlert(const Alert& alert, std::function<void()> dismissed) {
+    auto onMainThread = [dismissed = std::move(dismissed)] {
+        if (dismissed)
+            MainThread::run(dismissed);
+    };
+    AlertLine::shared().add(alert, std::move(onMainThread));
+}
+
+void whenNoAlertIsUp(std::function<void()> task) {
+    MainThread::check();
+    AlertLine::shared().whenEmpty(std::move(task));
 }
 
 } // namespace Platform

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 
 namespace Platform {
@@ -16,13 +17,29 @@ struct Alert {
     std::string informativeText;  ///< why, or what to do about it
     std::string buttonTitle;      ///< empty: the system's own ("OK")
     Style style = Style::warning; ///< how grave it is
+
+    /// All of it.
+    bool operator==(const Alert&) const = default;
 };
 
 /// Shows the alert and returns when the user has dismissed it. Callable on any thread; on another
 /// than the main one it waits for the main thread, which must not wait for the caller then.
 ///
-/// A process that has no windows to show it in writes it to standard error, as one line, and does
-/// not wait.
+/// Alerts come one at a time, in the order in which they were asked for. One that is up or waits
+/// already is not shown once more: who asks for it again waits for the same dismissal. On the main
+/// thread, which is busy with the alert that is up, another one comes in front of that, and the
+/// same one returns at once.
+///
+/// A process that has no windows to show it in, or that has been asked to end, writes it to
+/// standard error, as one line, and does not wait. Being asked to end dismisses those that are up.
 void runModal(const Alert& alert);
+
+/// The same, but returns at once, and on the main thread as well the alert waits until those
+/// before it are dismissed. `dismissed` then runs on the main thread; an empty one is not called.
+void showAlert(const Alert& alert, std::function<void()> dismissed = {});
+
+/// Runs the task when no alert is up or waits: at once, or after the last is dismissed; never,
+/// where the process ends first. For windows, which nobody could use below an alert. Main thread.
+void whenNoAlertIsUp(std::function<void()> task);
 
 } // namespace Platform

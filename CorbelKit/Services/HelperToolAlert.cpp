@@ -2,7 +2,6 @@
 
 #include "CorbelKit/Services/ResourceBundle.h"
 #include "Platform/Alert.h"
-#include "Platform/MainThread.h"
 #include "Platform/NeverDestroyed.h"
 
 #include <string>
@@ -27,14 +26,11 @@ const Texts& texts() {
 
 void showHelperToolAlert(std::function<void()> dismissed) {
     texts(); // as they are in the language of the first use
-    Platform::MainThread::run([dismissed = std::move(dismissed)] {
-        Platform::runModal({.messageText = texts().message,
-                            .informativeText = texts().information,
-                            .buttonTitle = localizedString("OK"),
-                            .style = Platform::Alert::Style::critical});
-        if (dismissed)
-            dismissed();
-    });
+    Platform::showAlert({.messageText = texts().message,
+                         .informativeText = texts().information,
+                         .buttonTitle = localizedString("OK"),
+                         .style = Platform::Alert::Style::critical},
+                        std::move(dismissed));
 }
 
 } // namespace CorbelKit

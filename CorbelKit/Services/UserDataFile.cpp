@@ -5,7 +5,6 @@
 #include "Platform/Alert.h"
 #include "Platform/FileContents.h"
 #include "Platform/Log.h"
-#include "Platform/MainThread.h"
 
 namespace CorbelKit::UserDataFile {
 
@@ -16,12 +15,10 @@ std::optional<Platform::Error> write(std::span<const std::byte> data, const Plat
 
 void report(const Platform::Error& error) {
     Platform::log("Error: " + error.description);
-    Platform::MainThread::run([error] {
-        Platform::runModal({.messageText = localizedString("An error occurred while saving"),
-                            .informativeText = error.description,
-                            .buttonTitle = localizedString("OK"),
-                            .style = Platform::Alert::Style::warning});
-    });
+    Platform::showAlert({.messageText = localizedString("An error occurred while saving"),
+                         .informativeText = error.description,
+                         .buttonTitle = localizedString("OK"),
+                         .style = Platform::Alert::Style::warning});
 }
 
 Platform::Expected<std::vector<std::byte>> read(const std::optional<Platform::URL>& url) {

@@ -118,6 +118,8 @@ Gtk::Widget& makeContent(const Platform::Alert& alert, Gtk::Button& button) {
 
 } // namespace
 
+std::vector<AlertDialog*> AlertDialog::up_;
+
 AlertDialog::AlertDialog(const Platform::Alert& alert)
     : button_(alert.buttonTitle.empty() ? localizedString("OK") : alert.buttonTitle) {
     addStyleSheet();
@@ -145,8 +147,15 @@ AlertDialog::AlertDialog(const Platform::Alert& alert)
 void AlertDialog::run() {
     present();
     set_focus_visible(); // so that one sees what Return does
+    up_.push_back(this);
     loop_->run();
+    up_.pop_back();
     hide();
+}
+
+void AlertDialog::dismissAll() {
+    for (auto* const dialog : up_)
+        dialog->loop_->quit();
 }
 
 } // namespace CorbelKit

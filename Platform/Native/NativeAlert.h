@@ -1,11 +1,11 @@
 #pragma once
 
-#include "Platform/Alert.h"
+#include "Platform/AlertPresenter.h"
 
 namespace Platform {
 
-/// Shows the alert as the system itself does, to the contract of `runModal`: without a presenter,
-/// or where that has no windows.
-void runNativeAlert(const Alert& alert);
+/// The system's own way to show alerts, for want of a presenter that is set; without operations
+/// where it has none.
+AlertPresenter nativeAlertPresenter();
 
 } // namespace Platform

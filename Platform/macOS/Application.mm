@@ -1,5 +1,6 @@
 #include "Platform/Application.h"
 
+#include "Platform/AlertPresenter.h"
 #include "Platform/Bundle.h"
 #include "Platform/MainThread.h"
 #include "Platform/NeverDestroyed.h"
@@ -10,6 +11,7 @@
 
 #import <AppKit/AppKit.h>
 #include <dispatch/dispatch.h>
+#include <unistd.h>
 
 #include <chrono>
 #include <csignal>
@@ -44,6 +46,7 @@ void SystemEvents::applicationDidFinishLaunching() noexcept {
 
 void SystemEvents::applicationWillTerminate() noexcept {
     runAtBoundary([] {
+        endAlerts();
         launch().delegate->applicationWillTerminate();
         StandardOutput::drain(std::chrono::milliseconds(150));
     });
@@ -56,6 +59,10 @@ void SystemEvents::applicationWillTerminate() noexcept {
 @end
 
 @implementation CorbelApplicationEvents
+
++ (void)endApplication {
+    [NSApp terminate:nil];
+}
 
 - (void)applicationDidFinishLaunching:(NSNotification*)notification {
     Platform::SystemEvents::applicationDidFinishLaunching();
@@ -93,16 +100,28 @@ void SystemEvents::applicationWillTerminate() noexcept {
 namespace Platform::Application {
 namespace {
 
-// Left to itself, the application would end at a signal without notifying the delegate.
+// Whatever holds the main thread, a process that was asked to end does so within the second.
+void endSoon(dispatch_queue_t queue) {
+    const int64_t lastMoment = 900 * static_cast<int64_t>(NSEC_PER_MSEC);
+    dispatch_after_f(dispatch_time(DISPATCH_TIME_NOW, lastMoment), queue, nullptr,
+                     [](void* /*nothing*/) { _exit(EXIT_SUCCESS); });
+}
+
+// Left to itself, the application would end at a signal without notifying the delegate. The main
+// queue does not run while an alert is up that one of its tasks shows; the run loop does.
 void terminateOnRequest() {
     static const NeverDestroyed<std::vector<dispatch_source_t>> sources;
+    const dispatch_queue_t queue = dispatch_get_global_queue(QOS_CLASS_DEFAULT, 0);
     for (const int request : ProcessStart::endRequests()) {
         std::signal(request, SIG_IGN); // the source is notified all the same
         const dispatch_source_t source =
             dispatch_source_create(DISPATCH_SOURCE_TYPE_SIGNAL, static_cast<uintptr_t>(request), 0,
-                                   dispatch_get_main_queue());
+                                   queue);
         dispatch_source_set_event_handler(source, ^{
-            [NSApp terminate:nil];
+            endSoon(queue);
+            [CorbelApplicationEvents performSelectorOnMainThread:@selector(endApplication)
+                                                      withObject:nil
+                                                   waitUntilDone:NO];
         });
         dispatch_activate(source);
         sources.get().push_back(source);

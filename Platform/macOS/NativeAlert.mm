@@ -1,6 +1,5 @@
 #include "Platform/Native/NativeAlert.h"
 
-#include "Platform/macOS/MainThreadCall.h"
 #include "Platform/macOS/Text.h"
 
 #import <AppKit/AppKit.h>
@@ -33,18 +32,21 @@ void show(const Alert& alert) {
     if (!alert.buttonTitle.empty())
         [window addButtonWithTitle:textOrEmpty(alert.buttonTitle)];
     [NSApp activateIgnoringOtherApps:YES]; // from the background, it would stay behind the others
+    window.window.preventsApplicationTerminationWhenModal = NO; // the end takes it along
     [window runModal];
 }
 
 } // namespace
 
-void runNativeAlert(const Alert& alert) {
-    const Alert* const shown = &alert; // which outlives the call: it waits
-    callOnMainThread(^{
-        @autoreleasepool {
-            show(*shown);
-        }
-    });
+AlertPresenter nativeAlertPresenter() {
+    return {.run =
+                [](const Alert& alert) {
+                    @autoreleasepool {
+                        show(alert);
+                    }
+                    return true;
+                },
+            .dismissAll = {}};
 }
 
 } // namespace Platform

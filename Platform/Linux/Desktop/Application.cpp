@@ -1,5 +1,6 @@
 #include "Platform/Application.h"
 
+#include "Platform/AlertPresenter.h"
 #include "Platform/Bundle.h"
 #include "Platform/Linux/Bundle/ProgramName.h"
 #include "Platform/Linux/Desktop/ServiceManager.h"
@@ -22,6 +23,7 @@
 #include <chrono>
 #include <csignal>
 #include <cstdlib>
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -52,7 +54,7 @@ void endSoon() {
 }
 
 // GLib's own source for signals would keep a thread for them.
-void quitOnRequest(GMainLoop* loop) {
+void quitOnRequest(std::function<void()>& quit) {
     static const int requests = eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
     if (requests == -1)
         return;
@@ -69,10 +71,10 @@ void quitOnRequest(GMainLoop* loop) {
     g_unix_fd_add(
         requests, G_IO_IN,
         [](gint /*descriptor*/, GIOCondition /*condition*/, gpointer data) -> gboolean {
-            g_main_loop_quit(static_cast<GMainLoop*>(data));
+            (*static_cast<std::function<void()>*>(data))();
             return G_SOURCE_REMOVE;
         },
-        loop);
+        &quit);
 }
 
 void sayThatAnotherRuns(const std::string& holder) {
@@ -87,12 +89,17 @@ int run(int /*argumentCount*/, char** /*arguments*/,
     keepNoFreeMemory();
     ProcessStart::ensureStandardStreams();
     const std::unique_ptr<GMainLoop, MainLoopUnref> loop(g_main_loop_new(nullptr, FALSE));
-    quitOnRequest(loop.get());
+    bool isAskedToEnd = false;
+    std::function<void()> quit = [&] {
+        isAskedToEnd = true; // perhaps before the loop runs, as an alert stands at the launch
+        endAlerts();         // each in a loop of its own
+        g_main_loop_quit(loop.get());
+    };
+    quitOnRequest(quit);
     ProcessStart::setSignals(); // from here on, a request that came before is answered
 
     int exitCode = EXIT_SUCCESS;
     std::unique_ptr<ApplicationDelegate> delegate;
-    const auto quit = [&loop] { g_main_loop_quit(loop.get()); };
     SoleInstance instance(Bundle::main().text("CFBundleIdentifier"),
                           {.launch =
                                [&] {
@@ -107,7 +114,8 @@ int run(int /*argumentCount*/, char** /*arguments*/,
                                },
                            .sessionEnded = quit});
     instance.claim();
-    g_main_loop_run(loop.get());
+    if (!isAskedToEnd)
+        g_main_loop_run(loop.get());
 
     notifyServiceManager("STOPPING=1");
     if (delegate)

@@ -1,6 +1,6 @@
 #include "Platform/Linux/Notifications/TerminalNotifications.h"
 
-#include "Platform/Linux/Text/TerminalLine.h"
+#include "Platform/POSIX/TerminalLine.h"
 #include "Platform/StandardOutput.h"
 
 namespace Platform {

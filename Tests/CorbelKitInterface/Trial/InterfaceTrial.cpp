@@ -17,6 +17,7 @@
 #include <functional>
 #include <iostream>
 #include <map>
+#include <thread>
 
 namespace {
 
@@ -109,12 +110,19 @@ std::string closeSide() {
     return "nowhere";
 }
 
-void alert() {
-    Platform::runModal({.messageText = "Message",
+/// Until it is dismissed.
+void alert(const std::string& message) {
+    Platform::runModal({.messageText = message,
                         .informativeText = "Information",
                         .buttonTitle = "Understood",
                         .style = Platform::Alert::Style::critical});
-    say("dismissed");
+    say("dismissed " + message);
+}
+
+/// Each of which asks for an alert.
+std::vector<std::thread>& otherThreads() {
+    static std::vector<std::thread> threads;
+    return threads;
 }
 
 void obey(const std::string& line) {
@@ -130,8 +138,8 @@ void obey(const std::string& line) {
         {"focus", [] { say(focus()); }},
         {"close", [] { say(closeSide()); }},
         {"front", [] { say(isInFront() ? "yes" : "no"); }},
-        {"alert", alert},
-        {"alertElsewhere", [] { Platform::DispatchQueue::serial("elsewhere").async(alert); }},
+        {"alert", [&] { alert(argument); }},
+        {"alertElsewhere", [&] { otherThreads().emplace_back(alert, argument); }},
         {"helper", [] { CorbelKit::showHelperToolAlert([] { say("dismissed"); }); }},
     };
     actions.at(command)();
@@ -151,7 +159,11 @@ public:
         });
     }
 
-    void applicationWillTerminate() override {}
+    void applicationWillTerminate() override {
+        alert("too late");
+        for (auto& thread : otherThreads())
+            thread.join();
+    }
 
 private:
     const std::string commands_;

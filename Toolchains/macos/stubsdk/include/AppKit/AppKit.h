@@ -137,6 +137,7 @@ typedef NS_ENUM(NSUInteger, NSAlertStyle) {
 @interface NSWindow : NSResponder
 @property(weak) id<NSWindowDelegate> delegate;
 @property(copy) NSString* title;
+@property BOOL preventsApplicationTerminationWhenModal;
 - (BOOL)makeFirstResponder:(NSResponder*)responder;
 @end
 
@@ -164,6 +165,7 @@ typedef NS_ENUM(NSUInteger, NSAlertStyle) {
 @property(copy) NSString* messageText;
 @property(copy) NSString* informativeText;
 @property NSAlertStyle alertStyle;
+@property(readonly, strong) NSWindow* window;
 @end
 
 @interface NSRunningApplication : NSObject

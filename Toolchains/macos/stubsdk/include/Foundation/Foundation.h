@@ -283,6 +283,10 @@ typedef NS_OPTIONS(NSUInteger, NSJSONWritingOptions) {
 
 typedef NS_OPTIONS(NSUInteger, NSKeyValueObservingOptions) { NSKeyValueObservingOptionNew = 1 };
 
+@interface NSObject (NSThreadPerformAdditions)
+- (void)performSelectorOnMainThread:(SEL)aSelector withObject:(id)arg waitUntilDone:(BOOL)wait;
+@end
+
 @interface NSObject (NSKeyValueObserving)
 - (void)observeValueForKeyPath:(NSString*)keyPath
                       ofObject:(id)object

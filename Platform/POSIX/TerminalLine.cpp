@@ -1,4 +1,4 @@
-#include "Platform/Linux/Text/TerminalLine.h"
+#include "Platform/POSIX/TerminalLine.h"
 
 #include "Platform/PrintableText.h"
 

@@ -1,6 +1,7 @@
 #include "Platform/Native/ListenerState.h"
 
 #include "Platform/Native/ConnectionCall.h"
+#include "Platform/PrintableText.h"
 
 #include <algorithm>
 #include <atomic>
@@ -48,6 +49,7 @@ constexpr std::size_t mostCalls = 64;
 constexpr std::size_t mostCallsOfOne = 16;
 constexpr std::size_t mostBytes = 64U << 20U;
 constexpr std::size_t longestName = 255;
+constexpr std::size_t longestDescription = 4096;
 
 bool isErrorName(std::string_view name) {
     if (name.size() > longestName || name.find('.') == std::string_view::npos)
@@ -67,6 +69,9 @@ CallAnswer proper(CallAnswer answer) {
         auto refusal = answer.error();
         if (!isErrorName(refusal.name))
             refusal.name = CallRefusal::Name::refused;
+        // It may hold what the client sent, and no message holds text that is not UTF-8.
+        refusal.description = printableText(refusal.description.substr(0, longestDescription),
+                                            ActingCharacters::spaced);
         return refusal;
     }
     const auto* const null = answer->get<PropertyList::Null>();

@@ -69,17 +69,17 @@ protected:
     std::mutex mutex;
     std::vector<ConnectionListener::Reply> replies; // mutex
     EventLog record;
-    ConnectionListener holding{MachServiceName{.name = helperName},
-                               [this](const auto& call, const auto& reply) {
-                                   const std::lock_guard lock(mutex);
-                                   if (call.method == "hold") {
-                                       replies.push_back(reply);
-                                   } else if (call.method == "echo") {
-                                       reply(call.arguments.at(0));
-                                   } else if (call.method != "drop") {
-                                       reply(CallRefusal{.name = call.method, .description = ""});
-                                   }
-                               }};
+    ConnectionListener holding{
+        MachServiceName{.name = helperName}, [this](const auto& call, const auto& reply) {
+            const std::lock_guard lock(mutex);
+            if (call.method == "hold") {
+                replies.push_back(reply);
+            } else if (call.method == "echo") {
+                reply(call.arguments.at(0));
+            } else if (call.method != "drop") {
+                reply(CallRefusal{.name = call.method, .description = "\xFF"});
+            }
+        }};
     XPCConnection client{ServiceName{helperName}};
 };
 

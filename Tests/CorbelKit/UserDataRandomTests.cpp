@@ -1,6 +1,5 @@
 #include "CorbelKit/Services/UserDataList.h"
 #include "Tests/CorbelKit/Note.h"
-#include "Tests/Support/MainLoop.h"
 #include "Tests/Support/Testing.h"
 
 #include <algorithm>
@@ -122,6 +121,7 @@ TEST_F(UserDataRandom, AgreesInMemoryOnDiskAndInWhatCanBeUndone) {
     SCOPED_TRACE("seed " + std::to_string(seed));
     std::cout << "seed " << seed << std::endl;
     fs::create_directory(folder / "data");
+    testing::internal::CaptureStderr();
     for (int step = 0; step < 10'000 && !HasFailure(); ++step) {
         SCOPED_TRACE("step " + std::to_string(step));
         if (random() % 50 == 0)
@@ -143,8 +143,6 @@ TEST_F(UserDataRandom, AgreesInMemoryOnDiskAndInWhatCanBeUndone) {
         }
         EXPECT_EQ(stateOf(*saved), model.saved);
     }
-    testing::internal::CaptureStderr();
-    drainMainLoop();
     EXPECT_THAT(testing::internal::GetCapturedStderr(), testing::HasSubstr("not UTF-8"));
 }
 

@@ -9,7 +9,7 @@ namespace Platform {
 namespace {
 
 Error portableError(NSError* error) {
-    return {portableText(error.localizedDescription)};
+    return {lineOf(error)};
 }
 
 Expected<BookmarkData> bookmarkOf(NSURL* url) {

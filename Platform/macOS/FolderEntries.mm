@@ -20,7 +20,7 @@ forEachEntry(const std::string& folder, ListingOptions options,
                                options:static_cast<NSDirectoryEnumerationOptions>(options)
                                  error:&error];
         if (entries == nil)
-            return Error{portableText(error.localizedDescription)};
+            return Error{lineOf(error)};
         for (NSURL* entry in entries) {
             const std::filesystem::path path(entry.fileSystemRepresentation);
             visit(path.filename().native(), entry.hasDirectoryPath);

@@ -49,8 +49,7 @@ XPCConnection* makeFor(const ConnectionAddress& address) {
 
 ConnectionReply portableReply(id value, NSError* refusal) {
     if (refusal != nil)
-        return ConnectionError{Kind::refused, portableText(refusal.localizedDescription),
-                               portableText(refusal.domain)};
+        return ConnectionError{Kind::refused, lineOf(refusal), portableText(refusal.domain)};
     if (value == nil)
         return PropertyList();
     auto portable = portableValue(value);
@@ -114,9 +113,7 @@ public:
             const id<HelperProtocol> helper =
                 [connection remoteObjectProxyWithErrorHandler:^(NSError* error) {
                     runAtBoundary([&] {
-                        observer->replied(
-                            number, ConnectionError{kindOf(error),
-                                                    portableText(error.localizedDescription)});
+                        observer->replied(number, ConnectionError{kindOf(error), lineOf(error)});
                     });
                 }];
             [helper callMethod:method

@@ -113,7 +113,7 @@ NotificationSettings portableSettings(UNNotificationSettings* settings) noexcept
 std::optional<Error> portableError(NSError* error) noexcept {
     if (error == nil)
         return std::nullopt;
-    return Error{portableText(error.localizedDescription)};
+    return Error{lineOf(error)};
 }
 
 Error portableError(NSException* exception) noexcept {

@@ -15,4 +15,7 @@ NSString* foundationText(std::string_view text);
 /// text.
 std::string portableText(NSString* text);
 
+/// Why something failed, in the system's words, which may have several lines: as one.
+std::string lineOf(NSError* error);
+
 } // namespace Platform

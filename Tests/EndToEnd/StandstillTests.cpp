@@ -68,10 +68,13 @@ TEST_F(StandstillOf, TheSettings) {
     HungFile hung(settings);
     start();
     EXPECT_TRUE(hung.isAsked());
+    save("x.plist");
+    EXPECT_FALSE(trial.nextLine(std::chrono::milliseconds(1100))); // waits for the settings
     expectToEnd();
+    expectNext("New: " + agents + "x.plist"); // of what the application does before it ends
     start();
     save("x.plist");
-    expectNext("New: " + agents + "x.plist");
+    expectNext("Modified: " + agents + "x.plist");
     hung.answer();
     ASSERT_TRUE(trial.waitUntilAtRest());
     save("excepted");

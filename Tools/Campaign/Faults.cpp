@@ -1,19 +1,21 @@
 // The faults that a system can have, over and over, in one table with those of a session: what is
 // changed meanwhile and afterwards has to be notified all the same.
 
+#include "Tests/Support/Linux/HungFile.h"
+#include "Tests/Support/Linux/HungFolder.h"
 #include "Tests/Support/TemporaryFolder.h"
 #include "Tools/Campaign/Campaign.h"
 #include "Tools/Campaign/FaultTrial.h"
 #include "Tools/Campaign/SessionFaults.h"
 
 #include <fcntl.h>
-#include <sys/fanotify.h>
 #include <sys/mount.h>
 #include <unistd.h>
 
 #include <array>
 #include <cstdio>
 #include <fstream>
+#include <list>
 
 namespace Campaign {
 namespace {
@@ -120,15 +122,60 @@ void fileNeverAnswers(FaultTrial& trial, int times) {
     if (!trial.start())
         return;
     for (int time = 0; time < times; ++time) {
-        const int listener = fanotify_init(FAN_CLASS_CONTENT | FAN_CLOEXEC, O_RDONLY);
-        trial.expect(
-            fanotify_mark(listener, FAN_MARK_ADD, FAN_ACCESS_PERM, AT_FDCWD, path.c_str()) == 0);
+        TestSupport::HungFile hung(path);
+        trial.expect(hung.isHung());
         trial.expectNotified();
         trial.expectNotified();
-        close(listener);
+        hung.answer();
         trial.expectNotified();
     }
     trial.expectEnd();
+}
+
+void folderHangsAtStart(FaultTrial& trial, int times) {
+    const auto& desk = trial.desk.trial;
+    for (int time = 0; time < times; ++time) {
+        const TestSupport::HungFolder hung(desk.library() / "StartupItems");
+        trial.expect(hung.isHung());
+        if (!trial.start())
+            return;
+        trial.expectNotified();
+        trial.expectNotified(desk.library() / "LaunchDaemons");
+        trial.expectEnd();
+    }
+}
+
+void settingsHangAtStart(FaultTrial& trial, int times) {
+    const auto file =
+        trial.desk.trial.home() / ".config/tarnwell/QX42K7M3ZP.com.tarnwell.Vesper.plist";
+    fs::create_directories(file.parent_path());
+    writeFile(file, "<plist><dict/></plist>");
+    for (int time = 0; time < times; ++time) {
+        const TestSupport::HungFile hung(file);
+        trial.expect(hung.isHung());
+        if (!trial.start())
+            return;
+        trial.expectNotified();
+        trial.expectNotified();
+        trial.expectEnd();
+    }
+}
+
+void manyFilesNeverAnswer(FaultTrial& trial, int times) {
+    constexpr int files = 40;
+    for (int time = 0; time < times; ++time) {
+        std::list<TestSupport::HungFile> hung;
+        for (int file = 0; file < files; ++file) {
+            const auto path = trial.desk.trial.library() / "LaunchAgents" / std::to_string(file);
+            writeFile(path, "hung");
+            trial.expect(hung.emplace_back(path).isHung());
+        }
+        if (!trial.start())
+            return;
+        trial.expectNotified();
+        trial.expectNotified();
+        trial.expectEnd();
+    }
 }
 
 void fileGrows(FaultTrial& trial, int times) {
@@ -210,6 +257,9 @@ constexpr std::array faults = {
         .name = "X server hangs and goes", .meet = SessionFaults::displayHangsAndGoes, .times = 10},
     Fault{.name = "settings replaced 1000 times a second", .meet = settingsStorm, .times = 5},
     Fault{.name = "file never answers", .meet = fileNeverAnswers, .times = 10},
+    Fault{.name = "folder hangs at start", .meet = folderHangsAtStart, .times = 20},
+    Fault{.name = "hung settings at start", .meet = settingsHangAtStart, .times = 20},
+    Fault{.name = "40 files never answer", .meet = manyFilesNeverAnswer, .times = 10},
     Fault{.name = "file grows for ever", .meet = fileGrows, .times = 5},
     Fault{
         .name = "standard output is a full pipe", .meet = SessionFaults::outputIsFull, .times = 10},

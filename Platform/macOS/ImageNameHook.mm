@@ -3,9 +3,9 @@
 #import <Foundation/Foundation.h>
 #include <objc/runtime.h>
 
-#include <list>
-#include <mutex>
+#include <algorithm>
 #include <string>
+#include <string_view>
 
 // Code of a framework that was linked into the program keeps its resources in the framework's own
 // bundle, and whoever looks a bundle up by class is to find that one. The runtime is asked for the
@@ -20,57 +20,48 @@
 
 namespace {
 
-class FrameworkClass {
-public:
-    FrameworkClass(Class aClass, NSString* framework)
-        : class_(aClass)
-        , framework_(framework) {}
-
-    bool is(Class aClass) const { return class_ == aClass; }
-
-    /// The path of the framework's executable, found at the first call and kept.
-    const char* imageName() {
-        std::call_once(isFound_, [this] { imageName_ = find(); });
-        return imageName_.c_str();
-    }
-
-private:
-    std::string find() const {
-        @autoreleasepool {
-            NSString* const path = [NSString
-                stringWithFormat:@"Contents/Frameworks/%@.framework/%@", framework_, framework_];
-            NSURL* const image = [NSBundle.mainBundle.bundleURL URLByAppendingPathComponent:path
-                                                                                isDirectory:NO];
-            return image.fileSystemRepresentation;
-        }
-    }
-
-    const Class class_;
-    NSString* const framework_;
-    std::once_flag isFound_;
-    std::string imageName_;
+/// All classes that the kit has in the object runtime. By name: a program may link a part of them.
+constexpr std::string_view frameworkClasses[] = {
+    "AllowBackgroundItemViewController",
+    "AllowBackgroundItemWindowController",
+    "CorbelAppearanceObserver",
+    "CorbelApplication",
+    "CorbelApplicationEvents",
+    "CorbelKitResourceBundleClass",
+    "CorbelNotificationAnswers",
+    "CorbelSettingsObserver",
+    "StoryboardViewController",
+    "StoryboardWindowController",
+    "XPCConnection",
 };
 
-std::list<FrameworkClass>& frameworkClasses() {
-    static const Platform::NeverDestroyed<std::list<FrameworkClass>> classes;
-    return classes.get();
+/// The path of the framework's executable, found at the first call and kept; empty where it has
+/// none.
+const std::string& frameworkImage() {
+    static const Platform::NeverDestroyed<std::string> image([]() -> std::string {
+        @autoreleasepool {
+            NSURL* const url = [NSBundle.mainBundle.bundleURL
+                URLByAppendingPathComponent:@"Contents/Frameworks/CorbelKit.framework/CorbelKit"
+                                isDirectory:NO];
+            const char* const path = url.fileSystemRepresentation;
+            return path == nullptr ? "" : path;
+        }
+    }());
+    return image.get();
 }
 
 objc_hook_getImageName previousHook = nullptr;
 
 BOOL imageNameOf(Class aClass, const char** imageName) noexcept {
-    for (auto& known : frameworkClasses()) {
-        if (known.is(aClass)) {
-            *imageName = known.imageName();
-            return YES;
-        }
-    }
-    return previousHook(aClass, imageName);
+    if (std::ranges::count(frameworkClasses, class_getName(aClass)) == 0 ||
+        frameworkImage().empty())
+        return previousHook(aClass, imageName);
+    *imageName = frameworkImage().c_str();
+    return YES;
 }
 
-/// Runs when the program is loaded; from then on the list is only read.
+/// Runs when the program is loaded.
 __attribute__((constructor)) void installImageNameHook() noexcept {
-    frameworkClasses().emplace_back(CorbelKitResourceBundleClass.class, @"CorbelKit");
     objc_setHook_getImageName(imageNameOf, &previousHook);
 }
 

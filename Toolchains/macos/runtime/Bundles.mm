@@ -32,6 +32,11 @@ void objc_setHook_getImageName(objc_hook_getImageName hook, objc_hook_getImageNa
     imageNameHook = hook;
 }
 
+const char* class_getImageName(Class aClass) {
+    const char* name = nullptr;
+    return imageNameHook(aClass, &name) == NO ? nullptr : name;
+}
+
 @interface NSBundle (SystemFoundation)
 @end
 
@@ -74,8 +79,8 @@ void objc_setHook_getImageName(objc_hook_getImageName hook, objc_hook_getImageNa
 /// "the NSBundle object for the framework or loadable bundle that dynamically loaded the class",
 /// found by the image that the class comes from, which the hook may name.
 + (NSBundle*)bundleForClass:(Class)aClass {
-    const char* image = nullptr;
-    if (imageNameHook(aClass, &image) == NO || [@(image) isEqual:executable()])
+    const char* const image = class_getImageName(aClass);
+    if (image == nullptr || [@(image) isEqual:executable()])
         return NSBundle.mainBundle;
     return [NSBundle bundleWithPath:@(image).stringByDeletingLastPathComponent];
 }

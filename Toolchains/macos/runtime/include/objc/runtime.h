@@ -5,3 +5,5 @@
 typedef BOOL (*objc_hook_getImageName)(Class aClass, const char** imageName);
 OBJC_PUBLIC extern "C" void objc_setHook_getImageName(objc_hook_getImageName hook,
                                                       objc_hook_getImageName* previous);
+/// The path of what the class comes from.
+OBJC_PUBLIC extern "C" const char* class_getImageName(Class aClass);

@@ -7,11 +7,15 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <utility>
 
 namespace Platform {
 namespace {
+
+// Above INT_MAX bytes, read(2) and write(2) of macOS fail with EINVAL.
+constexpr std::size_t mostAtOnce = std::size_t{1} << 30;
 
 Expected<FileHandle> openWithoutWaiting(const URL& url, int flags) {
     constexpr mode_t modeWithinMask = 0666;
@@ -72,6 +76,7 @@ std::uint64_t FileHandle::size() const {
 }
 
 Expected<std::size_t> FileHandle::read(std::span<std::byte> buffer) {
+    buffer = buffer.first(std::min(buffer.size(), mostAtOnce));
     const auto count =
         uninterrupted([&] { return ::read(fileDescriptor_, buffer.data(), buffer.size()); });
     if (count < 0)
@@ -81,8 +86,9 @@ Expected<std::size_t> FileHandle::read(std::span<std::byte> buffer) {
 
 std::optional<Error> FileHandle::write(std::span<const std::byte> bytes) {
     while (!bytes.empty()) {
+        const auto piece = bytes.first(std::min(bytes.size(), mostAtOnce));
         const auto count =
-            uninterrupted([&] { return ::write(fileDescriptor_, bytes.data(), bytes.size()); });
+            uninterrupted([&] { return ::write(fileDescriptor_, piece.data(), piece.size()); });
         if (count < 0)
             return systemError("cannot write", errno);
         bytes = bytes.subspan(static_cast<std::size_t>(count));

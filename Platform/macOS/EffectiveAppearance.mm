@@ -16,11 +16,9 @@ Appearance presentAppearance() {
     @autoreleasepool {
         NSString* const match = [NSApp.effectiveAppearance
             bestMatchFromAppearancesWithNames:@[ NSAppearanceNameAqua, NSAppearanceNameDarkAqua ]];
-        if ([match isEqualToString:NSAppearanceNameAqua])
-            return Appearance(Appearance::Name::aqua);
-        if ([match isEqualToString:NSAppearanceNameDarkAqua])
-            return Appearance(Appearance::Name::darkAqua);
-        return Appearance(std::nullopt);
+        return Appearance([match isEqualToString:NSAppearanceNameDarkAqua]
+                              ? Appearance::Name::darkAqua
+                              : Appearance::Name::aqua); // also where nothing is known
     }
 }
 

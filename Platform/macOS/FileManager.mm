@@ -3,6 +3,8 @@
 #include "Platform/macOS/FoundationURL.h"
 #include "Platform/macOS/Text.h"
 
+#include <utility>
+
 namespace Platform::FileManager {
 
 std::vector<URL> localLibraryDirectories() {
@@ -10,8 +12,8 @@ std::vector<URL> localLibraryDirectories() {
         std::vector<URL> folders;
         for (NSURL* folder in [NSFileManager.defaultManager URLsForDirectory:NSLibraryDirectory
                                                                    inDomains:NSLocalDomainMask])
-            folders.push_back(
-                URL::file(folder.fileSystemRepresentation, URL::DirectoryHint::isDirectory));
+            if (auto url = portableURL(folder))
+                folders.push_back(std::move(*url));
         return folders;
     }
 }
@@ -34,7 +36,7 @@ std::optional<URL> applicationSupportDirectory() {
         for (NSURL* folder in
              [NSFileManager.defaultManager URLsForDirectory:NSApplicationSupportDirectory
                                                   inDomains:NSUserDomainMask])
-            return URL::file(folder.fileSystemRepresentation, URL::DirectoryHint::isDirectory);
+            return portableURL(folder);
         return std::nullopt;
     }
 }

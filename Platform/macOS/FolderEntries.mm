@@ -22,8 +22,8 @@ forEachEntry(const std::string& folder, ListingOptions options,
         if (entries == nil)
             return Error{lineOf(error)};
         for (NSURL* entry in entries) {
-            const std::filesystem::path path(entry.fileSystemRepresentation);
-            visit(path.filename().native(), entry.hasDirectoryPath);
+            if (const char* const path = entry.fileSystemRepresentation)
+                visit(std::filesystem::path(path).filename().native(), entry.hasDirectoryPath);
         }
         return std::nullopt;
     }

@@ -14,8 +14,8 @@ public:
     virtual ~ApplicationDelegate() = default;
     /// Once, when the process has become the application, and the main loop runs.
     virtual void applicationDidFinishLaunching() = 0;
-    /// Once, when the main loop has ended. Do here what must not wait for the destructor: the
-    /// process may end without it.
+    /// Once, when the process is about to end: the main loop does nothing more. Do here what must
+    /// not wait for the destructor: the process may end without it.
     virtual void applicationWillTerminate() = 0;
 
 protected:
@@ -32,8 +32,8 @@ namespace Application {
 
 /// The application's main function. Makes the delegate, notifies it of the launch, runs the main
 /// loop until the process is asked to end (by the user, the system or the end of the session),
-/// notifies the delegate of that and returns the exit code. Called once, on the main thread, with
-/// the arguments of the process.
+/// notifies the delegate of that, and returns the exit code or ends with it. Called once, on the
+/// main thread, with the arguments of the process.
 ///
 /// Where the session runs one process of an application, a second one waits up to three seconds for
 /// the first to end, and otherwise returns a failure that calls for another try, without a launch.

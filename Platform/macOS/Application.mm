@@ -2,15 +2,19 @@
 
 #include "Platform/AlertPresenter.h"
 #include "Platform/Bundle.h"
+#include "Platform/Log.h"
 #include "Platform/MainThread.h"
 #include "Platform/NeverDestroyed.h"
 #include "Platform/POSIX/ProcessStart.h"
 #include "Platform/StandardOutput.h"
 #include "Platform/macOS/Boundary.h"
 #include "Platform/macOS/Public/SystemEvents.h"
+#include "Platform/macOS/SoleInstance.h"
+#include "Platform/macOS/Text.h"
 
 #import <AppKit/AppKit.h>
 #include <dispatch/dispatch.h>
+#include <sysexits.h>
 #include <unistd.h>
 
 #include <chrono>
@@ -21,14 +25,9 @@
 namespace Platform {
 namespace {
 
-/// What the application's objects, which the system makes, have from the caller of `run`.
-struct Launch {
-    std::function<std::unique_ptr<ApplicationDelegate>()> makeDelegate;
-    std::unique_ptr<ApplicationDelegate> delegate; // made with the application
-};
-
-Launch& launch() {
-    static const NeverDestroyed<Launch> instance;
+/// The delegate of the application under way.
+std::unique_ptr<ApplicationDelegate>& launchedDelegate() {
+    static const NeverDestroyed<std::unique_ptr<ApplicationDelegate>> instance;
     return instance.get();
 }
 
@@ -41,13 +40,13 @@ void SystemEvents::chooseApplicationDelegate(Class<NSApplicationDelegate> delega
 }
 
 void SystemEvents::applicationDidFinishLaunching() noexcept {
-    runAtBoundary([] { launch().delegate->applicationDidFinishLaunching(); });
+    runAtBoundary([] { launchedDelegate()->applicationDidFinishLaunching(); });
 }
 
 void SystemEvents::applicationWillTerminate() noexcept {
     runAtBoundary([] {
         endAlerts();
-        launch().delegate->applicationWillTerminate();
+        launchedDelegate()->applicationWillTerminate();
         StandardOutput::drain(std::chrono::milliseconds(150));
     });
 }
@@ -74,27 +73,11 @@ void SystemEvents::applicationWillTerminate() noexcept {
 
 @end
 
-/// The class of the application object. Info.plist names it as the principal class.
+/// The class of the application object where Info.plist names it as the principal class, or none.
 @interface CorbelApplication : NSApplication
 @end
 
-@implementation CorbelApplication {
-    id<NSApplicationDelegate> events_; // which the application itself does not keep
-}
-
-- (instancetype)init {
-    if ((self = [super init])) {
-        Platform::runAtBoundary([] {
-            auto& launch = Platform::launch();
-            launch.delegate = launch.makeDelegate();
-        });
-        const Class chosen = Platform::delegateClass;
-        events_ = [[(chosen != Nil ? chosen : CorbelApplicationEvents.class) alloc] init];
-        self.delegate = events_;
-    }
-    return self;
-}
-
+@implementation CorbelApplication
 @end
 
 namespace Platform::Application {
@@ -128,6 +111,39 @@ void terminateOnRequest() {
     }
 }
 
+constexpr auto patienceWithAnother = std::chrono::seconds(3);
+
+// The system delays the timers of an application that shows nothing (App Nap), unless the
+// application says that the user waits for what it does.
+void keepTimersOnTime() {
+    static const id<NSObject> activity = [NSProcessInfo.processInfo
+        beginActivityWithOptions:NSActivityUserInitiatedAllowingIdleSystemSleep
+                          reason:@"Changes are reported as they come"];
+    static_cast<void>(activity);
+}
+
+/// Of whatever kind the program's own principal class is.
+Class applicationClass(const std::string& name) {
+    const Class principal = NSClassFromString(foundationText(name));
+    if ([principal isSubclassOfClass:NSApplication.class])
+        return principal;
+    if (!name.empty())
+        log("NSPrincipalClass names no class of applications: " + name);
+    return CorbelApplication.class;
+}
+
+// The system's main function finds the application there, with its delegate.
+void makeApplication(Class ofClass,
+                     const std::function<std::unique_ptr<ApplicationDelegate>()>& makeDelegate) {
+    NSApplication* const application = [ofClass sharedApplication];
+    launchedDelegate() = makeDelegate();
+    const Class chosen = delegateClass;
+    static const id<NSApplicationDelegate> events = // which the application itself does not keep
+        [[(chosen != Nil ? chosen : CorbelApplicationEvents.class) alloc] init];
+    application.delegate = events;
+    keepTimersOnTime();
+}
+
 } // namespace
 
 int run(int argumentCount, char** arguments,
@@ -135,14 +151,21 @@ int run(int argumentCount, char** arguments,
     MainThread::check();
     ProcessStart::ensureStandardStreams();
     ProcessStart::setSignals();
+    // Before requests to end are taken over: while it waits, the process just ends at one.
+    if (!becomesSoleInstance(Bundle::main().text("CFBundleIdentifier"), patienceWithAnother)) {
+        log("Another process of the application is running");
+        return EX_TEMPFAIL;
+    }
     terminateOnRequest();
-    launch().makeDelegate = makeDelegate;
-    // A program outside a bundle has nowhere to name the class, for want of which it would end.
-    if (!Bundle::main().infoDictionary().contains("NSPrincipalClass")) {
-        NSApplication* const application = CorbelApplication.sharedApplication;
-        // For want of Info.plist it would have no windows to come to the front.
-        [application setActivationPolicy:NSApplicationActivationPolicyAccessory];
-        [application run];
+    const auto principalClass = Bundle::main().text("NSPrincipalClass");
+    const Class used = applicationClass(principalClass);
+    runAtBoundary([&] { makeApplication(used, makeDelegate); });
+    // For want of Info.plist, a program would have no windows to come to the front.
+    if (principalClass.empty())
+        [NSApp setActivationPolicy:NSApplicationActivationPolicyAccessory];
+    // The system's main function ends a program that names no such class.
+    if (used != NSClassFromString(foundationText(principalClass))) {
+        [NSApp run];
         return EXIT_SUCCESS;
     }
     return NSApplicationMain(argumentCount, const_cast<const char**>(arguments));

@@ -1,6 +1,8 @@
 // What the system's Foundation does beyond GNUstep's, or in another way.
 #import <Foundation/Foundation.h>
+#include <pwd.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <cstdlib>
 
@@ -106,9 +108,10 @@
                    inDomains:(NSSearchPathDomainMask)domains {
     const char* const library =
         std::getenv("CORBEL_LOCAL_LIBRARY"); // stands in for /Library in trials
-    NSString* const root = domains == NSUserDomainMask
-                               ? [NSHomeDirectory() stringByAppendingPathComponent:@"Library"]
-                               : @(library == nullptr ? "/Library" : library);
+    NSString* const root =
+        domains == NSUserDomainMask
+            ? [@(getpwuid(getuid())->pw_dir) stringByAppendingPathComponent:@"Library"]
+            : @(library == nullptr ? "/Library" : library);
     NSString* const path = directory == NSApplicationSupportDirectory
                                ? [root stringByAppendingPathComponent:@"Application Support"]
                                : root;

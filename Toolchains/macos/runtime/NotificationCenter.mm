@@ -5,14 +5,17 @@
 #import <UserNotifications/UserNotifications.h>
 #include <dispatch/dispatch.h>
 
+#include <atomic>
 #include <cstdlib>
 #include <string_view>
 
 namespace {
 
+std::atomic<bool> isAllowedByNow = false;
+
 std::string_view permission() {
     const char* const value = std::getenv("CORBEL_PERMISSION");
-    return value == nullptr ? "granted" : value;
+    return value == nullptr || isAllowedByNow ? "granted" : value;
 }
 
 // UNError.h: "notificationsNotAllowed = 1"
@@ -95,6 +98,7 @@ VALUE
 @end
 
 @implementation UNUserNotificationCenter {
+    void (^question_)(BOOL, NSError*);
     __weak id<UNUserNotificationCenterDelegate> delegate_;
     NSSet<UNNotificationCategory*>* categories_;
     NSMutableDictionary<NSString*, UNNotificationRequest*>* requests_; // pending, then delivered
@@ -125,11 +129,8 @@ VALUE
 
 - (void)requestAuthorizationWithOptions:(UNAuthorizationOptions)options
                       completionHandler:(void (^)(BOOL, NSError*))handler {
-    if (permission() == "late") {
-        after(0.5, ^{
-            setenv("CORBEL_PERMISSION", "granted", 1);
-            handler(YES, nil);
-        });
+    if (permission() == "late") { // the user has not looked at the question yet
+        question_ = [handler copy];
         return;
     }
     later(^{
@@ -198,6 +199,14 @@ VALUE
                 if ([offered.identifier isEqual:action])
                     return YES;
     return NO;
+}
+
+- (void)allow {
+    isAllowedByNow = true;
+    void (^const handler)(BOOL, NSError*) = question_;
+    later(^{
+        handler(YES, nil);
+    });
 }
 
 // What the user can press is what the request's category offers, and the notification itself.

@@ -13,6 +13,7 @@ void requireMainThread();
 
 /// What the user does, one line an action, in the file that CORBEL_USER_ACTIONS names (a FIFO):
 ///   answer <action> <identifier>   presses a button of the notification with the identifier
+///   allow                          answers the request for permission, where it is late
 ///   appearance dark|light          chooses how applications look
 void followUserActions();
 

@@ -19,6 +19,7 @@
 
 @interface UNUserNotificationCenter (CorbelTrial)
 - (void)answer:(NSString*)action identifier:(NSString*)identifier;
+- (void)allow;
 @end
 
 namespace CorbelTrial {
@@ -45,6 +46,8 @@ void act(const std::string& line) {
                 [NSApp
                     useAppearance:rest == "dark" ? NSAppearanceNameDarkAqua : NSAppearanceNameAqua];
             });
+        } else if (word == "allow") {
+            [UNUserNotificationCenter.currentNotificationCenter allow];
         } else if (word == "answer") {
             const auto action = rest.substr(0, rest.find(' '));
             const auto identifier = rest.substr(std::min(rest.size(), action.size() + 1));

@@ -243,7 +243,10 @@ typedef NS_OPTIONS(NSUInteger, NSDirectoryEnumerationOptions) {
 @property(readonly, copy) NSString* currentDirectoryPath;
 @end
 
-typedef NS_OPTIONS(uint64_t, NSActivityOptions) { NSActivityUserInitiated = 0x00FFFFFFULL };
+typedef NS_OPTIONS(uint64_t, NSActivityOptions) {
+    NSActivityUserInitiated = 0x00FFFFFFULL,
+    NSActivityUserInitiatedAllowingIdleSystemSleep = 0x00EFFFFFULL
+};
 
 @interface NSProcessInfo : NSObject
 @property(class, readonly, strong) NSProcessInfo* processInfo;

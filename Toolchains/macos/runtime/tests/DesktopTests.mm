@@ -1,0 +1,45 @@
+// What the user sees and chooses on macOS, where a stand-in shows and chooses it.
+
+#include "Platform/AppService.h"
+#include "Platform/Application.h"
+#include "Platform/Workspace.h"
+
+#import <AppKit/AppKit.h>
+#include <gmock/gmock.h>
+
+@interface NSApplication (CorbelTrial)
+- (void)useAppearance:(NSAppearanceName)name;
+@end
+
+namespace {
+
+using namespace Platform;
+using Name = Appearance::Name;
+
+} // namespace
+
+TEST(Desktop, ReportsEachChangeOfTheAppearanceOnce) {
+    static_cast<void>([NSApplication sharedApplication]);
+    std::vector<std::optional<Name>> seen;
+    {
+        const auto observation = Application::observeEffectiveAppearance([&seen] {
+            seen.push_back(
+                Application::effectiveAppearance().bestMatch({Name::aqua, Name::darkAqua}));
+        });
+        for (NSAppearanceName name :
+             {NSAppearanceNameDarkAqua, NSAppearanceNameDarkAqua, NSAppearanceNameAqua})
+            [NSApp useAppearance:name];
+    }
+    [NSApp useAppearance:NSAppearanceNameDarkAqua];
+    EXPECT_THAT(seen, testing::ElementsAre(Name::darkAqua, Name::aqua));
+}
+
+TEST(Desktop, OpensURLsUnchangedAndTheSettings) {
+    testing::internal::CaptureStdout();
+    Workspace::open(*URL::parse("x-a://b/%2F+?c#d"));
+    AppService::openSystemSettingsLoginItems();
+    EXPECT_EQ(testing::internal::GetCapturedStdout(),
+              "Opened: x-a://b/%2F+?c#d\nOpened: login items\n");
+    EXPECT_EQ(Workspace::urlForApplication("com.tarnwell.VesperPro10"),
+              URL::file("/Applications/Vesper Pro.app", URL::DirectoryHint::isDirectory));
+}

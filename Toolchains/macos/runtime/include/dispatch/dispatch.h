@@ -17,6 +17,7 @@ typedef void (^dispatch_block_t)(void);
 
 #define DISPATCH_TIME_NOW (0ULL)
 #define DISPATCH_TIME_FOREVER (~0ULL)
+#define NSEC_PER_MSEC 1000000ULL
 enum { QOS_CLASS_DEFAULT = 0x15 };
 enum : unsigned long { DISPATCH_VNODE_WRITE = 2, DISPATCH_PROC_EXIT = 0x80000000 };
 

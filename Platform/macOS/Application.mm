@@ -97,9 +97,8 @@ void terminateOnRequest() {
     const dispatch_queue_t queue = dispatch_get_global_queue(QOS_CLASS_DEFAULT, 0);
     for (const int request : ProcessStart::endRequests()) {
         std::signal(request, SIG_IGN); // the source is notified all the same
-        const dispatch_source_t source =
-            dispatch_source_create(DISPATCH_SOURCE_TYPE_SIGNAL, static_cast<uintptr_t>(request), 0,
-                                   queue);
+        const dispatch_source_t source = dispatch_source_create(
+            DISPATCH_SOURCE_TYPE_SIGNAL, static_cast<uintptr_t>(request), 0, queue);
         dispatch_source_set_event_handler(source, ^{
             endSoon(queue);
             [CorbelApplicationEvents performSelectorOnMainThread:@selector(endApplication)

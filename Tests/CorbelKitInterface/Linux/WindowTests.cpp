@@ -235,6 +235,25 @@ TEST_F(AllowBackgroundItem, FollowsDarkAndLight) {
     EXPECT_TRUE(waitUntil([this] { return ask("background") == "light"; }));
 }
 
+// Upwards, with a second between two times, without end.
+TEST_F(AllowBackgroundItem, HasAPointerThatBounces) {
+    start();
+    ASSERT_TRUE(show());
+    using Clock = std::chrono::steady_clock;
+    for (int bounce = 0; bounce < 3; ++bounce) {
+        auto lastSeenUp = Clock::now();
+        Clock::duration rest{};
+        EXPECT_TRUE(waitUntil([&] {
+            const float rise = std::stof(ask("rise clickImageView"));
+            EXPECT_GE(rise, 0);
+            if (rise > 0)
+                lastSeenUp = Clock::now();
+            rest = std::max(rest, Clock::now() - lastSeenUp);
+            return rise > 2 && (bounce == 0 || rest > std::chrono::milliseconds(800));
+        }));
+    }
+}
+
 TEST_F(AllowBackgroundItem, ShowsNothingOfALayoutThatIsMissingOrAnothers) {
     start();
     fs::remove(resources);

@@ -110,6 +110,23 @@ std::string closeSide() {
     return "nowhere";
 }
 
+/// How many pixels of the picture's hindmost layer are above its place, where they are cut off.
+std::string rise(const std::string& identifier) {
+    auto* const layer = find(identifier)->get_first_child();
+    GdkPaintable* const picture = gtk_widget_paintable_new(GTK_WIDGET(layer->gobj()));
+    GtkSnapshot* const snapshot = gtk_snapshot_new();
+    gdk_paintable_snapshot(picture, snapshot, layer->get_width(), layer->get_height());
+    g_object_unref(picture);
+    GskRenderNode* const drawn = gtk_snapshot_free_to_node(snapshot);
+    if (drawn == nullptr)
+        return "nothing";
+    graphene_rect_t bounds;
+    gsk_render_node_get_bounds(drawn, &bounds);
+    gsk_render_node_unref(drawn);
+    return std::to_string(static_cast<float>(layer->get_height()) - bounds.origin.y -
+                          bounds.size.height);
+}
+
 /// Until it is dismissed.
 void alert(const std::string& message) {
     Platform::runModal({.messageText = message,
@@ -136,6 +153,7 @@ void obey(const std::string& line) {
         {"background", [] { say(background()); }},
         {"windows", [] { say(windows()); }},
         {"focus", [] { say(focus()); }},
+        {"rise", [&] { say(rise(argument)); }},
         {"close", [] { say(closeSide()); }},
         {"front", [] { say(isInFront() ? "yes" : "no"); }},
         {"alert", [&] { alert(argument); }},

@@ -45,7 +45,8 @@ public:
     std::shared_ptr<MonitorDelegate> delegate() const override;
     void setDelegate(std::weak_ptr<MonitorDelegate> delegate) override;
 
-    /// Meant to run once, by `make` or after `makeIdle`. A second run leaves the earlier descriptor open.
+    /// Meant to run once, by `make` or after `makeIdle`. A second run leaves the earlier descriptor
+    /// open.
     void startMonitoring() override;
 
     /// Ends the events. The descriptor is closed a little later, on the monitors' queue.

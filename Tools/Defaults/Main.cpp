@@ -9,6 +9,7 @@
 #include <array>
 #include <cstdio>
 #include <cstdlib>
+#include <limits>
 #include <optional>
 #include <span>
 #include <string>
@@ -146,7 +147,7 @@ struct Command {
     int (*run)(Words words);
 };
 
-constexpr std::size_t anyNumber = -1;
+constexpr auto anyNumber = std::numeric_limits<std::size_t>::max();
 constexpr std::array commands = {
     Command{.name = "domains", .fewestWords = 0, .mostWords = 0, .run = printDomains},
     Command{.name = "keys", .fewestWords = 1, .mostWords = 1, .run = printKeys},

@@ -6,7 +6,7 @@ target_link_libraries(TestSupport PRIVATE PkgConfig::GIO Threads::Threads)
 # Preloaded into the process whose system log is to be read.
 add_library(SystemLogRecorder MODULE Linux/Preloaded/SystemLogRecorder.cpp)
 
-target_sources(TestSupport INTERFACE ${CMAKE_CURRENT_SOURCE_DIR}/Linux/LeakSuppressions.cpp)
+target_sources(TestSupport INTERFACE ${CMAKE_CURRENT_SOURCE_DIR}/Linux/SanitizerSuppressions.cpp)
 
 # Run as a process of its own by those who test connections to one.
 add_executable(HelperTool Linux/Programs/HelperTool.cpp)

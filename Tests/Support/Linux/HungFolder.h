@@ -128,7 +128,9 @@ private:
         header.error = -error;
         header.unique = request.unique;
         const auto whole = bytesOf(header) + content;
-        static_cast<void>(write(device_.fileDescriptor(), whole.data(), whole.size()));
+        // It fails where the one who asked has gone.
+        [[maybe_unused]] const auto written =
+            write(device_.fileDescriptor(), whole.data(), whole.size());
     }
 
     const std::filesystem::path folder_;

@@ -26,7 +26,8 @@ TEST(BookmarkContract, FindsItsFileAgainWhereItWasMoved) {
     EXPECT_FALSE(SecurityScopedResource::resolve(*data));
     EXPECT_FALSE(makeBookmark(fileURL(folder / "moved")));
     EXPECT_FALSE(makeBookmark(*URL::parse("https://a")));
-    for (const std::size_t length : {std::size_t{0}, data->size() / 2})
+    for (const std::size_t length : {std::size_t{0}, data->size() / 2}) {
         EXPECT_FALSE(SecurityScopedResource::resolve(
             {data->begin(), data->begin() + static_cast<std::ptrdiff_t>(length)}));
+    }
 }

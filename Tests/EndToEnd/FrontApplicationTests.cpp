@@ -30,13 +30,10 @@ protected:
     /// An application comes to the accessibility bus in its own time, and its answer may come too
     /// late while the machine is busy: what was saved before that is reported.
     bool isSilentInTheEnd() {
-        const auto deadline = TestSupport::AgentTrial::Clock::now() + trial.patience;
-        do {
+        return TestSupport::waitUntil([this] {
             expectSilence();
-            if (!trial.nextLine(std::chrono::milliseconds(0)))
-                return true;
-        } while (TestSupport::AgentTrial::Clock::now() < deadline);
-        return false;
+            return !trial.nextLine(std::chrono::milliseconds(0));
+        });
     }
 
     TestSupport::DesktopSession session;

@@ -21,7 +21,8 @@ constexpr int looks = 20;
 
 // More would not hash faster than a disk reads.
 std::size_t mostReaders() {
-    return std::clamp(std::thread::hardware_concurrency(), 1U, 4U);
+    static const auto most = std::clamp(std::thread::hardware_concurrency(), 1U, 4U);
+    return most; // asking the system opens a file
 }
 
 } // namespace

@@ -82,8 +82,8 @@ void TimerQueue::runDue() {
     std::vector<std::function<void()>> due;
     {
         const MutexLock lock(mutex_);
-        setFor_ =
-            {}; // that has passed; setting the descriptor anew, or to none, makes it wait again
+        // That time has passed; setting the descriptor anew, or to none, makes it wait again.
+        setFor_ = {};
         const auto end = tasks_.lower_bound({Clock::now() + Clock::duration(1), 0});
         for (auto task = tasks_.begin(); task != end; ++task)
             due.push_back(std::move(task->second));

@@ -36,6 +36,14 @@ install(CODE "
     endif()
     file(INSTALL \"${made}/vesper-pro-agent.desktop\" DESTINATION \"\${etc}/xdg/autostart\")" ${of_programs})
 
+# What the desktop shows of them.
+set(icons ${PROJECT_SOURCE_DIR}/Packaging/Icons/com.tarnwell.VesperPro10)
+install(FILES ${icons}.svg DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps ${of_programs})
+install(FILES ${icons}-symbolic.svg DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/symbolic/apps ${of_programs})
+configure_file(${CMAKE_CURRENT_LIST_DIR}/com.tarnwell.VesperPro10.metainfo.xml.in
+               ${made}/com.tarnwell.VesperPro10.metainfo.xml @ONLY)
+install(FILES ${made}/com.tarnwell.VesperPro10.metainfo.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo ${of_programs})
+
 # Texts. Debian wants what nobody reads unpacked to be packed, without a time.
 find_program(GZIP gzip REQUIRED)
 function(corbel_pack source name)

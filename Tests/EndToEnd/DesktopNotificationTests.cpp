@@ -24,7 +24,7 @@ TEST_F(DesktopNotification, GivesTheServiceAllThatItHasToKnowAndRests) {
     const auto call = next(service);
     EXPECT_EQ(call.applicationName, "Vesper Pro Agent");
     EXPECT_EQ(call.replaces, 0U);
-    EXPECT_EQ(call.icon, "");
+    EXPECT_EQ(call.icon, "com.tarnwell.VesperPro10");
     EXPECT_EQ(call.summary, "Vesper Pro noticed a change");
     EXPECT_EQ(call.body, "New: " + agents + "a&lt;b&gt;&amp;c");
     EXPECT_THAT(call.actions, ElementsAre("default", "", "ShowAction", "Show"));

@@ -71,6 +71,8 @@ std::vector<std::string> actionList(const std::vector<NotificationAction>& actio
 /// All the texts of a call.
 struct Message {
     std::string application = validText(Bundle::main().text("CFBundleName"));
+    /// Its name in the desktop's icon theme; empty: none.
+    std::string icon = validText(Bundle::main().text("CFBundleIconFile"));
     std::string title;
     std::string body;
     std::vector<std::string> actions;
@@ -108,8 +110,7 @@ BusArguments makeNotifyArguments(const NotificationRequest& request,
                     .actions = actionList(actions, capabilities),
                     .category = category.empty() ? "" : categoryHint(category)};
     return [message = std::move(message), replaced](BusWriter& writer) {
-        const auto noIcon = "";
-        writer.add(message.application).add(replaced).add(noIcon).add(message.title);
+        writer.add(message.application).add(replaced).add(message.icon).add(message.title);
         writer.add(message.body).array("s", [&] {
             for (const auto& text : message.actions)
                 writer.add(text);

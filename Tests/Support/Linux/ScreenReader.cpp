@@ -43,26 +43,36 @@ private:
     BusReference<GDBusConnection> connection_;
 };
 
-std::string lineOf(const Bus& bus, const Object& object) {
+std::array<int, 4> placeOf(const Bus& bus, const Object& object) {
+    constexpr guint32 inWindow = 1; // ATSPI_COORD_TYPE_WINDOW
+    const auto extents =
+        bus.ask(object, "org.a11y.atspi.Component", "GetExtents", g_variant_new("(u)", inWindow));
+    std::array<int, 4> place{};
+    if (extents)
+        g_variant_get(extents.get(), "(iiii)", &place[0], &place[1], &place[2], &place[3]);
+    return place;
+}
+
+Element elementOf(const Bus& bus, const Object& object) {
     const auto role = bus.ask(object, accessible, "GetRoleName");
     const auto states = bus.ask(object, accessible, "GetState");
     if (!role || !states)
-        return "gone\n";
-    std::string line = g_variant_get_string(role.get(), nullptr);
-    const auto name = bus.property(object, "Name");
-    if (line == "group" && name.empty())
-        return {};
-    line += " \"" + name + '"';
-    if (const auto description = bus.property(object, "Description"); !description.empty())
-        line += " (" + description + ')';
+        return {.role = "gone"};
     guint32 first = 0;
     g_variant_get_child(states.get(), 0, "u", &first);
-    constexpr unsigned focused = 1U << 12U; // ATSPI_STATE_FOCUSED
-    return line + ((first & focused) != 0 ? " focused\n" : "\n");
+    const auto place = placeOf(bus, object);
+    // The bits of AtspiStateType.
+    return {.role = g_variant_get_string(role.get(), nullptr),
+            .name = bus.property(object, "Name"),
+            .description = bus.property(object, "Description"),
+            .hasFocus = (first >> 12U & 1U) != 0,
+            .canHaveFocus = (first >> 11U & 1U) != 0,
+            .isShown = (first >> 30U & 1U) != 0 && place[2] > 0 && place[3] > 0,
+            .place = place};
 }
 
-std::string childrenOf(const Bus& bus, const Object& object) {
-    std::string lines;
+// NOLINTNEXTLINE(misc-no-recursion): a window is as deep as its layout
+void addChildren(const Bus& bus, const Object& object, std::vector<Element>& found) {
     const auto children = bus.ask(object, accessible, "GetChildren");
     const gsize count = children ? g_variant_n_children(children.get()) : 0;
     for (gsize index = 0; index < count; ++index) {
@@ -70,23 +80,37 @@ std::string childrenOf(const Bus& bus, const Object& object) {
         const char* path = nullptr;
         g_variant_get_child(children.get(), index, "(&s&o)", &busName, &path);
         const Object child{.busName = busName, .path = path};
-        const auto line = lineOf(bus, child);
-        lines += line;
-        if (!line.starts_with("button"))
-            lines += childrenOf(bus, child);
+        auto element = elementOf(bus, child);
+        const bool isButton = element.role == "button";
+        if (element.role != "group" || !element.name.empty())
+            found.push_back(std::move(element));
+        if (!isButton)
+            addChildren(bus, child, found);
     }
-    return lines;
 }
 
 } // namespace
 
-std::string read(const std::string& sessionBusAddress) {
+std::vector<Element> elements(const std::string& sessionBusAddress) {
     const auto address =
         Bus(sessionBusAddress.c_str()).ask({busName, "/org/a11y/bus"}, busName, "GetAddress");
-    if (!address)
-        return {};
-    return childrenOf(Bus(g_variant_get_string(address.get(), nullptr)),
-                      {"org.a11y.atspi.Registry", "/org/a11y/atspi/accessible/root"});
+    std::vector<Element> found;
+    if (address) {
+        addChildren(Bus(g_variant_get_string(address.get(), nullptr)),
+                    {"org.a11y.atspi.Registry", "/org/a11y/atspi/accessible/root"}, found);
+    }
+    return found;
+}
+
+std::string read(const std::string& sessionBusAddress) {
+    std::string lines;
+    for (const auto& element : elements(sessionBusAddress)) {
+        lines += element.role + " \"" + element.name + '"';
+        if (!element.description.empty())
+            lines += " (" + element.description + ')';
+        lines += element.hasFocus ? " focused\n" : "\n";
+    }
+    return lines;
 }
 
 } // namespace TestSupport::ScreenReader

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <array>
 #include <string>
+#include <vector>
 
 /// What is given to a screen reader.
 namespace TestSupport::ScreenReader {
@@ -9,9 +11,23 @@ namespace TestSupport::ScreenReader {
 inline constexpr auto busName = "org.a11y.Bus";
 inline constexpr auto service = "/usr/libexec/at-spi-bus-launcher";
 
-/// What the applications show, an object a line: its role, its name in quotation marks, its
-/// description in parentheses, and whether it has the keyboard. Groups without a name are not
-/// lines, nor is what is within a button. Empty where there is no bus for it.
+/// What the applications show, in its order. Groups without a name are left out, and what is within
+/// a button.
+struct Element {
+    std::string role;
+    std::string name = {};
+    std::string description = {};
+    bool hasFocus = false;
+    bool canHaveFocus = false;
+    bool isShown = false;
+    std::array<int, 4> place = {}; ///< in the window: left, top, width, height; pixels
+};
+
+/// Empty where there is no bus for it.
+std::vector<Element> elements(const std::string& sessionBusAddress);
+
+/// A line each: role, name in quotation marks, description in parentheses, and whether it has the
+/// keyboard.
 std::string read(const std::string& sessionBusAddress);
 
 } // namespace TestSupport::ScreenReader

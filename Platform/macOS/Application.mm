@@ -20,6 +20,9 @@
 #include <chrono>
 #include <csignal>
 #include <cstdlib>
+#include <iterator>
+#include <latch>
+#include <memory>
 #include <vector>
 
 namespace Platform {
@@ -92,22 +95,35 @@ void endSoon(dispatch_queue_t queue) {
 
 // Left to itself, the application would end at a signal without notifying the delegate. The main
 // queue does not run while an alert is up that one of its tasks shows; the run loop does.
+dispatch_source_t makeEndRequestSource(int request, dispatch_queue_t queue) {
+    const dispatch_source_t source = dispatch_source_create(
+        DISPATCH_SOURCE_TYPE_SIGNAL, static_cast<uintptr_t>(request), 0, queue);
+    dispatch_source_set_event_handler(source, ^{
+        endSoon(queue);
+        [CorbelApplicationEvents performSelectorOnMainThread:@selector(endApplication)
+                                                  withObject:nil
+                                               waitUntilDone:NO];
+    });
+    return source;
+}
+
+// The system knows of a source some time after its activation: dispatch_source_create(3). Until
+// then a signal just ends the process; one that was ignored so early would be lost.
 void terminateOnRequest() {
     static const NeverDestroyed<std::vector<dispatch_source_t>> sources;
     const dispatch_queue_t queue = dispatch_get_global_queue(QOS_CLASS_DEFAULT, 0);
-    for (const int request : ProcessStart::endRequests()) {
-        std::signal(request, SIG_IGN); // the source is notified all the same
-        const dispatch_source_t source = dispatch_source_create(
-            DISPATCH_SOURCE_TYPE_SIGNAL, static_cast<uintptr_t>(request), 0, queue);
-        dispatch_source_set_event_handler(source, ^{
-            endSoon(queue);
-            [CorbelApplicationEvents performSelectorOnMainThread:@selector(endApplication)
-                                                      withObject:nil
-                                                   waitUntilDone:NO];
+    const auto requests = ProcessStart::endRequests();
+    const auto awaited = std::make_shared<std::latch>(std::ssize(requests));
+    for (const int request : requests) {
+        const dispatch_source_t source = makeEndRequestSource(request, queue);
+        dispatch_source_set_registration_handler(source, ^{
+            std::signal(request, SIG_IGN); // the source is notified all the same
+            awaited->count_down();
         });
         dispatch_activate(source);
         sources.get().push_back(source);
     }
+    awaited->wait();
 }
 
 constexpr auto patienceWithAnother = std::chrono::seconds(3);

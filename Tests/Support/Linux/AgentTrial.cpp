@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <array>
 #include <fstream>
+#include <iostream>
 #include <stdexcept>
 #include <thread>
 #include <utility>
@@ -37,6 +38,15 @@ int openNotifySocket(const std::filesystem::path& path) {
     if (bind(descriptor, reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0)
         throw std::runtime_error("cannot listen at " + path.string());
     return descriptor;
+}
+
+/// The signals of the process, and the stack of each thread where there is a debugger.
+void printWhatItIsAt(pid_t process) {
+    const ChildProcess inspection({"sh", "-c",
+                                   "grep -E '^(State|Sig|Shd)' /proc/$0/status;"
+                                   "timeout 20 gdb -batch -p $0 -ex 'thread apply all bt'",
+                                   std::to_string(process)});
+    std::cerr << inspection.readAll();
 }
 
 } // namespace
@@ -180,10 +190,15 @@ std::optional<int> AgentTrial::end(int signal) {
     kill(process_, signal);
     int status = 0;
     const bool hasEnded =
-        waitUntil([&] { return waitpid(process_, &status, WNOHANG) == process_; }, patience);
+        waitUntil([&] { return waitpid(process_, &status, WNOHANG) == process_; }, patience / 2);
+    if (!hasEnded) {
+        printWhatItIsAt(process_);
+        kill(process_, SIGKILL);
+        waitpid(process_, nullptr, 0);
+    }
+    process_ = -1;
     if (!hasEnded)
         return std::nullopt;
-    process_ = -1;
     return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
 }
 

@@ -64,6 +64,8 @@ public:
     long sumOverThreads(std::string_view name) const;
 
     /// Asks the agent to end, and waits; gives its exit code, or minus the signal that ended it.
+    /// Absent where it does not end: what it is at is then printed, and it is killed, for it would
+    /// hold the files that whoever runs the tests reads to their end.
     std::optional<int> end(int signal = SIGTERM);
 
     pid_t process() const { return process_; }

@@ -8,7 +8,10 @@
 #include <unistd.h>
 
 #include <array>
+#include <atomic>
+#include <csignal>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 
 @interface CorbelDispatchQueue : NSObject
@@ -63,10 +66,14 @@ void watch(int descriptor, int file) {
     inotify_add_watch(descriptor, path.data(), writes);
 }
 
+// One bit a signal that the system records for a source.
+std::atomic<uint64_t> recordedSignals;
+
 } // namespace
 
 @implementation CorbelDispatchSource {
     int file_;
+    uint64_t signal_;
 }
 
 - (instancetype)initForFile:(int)file queue:(CorbelDispatchQueue*)queue {
@@ -90,7 +97,9 @@ void watch(int descriptor, int file) {
 - (instancetype)initForSignal:(uintptr_t)signal queue:(CorbelDispatchQueue*)queue {
     if ((self = [super init])) {
         _descriptor = -1;
+        signal_ = uint64_t{1} << signal;
         _native = dispatch_source_create(DISPATCH_SOURCE_TYPE_SIGNAL, signal, 0, queue.native);
+        [self setRegistrationHandler:nil];
     }
     return self;
 }
@@ -117,9 +126,11 @@ void watch(int descriptor, int file) {
 - (void)setRegistrationHandler:(dispatch_block_t)handler {
     const int descriptor = _descriptor, file = file_;
     const BOOL isOfFile = _isOfFile;
+    const uint64_t signal = signal_;
     dispatch_source_set_registration_handler(_native, ^{
         if (isOfFile)
             watch(descriptor, file);
+        recordedSignals |= signal;
         if (handler)
             handler();
     });
@@ -135,6 +146,18 @@ void watch(int descriptor, int file) {
     });
 }
 
+// CORBEL_LATE_SIGNALS: the system takes that many milliseconds to know of a source of signals.
+- (void)activate {
+    const char* const delay = std::getenv("CORBEL_LATE_SIGNALS");
+    if (signal_ == 0 || delay == nullptr)
+        return dispatch_activate(_native);
+    dispatch_after(
+        dispatch_time(DISPATCH_TIME_NOW, std::atoi(delay) * static_cast<int64_t>(NSEC_PER_MSEC)),
+        dispatch_get_global_queue(0, 0), ^{
+            dispatch_activate(self.native);
+        });
+}
+
 - (void)dealloc {
     dispatch_release(_native);
 }
@@ -142,6 +165,17 @@ void watch(int descriptor, int file) {
 @end
 
 extern "C" {
+
+void (*__real_signal(int signal, void (*handler)(int)))(int);
+
+// kevent(2), EVFILT_SIGNAL: "records all attempts to deliver a signal to a process, even if the
+// signal has been marked as SIG_IGN". Here a handler of libdispatch records them, and has to stay.
+// The linker leads calls of signal here.
+void (*__wrap_signal(int signal, void (*handler)(int)))(int) {
+    if (handler == SIG_IGN && (recordedSignals & uint64_t{1} << signal) != 0)
+        return SIG_DFL;
+    return __real_signal(signal, handler);
+}
 
 struct CorbelQueueKind {
     char unused;
@@ -232,7 +266,7 @@ intptr_t corbel_dispatch_source_testcancel(CorbelDispatchSource* source) {
 }
 
 void corbel_dispatch_activate(CorbelDispatchSource* source) {
-    dispatch_activate(source.native);
+    [source activate];
 }
 
 } // extern "C"

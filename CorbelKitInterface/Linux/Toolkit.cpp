@@ -49,10 +49,7 @@ void introduceProgram() {
 }
 
 bool tryToStart() {
-    introduceProgram();
-    // Either would change how every thread of the process writes numbers.
-    gtk_disable_setlocale();
-    Glib::set_init_to_users_preferred_locale(false);
+    Toolkit::prepare();
     if (gtk_init_check() == FALSE)
         return false;
     Gtk::init_gtkmm_internals();
@@ -68,6 +65,17 @@ bool tryToStart() {
 }
 
 } // namespace
+
+void Toolkit::prepare() {
+    static const bool isPrepared = [] {
+        introduceProgram();
+        // Either would change how every thread of the process writes numbers.
+        gtk_disable_setlocale();
+        Glib::set_init_to_users_preferred_locale(false);
+        return true;
+    }();
+    static_cast<void>(isPrepared);
+}
 
 bool Toolkit::start() {
     Platform::MainThread::check();

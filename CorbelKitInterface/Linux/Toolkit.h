@@ -5,6 +5,10 @@
 /// GTK, for the windows of this process.
 namespace CorbelKit::Toolkit {
 
+/// What must come before anything of GTK, once: the program's names, where it has not set its own,
+/// and that GTK leaves alone how the process writes numbers. Main thread.
+void prepare();
+
 /// Has GTK started, once; from then on windows follow the user's language and appearance. False
 /// where the session has no display. Main thread.
 bool start();

@@ -2,6 +2,7 @@
 # which Scripts/package makes.
 include(GNUInstallDirs)
 add_subdirectory(Tools/Defaults)
+add_subdirectory(Tools/JobLink)
 
 set(programs_folder ${CMAKE_INSTALL_LIBEXECDIR}/vesper-pro-agent)
 set(made ${PROJECT_BINARY_DIR}/Programs)
@@ -19,10 +20,17 @@ file(CREATE_LINK "${to_prefix}/${programs_folder}/Vesper Pro Agent.app/${bundle_
 install(FILES ${made}/vesper-pro-agent DESTINATION ${CMAKE_INSTALL_BINDIR} ${of_programs})
 install(TARGETS corbel-defaults DESTINATION ${CMAKE_INSTALL_BINDIR} ${of_programs})
 
-# Started at login by systemd, or else by the desktop; both watch the folders that the unit names.
+# Started at login by systemd, or else by the desktop; both watch the folders that the unit names, and
+# Vesper Pro shows those.
 file(STRINGS ${CMAKE_CURRENT_LIST_DIR}/vesper-pro-agent.service startup_folders REGEX "^Environment=CORBEL_STARTUP_FOLDERS=")
 string(REPLACE "Environment=" "" startup_folders "${startup_folders}")
 configure_file(${CMAKE_CURRENT_LIST_DIR}/vesper-pro-agent.desktop.in ${made}/vesper-pro-agent.desktop @ONLY)
+if(TARGET vesper-job-link)
+    install(TARGETS vesper-job-link DESTINATION ${CMAKE_INSTALL_BINDIR} ${of_programs})
+    configure_file(${CMAKE_CURRENT_LIST_DIR}/com.tarnwell.VesperPro10.desktop.in
+                   ${made}/com.tarnwell.VesperPro10.desktop @ONLY)
+    install(FILES ${made}/com.tarnwell.VesperPro10.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications ${of_programs})
+endif()
 set(units lib/systemd/user) # on every machine, whatever the folder of libraries
 install(FILES ${CMAKE_CURRENT_LIST_DIR}/vesper-pro-agent.service DESTINATION ${units} ${of_programs})
 file(MAKE_DIRECTORY ${made}/wanted)

@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
 """Writes what the linker needs to know of the system's frameworks: one text stub for each folder of
 stub headers, which exports what those headers declare and no more, and one each for the Objective-C
-runtime and for expat, which is part of the system and whose header is everywhere the same.
+runtime and for expat, which is part of the system and whose header is everywhere the same. Beside that, the
+headers of the JSON library, which is nothing else.
 Usage: text_stubs.py <folder of stub headers> <folder to write>"""
 import pathlib
 import re
@@ -83,11 +84,16 @@ def write_expat(sdk):
                ["_" + name for name in functions], [])
 
 
+def copy_json_headers(sdk):
+    shutil.copytree("/usr/include/nlohmann", sdk / "usr/include/nlohmann", dirs_exist_ok=True)
+
+
 def write_all(headers, sdk):
     for folder in sorted(path for path in headers.iterdir() if path.is_dir()):
         write_framework(folder, sdk)
     write_stub(sdk / "usr/lib/libobjc.tbd", "/usr/lib/libobjc.A.dylib", RUNTIME_SYMBOLS, ["NSObject"])
     write_expat(sdk)
+    copy_json_headers(sdk)
 
 
 if __name__ == "__main__":

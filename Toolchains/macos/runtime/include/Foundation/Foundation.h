@@ -3,10 +3,6 @@
 #include <CoreFoundation/CoreFoundation.h>
 #include_next <Foundation/Foundation.h>
 
-constexpr NSUInteger NSJSONReadingFragmentsAllowed = NSJSONReadingAllowFragments;
-constexpr NSUInteger NSJSONWritingFragmentsAllowed = 1UL << 2;
-constexpr NSUInteger NSJSONWritingWithoutEscapingSlashes = 1UL << 3;
-
 typedef NSString* NSURLResourceKey;
 typedef NSUInteger NSURLBookmarkCreationOptions;
 enum : NSUInteger { NSURLBookmarkCreationWithSecurityScope = 1UL << 11 };

@@ -270,20 +270,6 @@ typedef NSUInteger NSPropertyListWriteOptions;
                      error:(out NSError**)error;
 @end
 
-typedef NS_OPTIONS(NSUInteger, NSJSONReadingOptions) { NSJSONReadingFragmentsAllowed = 1UL << 2 };
-typedef NS_OPTIONS(NSUInteger, NSJSONWritingOptions) {
-    NSJSONWritingSortedKeys = 1UL << 1,
-    NSJSONWritingFragmentsAllowed = 1UL << 2,
-    NSJSONWritingWithoutEscapingSlashes = 1UL << 3
-};
-
-@interface NSJSONSerialization : NSObject
-+ (NSData*)dataWithJSONObject:(id)object
-                      options:(NSJSONWritingOptions)options
-                        error:(NSError**)error;
-+ (id)JSONObjectWithData:(NSData*)data options:(NSJSONReadingOptions)options error:(NSError**)error;
-@end
-
 typedef NS_OPTIONS(NSUInteger, NSKeyValueObservingOptions) { NSKeyValueObservingOptionNew = 1 };
 
 @interface NSObject (NSThreadPerformAdditions)

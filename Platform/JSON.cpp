@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cmath>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <variant>
 
@@ -143,7 +144,9 @@ private:
 std::optional<PropertyList> read(std::span<const std::byte> bytes) {
     const auto text = PropertyLists::characters(bytes);
     Reading reading;
-    if (!json::sax_parse(text.begin(), text.end(), &reading))
+    // JSON writes no NUL other than escaped; the library would take one for the end of the text.
+    if (text.find('\0') != std::string_view::npos ||
+        !json::sax_parse(text.begin(), text.end(), &reading))
         return std::nullopt;
     return reading.takeResult();
 }

@@ -3,10 +3,12 @@
 # root is a folder of the build in which a file of one line, which includes the header, stands for each.
 # (A link would do as well, but compilers, debuggers and caches would then know one header by several paths.)
 
+set(CORBEL_INCLUDE_FOLDER ${CMAKE_BINARY_DIR}/CorbelIncludes CACHE PATH "Where the include roots are made")
+
 # corbel_make_include_root(<variable> <name> <header>...): sets the variable to a folder from which the
 # headers, and nothing else, can be included.
 function(corbel_make_include_root variable name)
-    set(root ${CMAKE_BINARY_DIR}/CorbelIncludes/${name})
+    set(root ${CORBEL_INCLUDE_FOLDER}/${name})
     file(GLOB_RECURSE leftover ${root}/*)
     foreach(header IN LISTS ARGN)
         cmake_path(ABSOLUTE_PATH header)

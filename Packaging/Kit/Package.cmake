@@ -44,6 +44,7 @@ function(corbel_package_library target)
 
     list(TRANSFORM ARG_PACKAGES REPLACE "(.+)" "find_dependency(\\1)" OUTPUT_VARIABLE find_packages)
     list(JOIN find_packages "\n" find_packages)
+    set_property(GLOBAL PROPERTY corbel_modules_of_${name} ${ARG_MODULES})
     list(JOIN ARG_MODULES " " modules)
     configure_file(${PROJECT_SOURCE_DIR}/Packaging/Kit/Dependencies.cmake.in
                    ${PROJECT_BINARY_DIR}/Package/${name}Dependencies.cmake @ONLY)

@@ -1,5 +1,5 @@
-# The programs as they are installed: `cmake --install <build> --component Programs`, or as a Debian package,
-# which Scripts/package makes.
+# The programs as they are installed: `cmake --install <build> --component Programs`, and those for whoever
+# uses any program of the kit: KitPrograms. Or as Debian packages, which Scripts/package makes.
 include(GNUInstallDirs)
 add_subdirectory(Tools/Defaults)
 add_subdirectory(Tools/JobLink)
@@ -8,6 +8,7 @@ set(programs_folder ${CMAKE_INSTALL_LIBEXECDIR}/vesper-pro-agent)
 set(made ${PROJECT_BINARY_DIR}/Programs)
 
 set(of_programs COMPONENT Programs EXCLUDE_FROM_ALL)
+set(of_kit COMPONENT KitPrograms EXCLUDE_FROM_ALL)
 
 install(TARGETS vesper-pro-agent
         DESTINATION "${programs_folder}/Vesper Pro Agent.app/${bundle_executables}" ${of_programs})
@@ -18,7 +19,7 @@ file(MAKE_DIRECTORY ${made})
 file(CREATE_LINK "${to_prefix}/${programs_folder}/Vesper Pro Agent.app/${bundle_executables}/Vesper Pro Agent"
      ${made}/vesper-pro-agent SYMBOLIC)
 install(FILES ${made}/vesper-pro-agent DESTINATION ${CMAKE_INSTALL_BINDIR} ${of_programs})
-install(TARGETS corbel-defaults DESTINATION ${CMAKE_INSTALL_BINDIR} ${of_programs})
+install(TARGETS corbel-defaults DESTINATION ${CMAKE_INSTALL_BINDIR} ${of_kit})
 
 # Started at login by systemd, or else by the desktop; both watch the folders that the unit names, and
 # Vesper Pro shows those.
@@ -26,6 +27,7 @@ file(STRINGS ${CMAKE_CURRENT_LIST_DIR}/vesper-pro-agent.service startup_folders 
 string(REPLACE "Environment=" "" startup_folders "${startup_folders}")
 configure_file(${CMAKE_CURRENT_LIST_DIR}/vesper-pro-agent.desktop.in ${made}/vesper-pro-agent.desktop @ONLY)
 if(TARGET vesper-job-link)
+    set(manual_of_job_link vesper-job-link.1)
     install(TARGETS vesper-job-link DESTINATION ${CMAKE_INSTALL_BINDIR} ${of_programs})
     configure_file(${CMAKE_CURRENT_LIST_DIR}/com.tarnwell.VesperPro10.desktop.in
                    ${made}/com.tarnwell.VesperPro10.desktop @ONLY)
@@ -58,38 +60,15 @@ function(corbel_pack source name)
     execute_process(COMMAND ${GZIP} -9nc ${source} OUTPUT_FILE ${made}/${name} COMMAND_ERROR_IS_FATAL ANY)
     set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${source})
 endfunction()
-foreach(page vesper-pro-agent.1 corbel-defaults.1)
+foreach(page vesper-pro-agent.1 ${manual_of_job_link})
     corbel_pack(${CMAKE_CURRENT_LIST_DIR}/Manual/${page} ${page}.gz)
     install(FILES ${made}/${page}.gz DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 ${of_programs})
 endforeach()
+corbel_pack(${CMAKE_CURRENT_LIST_DIR}/Manual/corbel-defaults.1 corbel-defaults.1.gz)
+install(FILES ${made}/corbel-defaults.1.gz DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 ${of_kit})
 install(FILES ${CMAKE_CURRENT_LIST_DIR}/Completion/corbel-defaults.bash
-        DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME corbel-defaults ${of_programs})
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME corbel-defaults ${of_kit})
 install(FILES ${CMAKE_CURRENT_LIST_DIR}/Completion/_corbel-defaults
-        DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/vendor-completions ${of_programs})
-configure_file(${CMAKE_CURRENT_LIST_DIR}/changelog.in ${made}/changelog @ONLY)
-corbel_pack(${made}/changelog changelog.gz)
-install(FILES ${CMAKE_CURRENT_LIST_DIR}/copyright ${made}/changelog.gz
-        DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/vesper-pro-agent ${of_programs})
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/vendor-completions ${of_kit})
 
-set(CPACK_GENERATOR DEB)
-set(CPACK_SET_DESTDIR ON)
-set(CPACK_INSTALL_PREFIX /usr)
-set(CPACK_COMPONENTS_ALL Programs)
-set(CPACK_DEB_COMPONENT_INSTALL ON)
-set(CPACK_STRIP_FILES ON)
-set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE
-    WORLD_READ WORLD_EXECUTE)
-set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
-set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-set(CPACK_DEBIAN_PROGRAMS_PACKAGE_NAME vesper-pro-agent)
-set(CPACK_DEBIAN_PROGRAMS_PACKAGE_SECTION utils)
-set(CPACK_DEBIAN_PROGRAMS_PACKAGE_RECOMMENDS "default-dbus-session-bus | dbus-session-bus, notification-daemon")
-set(CPACK_DEBIAN_PACKAGE_MAINTAINER "Tarnwell <support@tarnwell.example>")
-set(CPACK_DEBIAN_PACKAGE_HOMEPAGE https://tarnwell.example)
-set(CPACK_COMPONENT_PROGRAMS_DESCRIPTION "notifies of what arranges to be started by itself
-Watches the folders in which software is put to be started by itself, finds
-out by content which files are new, modified or deleted, and notifies the user
-of each.")
-set(CPACK_DEBIAN_PROGRAMS_PACKAGE_CONTROL_EXTRA ${made}/conffiles)
-file(WRITE ${made}/conffiles "/etc/xdg/autostart/vesper-pro-agent.desktop\n")
-include(CPack)
+include(${CMAKE_CURRENT_LIST_DIR}/Packages.cmake)

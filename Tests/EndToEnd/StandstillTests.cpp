@@ -2,6 +2,7 @@
 
 #include "Tests/EndToEnd/AgentTest.h"
 #include "Tests/Support/Linux/BusDaemon.h"
+#include "Tests/Support/Linux/DesktopSession.h"
 #include "Tests/Support/Linux/HungFile.h"
 #include "Tests/Support/Linux/HungFolder.h"
 
@@ -29,15 +30,22 @@ void fillOutputOf(pid_t process) {
     }
 }
 
-TEST_F(Standstill, OfTheTerminal) {
+TEST_F(Standstill, OfTheTerminalAndTheDisplay) {
     const BusDaemon bus;
+    const DesktopSession session;
     trial.environment["DBUS_SESSION_BUS_ADDRESS"] = bus.address();
+    trial.environment["DISPLAY"] = session.display();
     start();
+    session.freeze();
     fillOutputOf(trial.process());
     save("x.plist");
     ASSERT_TRUE(trial.waitUntilAtRest());
     NotificationService service(bus.address());
-    shown(service, "y.plist");
+    service.setManner(NotificationService::Manner::refuses);
+    EXPECT_THAT(next(service).body, testing::EndsWith("x.plist"));
+    shown(service, "y.plist"); // the refusals are lines for the terminal
+    service.setManner(NotificationService::Manner::answers);
+    shown(service, "z.plist");
     const ChildProcess second(
         {"sh", "-c", "\"$0\" >\"$1\"; echo $?", CORBEL_AGENT, outputOf(trial.process())},
         {"DBUS_SESSION_BUS_ADDRESS=" + bus.address()});

@@ -103,7 +103,14 @@ bool AgentTrial::launch() {
         return false;
     auto command = wrapper;
     command.push_back(agent_.string());
+    sigset_t requests; // blocked, as careless parents leave them
+    sigset_t before;
+    sigemptyset(&requests);
+    for (const int request : {SIGTERM, SIGINT, SIGHUP})
+        sigaddset(&requests, request);
+    pthread_sigmask(SIG_BLOCK, &requests, &before);
     process_ = startProcess(std::move(command), makeEnvironment(), output[1], true);
+    pthread_sigmask(SIG_SETMASK, &before, nullptr);
     close(output[1]);
     closeOutput();
     unread_.clear();

@@ -18,8 +18,8 @@ class NativeSetting;
 /// The user's settings of one domain, shared by all processes that open it. A handle: copies mean
 /// the same domain. Callable on any thread.
 ///
-/// A value is seen as it was last stored by any process; where none is stored, the registered
-/// default counts. Settings that cannot be read count as none.
+/// A value is seen as it was last stored in this domain by any process; where none is stored there,
+/// the registered default counts, and nothing else. Settings that cannot be read count as none.
 class UserDefaults {
 public:
     /// Gets the value as it is by then.

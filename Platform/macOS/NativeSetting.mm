@@ -53,25 +53,29 @@ NSObject* observer() {
 
 } // namespace
 
-std::optional<PropertyList> settingIn(NSUserDefaults* defaults, std::string_view key) {
+// "Retrieves only the keys and values from the specified domain": `persistentDomainForName:`.
+std::optional<PropertyList> SettingsDomain::value(std::string_view key) const {
     @autoreleasepool {
-        NSString* const name = foundationText(key);
-        return name == nil ? std::nullopt
-                           : portableValue([defaults objectForKey:name],
-                                           PropertyList::Limits::ofOwnFiles());
+        NSString* const text = foundationText(key);
+        if (text == nil)
+            return std::nullopt;
+        id value = [defaults persistentDomainForName:name][text];
+        if (value == nil)
+            value = [defaults volatileDomainForName:NSRegistrationDomain][text];
+        return portableValue(value, PropertyList::Limits::ofOwnFiles());
     }
 }
 
-NativeSetting::Impl::Impl(NSUserDefaults* defaults, std::string keyPath)
-    : defaults_(defaults)
+NativeSetting::Impl::Impl(SettingsDomain domain, std::string keyPath)
+    : domain_(domain)
     , keyPath_(std::move(keyPath))
     , key_(foundationText(keyPath_)) {
     // A path that leads through a value, or is no text, is refused by an exception.
     @try {
-        [defaults_ addObserver:observer()
-                    forKeyPath:key_
-                       options:NSKeyValueObservingOptionNew
-                       context:nullptr];
+        [domain_.defaults addObserver:observer()
+                           forKeyPath:key_
+                              options:NSKeyValueObservingOptionNew
+                              context:nullptr];
         isRegistered_ = true;
     } @catch (NSException*) {
     }
@@ -79,7 +83,7 @@ NativeSetting::Impl::Impl(NSUserDefaults* defaults, std::string keyPath)
 
 NativeSetting::Impl::~Impl() {
     if (isRegistered_)
-        [defaults_ removeObserver:observer() forKeyPath:key_ context:nullptr];
+        [domain_.defaults removeObserver:observer() forKeyPath:key_ context:nullptr];
 }
 
 NativeSetting::NativeSetting(std::unique_ptr<Impl> impl)

@@ -14,18 +14,28 @@ namespace Platform {
 
 class UserDefaults::Impl {
 public:
-    explicit Impl(NSUserDefaults* domain)
-        : defaults(domain) {}
+    explicit Impl(SettingsDomain ofDomain)
+        : domain(ofDomain) {}
 
-    NSUserDefaults* const defaults;
+    const SettingsDomain domain;
 };
+
+namespace {
+
+NSString* standardDomain() {
+    const auto identifier = Bundle::main().text("CFBundleIdentifier");
+    return identifier.empty() ? NSProcessInfo.processInfo.processName : foundationText(identifier);
+}
+
+} // namespace
 
 UserDefaults::UserDefaults(std::shared_ptr<const Impl> impl)
     : impl_(std::move(impl)) {}
 
 UserDefaults& UserDefaults::standard() {
     static const NeverDestroyed<UserDefaults> defaults(
-        UserDefaults(std::make_shared<Impl>(NSUserDefaults.standardUserDefaults)));
+        UserDefaults(std::make_shared<Impl>(SettingsDomain{
+            .defaults = NSUserDefaults.standardUserDefaults, .name = standardDomain()})));
     return defaults.get();
 }
 
@@ -38,12 +48,13 @@ std::optional<UserDefaults> UserDefaults::suite(std::string_view suiteName) {
             name == nil ? nil : [[NSUserDefaults alloc] initWithSuiteName:name];
         if (defaults == nil)
             return std::nullopt;
-        return UserDefaults(std::make_shared<Impl>(defaults));
+        return UserDefaults(
+            std::make_shared<Impl>(SettingsDomain{.defaults = defaults, .name = name}));
     }
 }
 
 std::optional<PropertyList> UserDefaults::object(std::string_view key) const {
-    return settingIn(impl_->defaults, key);
+    return impl_->domain.value(key);
 }
 
 std::optional<Error> UserDefaults::set(std::string_view key, PropertyList value) {
@@ -53,7 +64,7 @@ std::optional<Error> UserDefaults::set(std::string_view key, PropertyList value)
         if (name == nil || object == nil)
             return Error{"settings cannot hold the value"};
         @try {
-            [impl_->defaults setObject:object forKey:name];
+            [impl_->domain.defaults setObject:object forKey:name];
         } @catch (NSException* refusal) {
             return Error{portableText(refusal.reason)};
         }
@@ -64,7 +75,7 @@ std::optional<Error> UserDefaults::set(std::string_view key, PropertyList value)
 std::optional<Error> UserDefaults::remove(std::string_view key) {
     @autoreleasepool {
         if (NSString* const name = foundationText(key)) // or nothing is there
-            [impl_->defaults removeObjectForKey:name];
+            [impl_->domain.defaults removeObjectForKey:name];
         return std::nullopt;
     }
 }
@@ -73,7 +84,7 @@ void UserDefaults::registerDefaults(const PropertyList::Dictionary& defaults) {
     @autoreleasepool {
         @try {
             if (const id values = foundationObject(defaults))
-                [impl_->defaults registerDefaults:values];
+                [impl_->domain.defaults registerDefaults:values];
         } @catch (NSException*) { // the system refuses
         }
     }
@@ -83,7 +94,7 @@ void UserDefaults::registerDefaults(const PropertyList::Dictionary& defaults) {
 std::unique_ptr<NativeSetting> UserDefaults::nativeSetting(const std::string& keyPath) const {
     @autoreleasepool {
         return std::make_unique<NativeSetting>(
-            std::make_unique<NativeSetting::Impl>(impl_->defaults, keyPath));
+            std::make_unique<NativeSetting::Impl>(impl_->domain, keyPath));
     }
 }
 

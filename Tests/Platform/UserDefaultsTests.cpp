@@ -57,6 +57,20 @@ TEST_F(UserDefaultsTest, ARegisteredDefaultCountsOnlyWhereNothingIsStored) {
     EXPECT_EQ(defaults.integer("RegisteredA"), 2);
 }
 
+// Some systems keep the user's languages for every program.
+TEST_F(UserDefaultsTest, ReadsItsOwnDomainAlone) {
+    const auto other = *UserDefaults::suite(suiteName + ".other");
+    open().set("AppleLanguages", std::string("own"));
+    EXPECT_EQ(open().string("AppleLanguages"), "own");
+    removeAll({"AppleLanguages"});
+    for (const auto& defaults : {open(), other, UserDefaults::standard()})
+        EXPECT_FALSE(defaults.object("AppleLanguages"));
+    open().set("Shared", true);
+    EXPECT_FALSE(other.object("Shared"));
+    EXPECT_FALSE(UserDefaults::standard().object("Shared"));
+    removeAll({"Shared"});
+}
+
 TEST_F(UserDefaultsTest, OpensNoSuiteThatCannotBeKept) {
     for (const auto& name : {std::string(), std::string("a/b"), std::string("a\0b", 3),
                              std::string(255, 'x'), std::string("../a")})

@@ -34,6 +34,8 @@ NSString* folder() {
 - (void)set:(id)value forKey:(NSString*)key of:(CorbelSuite*)suite;
 - (void)registerDefaults:(NSDictionary*)defaults;
 - (void)open:(CorbelSuite*)suite;
+- (NSDictionary*)storedIn:(NSString*)name;
+- (NSDictionary*)registered;
 @end
 
 @implementation CorbelSuites {
@@ -75,12 +77,27 @@ NSString* folder() {
     return [list isKindOfClass:NSDictionary.class] ? list : @{};
 }
 
-// "The search list": the suite before what is registered, in which every domain looks last
-// (NSUserDefaults reference).
+// "The search list": the suite; "settings for all apps", which are always there, "after the entries
+// for the search list's domain"; what is registered "as the final entry" (NSUserDefaults.h).
 - (id)objectForKey:(NSString*)key of:(CorbelSuite*)suite {
+    NSDictionary* const settingsForAll = @{@"AppleLanguages" : @[ @"en" ]};
     @synchronized(self) {
-        id const value = stored_[suite.name][key];
-        return value != nil ? value : registered_[key];
+        for (NSDictionary* domain in @[ stored_[suite.name], settingsForAll, registered_ ])
+            if (id const value = domain[key])
+                return value;
+        return nil;
+    }
+}
+
+- (NSDictionary*)storedIn:(NSString*)name {
+    @synchronized(self) {
+        return [stored_[name] copy];
+    }
+}
+
+- (NSDictionary*)registered {
+    @synchronized(self) {
+        return [registered_ copy];
     }
 }
 
@@ -194,6 +211,15 @@ NSString* folder() {
 
 - (id)objectForKey:(NSString*)key {
     return [CorbelSuites.shared objectForKey:key of:self];
+}
+
+// "Retrieves only the keys and values from the specified domain."
+- (NSDictionary*)persistentDomainForName:(NSString*)name {
+    return [CorbelSuites.shared storedIn:name];
+}
+
+- (NSDictionary*)volatileDomainForName:(NSString*)name {
+    return [name isEqual:NSRegistrationDomain] ? [CorbelSuites.shared registered] : nil;
 }
 
 - (id)valueForKey:(NSString*)key {

@@ -11,8 +11,8 @@
 #define FOUNDATION_EXPORT CF_EXPORT
 #define NS_RETURNS_INNER_POINTER __attribute__((objc_returns_inner_pointer))
 
-@class NSArray<__covariant T>, NSData, NSDictionary<__covariant K, __covariant V>, NSError,
-    NSCoder, NSLocale;
+@class NSArray<__covariant T>, NSData, NSDictionary<__covariant K, __covariant V>, NSError, NSCoder,
+    NSLocale;
 
 typedef double NSTimeInterval;
 typedef NSUInteger NSStringEncoding;
@@ -250,6 +250,7 @@ typedef NS_OPTIONS(uint64_t, NSActivityOptions) {
 
 @interface NSProcessInfo : NSObject
 @property(class, readonly, strong) NSProcessInfo* processInfo;
+@property(readonly, copy) NSString* processName;
 - (id<NSObject>)beginActivityWithOptions:(NSActivityOptions)options reason:(NSString*)reason;
 - (void)endActivity:(id<NSObject>)activity;
 @end
@@ -298,13 +299,17 @@ typedef NS_OPTIONS(NSUInteger, NSKeyValueObservingOptions) { NSKeyValueObserving
 - (void)setObject:(id)value forKey:(NSString*)key;
 - (void)removeObjectForKey:(NSString*)key;
 - (void)registerDefaults:(NSDictionary<NSString*, id>*)defaults;
+- (NSDictionary<NSString*, id>*)persistentDomainForName:(NSString*)domainName;
+- (NSDictionary<NSString*, id>*)volatileDomainForName:(NSString*)domainName;
 @end
+
+FOUNDATION_EXPORT NSString* const NSRegistrationDomain;
 
 enum : NSInteger {
     NSXPCConnectionInterrupted = 4097,
     NSXPCConnectionInvalid = 4099,
     NSXPCConnectionCodeSigningRequirementFailure
-        __attribute__((availability(macos, introduced = 13.0))) = 4102
+    __attribute__((availability(macos, introduced = 13.0))) = 4102
 };
 
 typedef NS_OPTIONS(NSUInteger, NSXPCConnectionOptions) { NSXPCConnectionPrivileged = 1UL << 12 };

@@ -9,6 +9,18 @@ function(corbel_describe_bundle bundle)
     list(TRANSFORM languages REPLACE "(.+)\\.lproj" "\t\t<string>\\1</string>")
     list(JOIN languages "\n" localizations)
     configure_file(${PROJECT_SOURCE_DIR}/Packaging/macOS/Info.plist.in "${bundle}/Contents/Info.plist" @ONLY)
+    corbel_draw_icon("${bundle}/Contents/Resources/com.tarnwell.VesperPro10.icns")
+endfunction()
+
+# The system shows it with notifications. Without the program that draws it, the bundle has none.
+function(corbel_draw_icon icon)
+    find_program(RSVG_CONVERT rsvg-convert)
+    set(drawing ${PROJECT_SOURCE_DIR}/Packaging/Icons/com.tarnwell.VesperPro10.svg)
+    set(maker ${PROJECT_SOURCE_DIR}/Packaging/macOS/make_icon.py)
+    set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${drawing} ${maker})
+    if(RSVG_CONVERT AND ("${drawing}" IS_NEWER_THAN "${icon}" OR "${maker}" IS_NEWER_THAN "${icon}"))
+        execute_process(COMMAND python3 ${maker} ${RSVG_CONVERT} ${drawing} "${icon}" COMMAND_ERROR_IS_FATAL ANY)
+    endif()
 endfunction()
 
 function(corbel_describe_kit_bundle bundle)

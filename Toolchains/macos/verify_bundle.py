@@ -10,6 +10,7 @@ import tempfile
 import xml.parsers.expat
 
 import code_signature
+import icon_file
 import mach_o
 import objective_c
 import text_stubs
@@ -17,6 +18,7 @@ import toolchain
 
 TREE = pathlib.Path(__file__).resolve().parents[2]
 PROGRAM = "Contents/MacOS/Vesper Pro Agent"
+ICON = "Contents/Resources/com.tarnwell.VesperPro10.icns"
 KIT = "Contents/Frameworks/CorbelKit.framework"
 # What a build on a Mac compiles first, and what another system has in its place.
 FOREIGN_RESOURCES = {".css", ".storyboard", ".svg", ".ui"}
@@ -27,6 +29,7 @@ INFORMATION = {
     "CFBundleDevelopmentRegion": "en",
     "CFBundleDisplayName": "Vesper Pro Agent",
     "CFBundleExecutable": "Vesper Pro Agent",
+    "CFBundleIconFile": "com.tarnwell.VesperPro10",
     "CFBundleIdentifier": "com.tarnwell.VesperProAgent",
     "CFBundleName": "Vesper Pro Agent",
     "CFBundlePackageType": "APPL",
@@ -140,6 +143,13 @@ def resource_faults(kit):
             yield f"{name} cannot be read"
 
 
+def icon_faults(path):
+    if not path.is_file():
+        yield "there is no icon"
+        return
+    yield from (f"icon: {fault}" for fault in icon_file.faults(path.read_bytes()))
+
+
 def strings_table(text):
     """The pairs of a strings file; none when there is anything else in it."""
     text = re.sub(r"/\*.*?\*/", "", text, flags=re.S)
@@ -159,6 +169,7 @@ def faults(bundle, exports):
     languages = sorted(path.stem for path in (TREE / "CorbelKit/Resources").glob("*.lproj"))
     yield from program_faults(bundle, exports)
     yield from information_faults(bundle / "Contents/Info.plist", INFORMATION, languages)
+    yield from icon_faults(bundle / ICON)
     kit = bundle / KIT
     yield from information_faults(kit / "Resources/Info.plist", KIT_INFORMATION)
     yield from resource_faults(kit)

@@ -1,0 +1,48 @@
+#include "Tools/JobLink/Core/JobReport.h"
+
+#include "Platform/UTF8.h"
+#include "Tools/JobLink/Core/DescribedText.h"
+#include "Tools/JobLink/Core/Exceptions.h"
+#include "Tools/JobLink/Core/Texts.h"
+
+#include <utility>
+
+namespace JobLink {
+
+JobReport readJobReport(const JobPlace& place) {
+    auto file = readJobFile(place);
+    auto description = file ? describeJob(place, *file) : JobDescription();
+    OffSwitch offSwitch(place, description);
+    const bool isOff = offSwitch.isOff();
+    const bool isExcepted = file && Exceptions::contain(file->label);
+    return {.file = std::move(file),
+            .description = std::move(description),
+            .offSwitch = std::move(offSwitch),
+            .isOff = isOff,
+            .isExcepted = isExcepted};
+}
+
+std::string stateText(const JobPlace& place, const JobReport& report) {
+    if (!report.file)
+        return localizedString("This file is no longer there.");
+    switch (report.file->reading) {
+    case JobFile::Reading::tooLarge:
+        return localizedString("This file is too large for a job.");
+    case JobFile::Reading::unreadable:
+        return localizedString("You may not read this file.");
+    case JobFile::Reading::link:
+        return localizedString("This is a link to %@, which was not opened.",
+                               describedText(report.file->linkTarget));
+    case JobFile::Reading::notRegular:
+        return localizedString("This is not a file and was not opened.");
+    case JobFile::Reading::read:
+        break;
+    }
+    if (report.isOff)
+        return localizedString("This job is turned off.");
+    if (!Platform::UTF8::isWellFormed(place.name))
+        return localizedString("The name of this file is not text.");
+    return {};
+}
+
+} // namespace JobLink

@@ -28,7 +28,8 @@ struct Alert {
 /// Alerts come one at a time, in the order in which they were asked for. One that is up or waits
 /// already is not shown once more: who asks for it again waits for the same dismissal. On the main
 /// thread, which is busy with the alert that is up, another one comes in front of that, and the
-/// same one returns at once.
+/// same one returns at once; in a task of the main queue it may hold up those that follow, as
+/// `showAlert` never does.
 ///
 /// A process that has no windows to show it in, or that has been asked to end, writes it to
 /// standard error, as one line, and does not wait. Being asked to end dismisses those that are up.

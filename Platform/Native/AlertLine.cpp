@@ -1,6 +1,5 @@
 #include "Platform/Native/AlertLine.h"
 
-#include "Platform/MainThread.h"
 #include "Platform/Native/NativeAlert.h"
 #include "Platform/NeverDestroyed.h"
 #include "Platform/POSIX/TerminalLine.h"
@@ -42,7 +41,7 @@ void AlertLine::add(const Alert& alert, Task dismissed) {
         const MutexLock lock(mutex_);
         if (!isWritten()) {
             entryOf(alert).dismissed.push_back(std::move(dismissed));
-            MainThread::run([this] { showNext(); });
+            runBesideMainQueue([this] { showNext(); });
             return;
         }
     }
@@ -137,7 +136,7 @@ void AlertLine::show(const Alert& alert) {
         const auto entry = std::ranges::find(entries_, alert, &Entry::alert);
         shown.splice(shown.end(), entries_, entry);
         if (!entries_.empty() || !whenEmpty_.empty())
-            MainThread::run([this] { showNext(); });
+            runBesideMainQueue([this] { showNext(); });
     }
     runAll(shown.front().dismissed);
 }

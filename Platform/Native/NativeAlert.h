@@ -8,4 +8,8 @@ namespace Platform {
 /// where it has none.
 AlertPresenter nativeAlertPresenter();
 
+/// Runs the task on the main thread, later. Unlike one of the main queue it holds up none of those
+/// where it waits in a loop of its own, as what shows an alert does. Callable on any thread.
+void runBesideMainQueue(std::function<void()> task);
+
 } // namespace Platform

@@ -1,5 +1,6 @@
 #include "Platform/Native/NativeAlert.h"
 
+#include "Platform/macOS/Boundary.h"
 #include "Platform/macOS/Text.h"
 
 #import <AppKit/AppKit.h>
@@ -47,6 +48,15 @@ AlertPresenter nativeAlertPresenter() {
                     return true;
                 },
             .dismissAll = {}};
+}
+
+// The main queue is serial: while one of its tasks runs, no loop that the task runs serves it.
+// CFRunLoopPerformBlock itself "does not automatically wake up the specified run loop".
+void runBesideMainQueue(std::function<void()> task) {
+    CFRunLoopPerformBlock(CFRunLoopGetMain(), kCFRunLoopCommonModes, ^{
+        runAtBoundary(task);
+    });
+    CFRunLoopWakeUp(CFRunLoopGetMain());
 }
 
 } // namespace Platform

@@ -4,26 +4,35 @@
 #include <array>
 #include <utility>
 
-// Not declared constant here, to be set when there are objects. NSNumber and CFBoolean are the same
-// objects: "toll-free bridged" (CFBoolean reference).
+// Nobody looks into these.
 extern "C" {
-void* kCFBooleanTrueObject __asm__("kCFBooleanTrue") = nullptr;
-void* kCFBooleanFalseObject __asm__("kCFBooleanFalse") = nullptr;
 void* kCFRunLoopDefaultModeObject __asm__("kCFRunLoopDefaultMode") = nullptr;
+void* kCFRunLoopCommonModesObject __asm__("kCFRunLoopCommonModes") = nullptr;
 void* kCFAllocatorDefaultObject __asm__("kCFAllocatorDefault") = nullptr;
 }
 
-@interface CorbelConstants : NSObject
+@interface CorbelRunLoopBlock : NSObject
 @end
 
-@implementation CorbelConstants
+@implementation CorbelRunLoopBlock
 
-+ (void)load {
-    kCFBooleanTrueObject = (__bridge_retained void*)[NSNumber numberWithBool:YES];
-    kCFBooleanFalseObject = (__bridge_retained void*)[NSNumber numberWithBool:NO];
++ (void)perform:(void (^)(void))block {
+    block();
 }
 
 @end
+
+CFRunLoopRef CFRunLoopGetMain(void) {
+    return nullptr; // the only one there is here
+}
+
+void CFRunLoopPerformBlock(CFRunLoopRef, CFTypeRef, void (^block)(void)) {
+    [CorbelRunLoopBlock performSelectorOnMainThread:@selector(perform:)
+                                         withObject:[block copy]
+                                      waitUntilDone:NO];
+}
+
+void CFRunLoopWakeUp(CFRunLoopRef) {} // done with
 
 CFRunLoopRunResult CFRunLoopRunInMode(CFRunLoopMode, CFTimeInterval seconds, unsigned char) {
     @autoreleasepool {

@@ -1,5 +1,6 @@
 // What the user sees and chooses on macOS, where a stand-in shows and chooses it.
 
+#include "Platform/Alert.h"
 #include "Platform/AppService.h"
 #include "Platform/Application.h"
 #include "Platform/Workspace.h"
@@ -42,4 +43,15 @@ TEST(Desktop, OpensURLsUnchangedAndTheSettings) {
               "Opened: x-a://b/%2F+?c#d\nOpened: login items\n");
     EXPECT_EQ(Workspace::urlForApplication("com.tarnwell.VesperPro10"),
               URL::file("/Applications/Vesper Pro.app", URL::DirectoryHint::isDirectory));
+}
+
+TEST(Desktop, ShowsAlertsWithTheirTextsAndTheSystemsButtonWhereTheyHaveNone) {
+    testing::internal::CaptureStdout();
+    runModal({.messageText = "Not saved",
+              .informativeText = "The disk is full.",
+              .buttonTitle = "Close",
+              .style = Alert::Style::critical});
+    runModal({.messageText = "Saved", .informativeText = "\xFF", .buttonTitle = {}});
+    EXPECT_EQ(testing::internal::GetCapturedStdout(),
+              "Alert 2: Not saved | The disk is full. | Close\nAlert 0: Saved |  | OK\n");
 }

@@ -13,9 +13,8 @@ namespace Defaults = CorbelKit::Defaults;
 using Platform::Error;
 using Platform::PropertyList;
 
-std::optional<Error> change(PropertyList::Dictionary& settings, const std::string& label,
-                            bool isExcepted) {
-    const std::string key(Defaults::exceptions);
+std::optional<Error> change(PropertyList::Dictionary& settings, const std::string& key,
+                            const std::string& text, bool isListed) {
     auto stored = settings.find(key);
     if (stored == settings.end())
         stored = settings.emplace(key, PropertyList::Array()).first;
@@ -25,13 +24,13 @@ std::optional<Error> change(PropertyList::Dictionary& settings, const std::strin
     };
     if (list == nullptr || !std::ranges::all_of(*list, isText))
         return Error{key + " is not a list of texts"};
-    const auto isLabel = [&](const PropertyList& entry) {
-        return *entry.get<std::string>() == label;
+    const auto isSame = [&](const PropertyList& entry) {
+        return *entry.get<std::string>() == text;
     };
-    if (!isExcepted) {
-        std::erase_if(*list, isLabel);
-    } else if (std::ranges::none_of(*list, isLabel)) {
-        list->emplace_back(label);
+    if (!isListed) {
+        std::erase_if(*list, isSame);
+    } else if (std::ranges::none_of(*list, isSame)) {
+        list->emplace_back(text);
     }
     return std::nullopt;
 }
@@ -43,9 +42,15 @@ bool contain(const std::string& label) {
 }
 
 std::optional<Error> set(const std::string& label, bool isExcepted) {
+    return setListed(Defaults::exceptions, label, isExcepted);
+}
+
+std::optional<Error> setListed(std::string_view key, const std::string& text, bool isListed) {
     return Platform::SettingsDomains::change(
         Defaults::suiteName(Defaults::ApplicationGroup::mainApplication),
-        [&](PropertyList::Dictionary& settings) { return change(settings, label, isExcepted); });
+        [&](PropertyList::Dictionary& settings) {
+            return change(settings, std::string(key), text, isListed);
+        });
 }
 
 } // namespace JobLink::Exceptions

@@ -1,6 +1,12 @@
 #pragma once
 
+#include "Tools/JobLink/JobListPage.h"
+#include "Tools/JobLink/ReportingPage.h"
+
 #include <gtkmm/applicationwindow.h>
+#include <gtkmm/headerbar.h>
+#include <gtkmm/stack.h>
+#include <gtkmm/stackswitcher.h>
 
 #include <functional>
 #include <string>
@@ -14,7 +20,11 @@ public:
     explicit JobListWindow(std::function<void(const std::string& path)> showJob);
 
 private:
-    const std::function<void(const std::string& path)> showJob_;
+    Gtk::HeaderBar header_;
+    Gtk::StackSwitcher switcher_;
+    Gtk::Stack pages_;
+    JobListPage jobs_;
+    ReportingPage reporting_;
 };
 
 } // namespace JobLink

@@ -39,8 +39,8 @@ KeyFile KeyFile::read(std::string_view text, Lines lines) {
         const auto line = takeLine(text, lines);
         if (isComment(line))
             continue;
-        if (line.starts_with('[')) {
-            section = line.substr(1, line.find(']') - 1);
+        if (const auto begun = sectionBegunBy(line)) {
+            section = *begun;
             continue;
         }
         const auto sign = line.find('=');
@@ -52,6 +52,13 @@ KeyFile KeyFile::read(std::string_view text, Lines lines) {
                                  .value = std::string(trimmed(whole.substr(sign + 1)))});
     }
     return file;
+}
+
+std::optional<std::string_view> KeyFile::sectionBegunBy(std::string_view line) {
+    if (!line.starts_with('['))
+        return std::nullopt;
+    line.remove_prefix(1);
+    return line.substr(0, line.find(']'));
 }
 
 std::optional<std::string_view> KeyFile::value(std::string_view section,

@@ -16,6 +16,9 @@ public:
 
     static KeyFile read(std::string_view text, Lines lines);
 
+    /// What section the line, without blanks around it, begins; absent where it begins none.
+    static std::optional<std::string_view> sectionBegunBy(std::string_view line);
+
     /// The last one; absent where the section has no such key. Its escapes stand as they are.
     std::optional<std::string_view> value(std::string_view section, std::string_view key) const;
 

@@ -3,6 +3,7 @@
 #include "Platform/FileContents.h"
 #include "Platform/FileManager.h"
 #include "Tools/JobLink/Core/DescribedText.h"
+#include "Tools/JobLink/Core/KeyFile.h"
 #include "Tools/JobLink/Core/TimedTool.h"
 
 #include <algorithm>
@@ -138,6 +139,7 @@ std::string OffSwitch::unitState() const {
 }
 
 std::optional<std::string> hiddenEntry(std::string_view content) {
+    constexpr std::string_view group = "Desktop Entry";
     std::string result;
     bool isInGroup = false;
     bool isHidden = false;
@@ -146,8 +148,8 @@ std::optional<std::string> hiddenEntry(std::string_view content) {
         const auto whole = content.substr(0, end);
         content.remove_prefix(end);
         const auto line = trimmed(whole.substr(0, whole.find('\n')));
-        if (line.starts_with('['))
-            isInGroup = line == "[Desktop Entry]";
+        if (const auto begun = KeyFile::sectionBegunBy(line))
+            isInGroup = *begun == group;
         const auto key = trimmed(line.substr(0, line.find('=')));
         if (isInGroup && key == "Hidden")
             continue;
@@ -159,7 +161,9 @@ std::optional<std::string> hiddenEntry(std::string_view content) {
         result += "Hidden=true\n"; // right below the group's name
         isHidden = true;
     }
-    return isHidden ? std::optional(std::move(result)) : std::nullopt;
+    // Not so where the group stands beyond what is read.
+    const bool isOff = KeyFile::read(result, KeyFile::Lines::apart).isTrue(group, "Hidden");
+    return isOff ? std::optional(std::move(result)) : std::nullopt;
 }
 
 } // namespace JobLink

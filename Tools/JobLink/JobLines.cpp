@@ -2,6 +2,8 @@
 
 #include "Tools/JobLink/Core/Texts.h"
 
+#include <gtkmm/adjustment.h>
+
 namespace JobLink {
 namespace {
 
@@ -40,6 +42,15 @@ JobLines::JobLines() {
         ++number;
     }
     set_child(grid_);
+    get_vadjustment()->signal_changed().connect(
+        sigc::mem_fun(*this, &JobLines::takeKeyboardIfNeeded));
+    set_focusable(false);
+}
+
+// It stops here where there is something to scroll.
+void JobLines::takeKeyboardIfNeeded() {
+    const auto range = get_vadjustment();
+    set_focusable(range->get_upper() > range->get_page_size());
 }
 
 void JobLines::set(Line line, const std::string& text) {

@@ -26,6 +26,8 @@ private:
         Gtk::Label text{};
     };
 
+    void takeKeyboardIfNeeded();
+
     Gtk::Grid grid_;
     std::array<Row, 7> rows_;
 };

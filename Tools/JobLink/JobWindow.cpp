@@ -22,6 +22,8 @@ using CorbelKit::printableText;
 using Line = JobLines::Line;
 using Side = JobButtons::Side;
 
+const std::string leftToRightMark = "\xE2\x80\x8E"; // or else the time comes before the date
+
 std::string joinedLines(const std::vector<std::string>& texts) {
     std::string joined;
     for (const auto& text : texts)
@@ -119,7 +121,7 @@ void JobWindow::display(JobReport report) {
         lines_.set(Line::starts, startLines(report));
         lines_.set(Line::owner, printableText(file->owner + " (" + file->group + ')'));
         lines_.set(Line::permissions, permissionsText(file->permissions));
-        lines_.set(Line::changed, timeText(file->changed));
+        lines_.set(Line::changed, leftToRightMark + timeText(file->changed));
     }
     const bool isThere = report.file.has_value();
     buttons_.setIgnore(sideOf(isThere && report.file->isLabelKnown, report.isExcepted));
@@ -146,17 +148,18 @@ void JobWindow::findPackage() {
     });
 }
 
-// While it goes on the buttons rest, so that nothing is done twice.
+// One at a time. The buttons keep the keyboard meanwhile.
 void JobWindow::act(std::function<Failure()> action, std::function<std::string()> done,
                     const std::string& failed) {
-    buttons_.setIgnore(Side::unavailable);
-    buttons_.turnOff().set_sensitive(false);
+    if (std::exchange(isActing_, true))
+        return;
     acting_.async(
         [action = std::move(action), done = std::move(done), failed, weak = std::weak_ptr(self_)] {
             Platform::MainThread::run([weak, failure = action(), done, failed] {
                 const auto self = weak.lock();
                 if (!self)
                     return;
+                (*self)->isActing_ = false;
                 (*self)->say(failure ? failed + ' ' + printableText(failure->description) : done());
                 (*self)->read();
             });

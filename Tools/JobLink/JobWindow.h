@@ -49,6 +49,7 @@ private:
     JobWatch watch_;
     std::optional<JobReport> report_;
     std::shared_ptr<OffSwitch> usedSwitch_; // what `turnOn` takes back; its work is on `acting_`
+    bool isActing_ = false;
     bool isReading_ = false;
     bool isReadDue_ = false; // another time, when this one has ended
 

@@ -16,6 +16,12 @@ void* kCFAllocatorDefaultObject __asm__("kCFAllocatorDefault") = nullptr;
 
 @implementation CorbelRunLoopBlock
 
+// That of the main thread is always there. GNUstep would make one for each of two threads that ask
+// at once, and perform at once what is asked for while there is none.
++ (void)load {
+    static_cast<void>(NSRunLoop.mainRunLoop);
+}
+
 + (void)perform:(void (^)(void))block {
     block();
 }
@@ -23,7 +29,7 @@ void* kCFAllocatorDefaultObject __asm__("kCFAllocatorDefault") = nullptr;
 @end
 
 CFRunLoopRef CFRunLoopGetMain(void) {
-    return nullptr; // the only one there is here
+    return (__bridge CFRunLoopRef)NSRunLoop.mainRunLoop;
 }
 
 void CFRunLoopPerformBlock(CFRunLoopRef, CFTypeRef, void (^block)(void)) {

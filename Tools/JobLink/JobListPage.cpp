@@ -37,9 +37,11 @@ void JobListPage::addSearch() {
                                    caption.c_str(), -1);
     search_.set_margin(margin / 2);
     search_.set_key_capture_widget(table_);
-    search_.signal_search_changed().connect([this] {
+    // At once, and not when the entry says that typing has paused: Return opens what is found then.
+    search_.signal_changed().connect([this] {
         sought_ = JobSearch(search_.get_text().raw());
         gtk_filter_changed(filter_->gobj(), GTK_FILTER_CHANGE_DIFFERENT);
+        shown_->set_selected(0);
         state_.set_visible(isComplete_ && shown_->get_n_items() == 0);
     });
     search_.signal_activate().connect([this] { open(shown_->get_selected()); });

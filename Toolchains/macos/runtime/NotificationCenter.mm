@@ -149,8 +149,11 @@ VALUE
     }
 }
 
+// In no order: the first of those that are asked for at once comes last.
 - (void)getNotificationSettingsWithCompletionHandler:(void (^)(UNNotificationSettings*))handler {
-    later(^{
+    static std::atomic<int> waiting = 0;
+    after(waiting++ == 0 ? 0.05 : 0, ^{
+        --waiting;
         handler([[UNNotificationSettings alloc] init]);
     });
 }

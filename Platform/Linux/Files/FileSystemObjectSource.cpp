@@ -10,6 +10,7 @@
 
 #include <array>
 #include <atomic>
+#include <chrono>
 #include <utility>
 
 namespace Platform {
@@ -17,9 +18,13 @@ namespace {
 
 constexpr std::uint32_t entriesWritten = IN_CREATE | IN_DELETE | IN_MOVED_FROM | IN_MOVED_TO;
 
+// Between two events. Each that is awaited costs several changes of threads, so that without this
+// a source would be at work as long as a storm lasts.
+constexpr std::chrono::milliseconds pause(10);
+
 /// Empties the event queue; whether entries were written, or events lost.
 bool drain(Inotify& inotify) {
-    std::array<char, 4096> buffer;
+    std::array<char, 16384> buffer;
     bool written = false;
     for (auto records = inotify.read(buffer); !records.isEmpty(); records = inotify.read(buffer)) {
         while (const auto record = records.next())
@@ -34,7 +39,8 @@ bool drain(Inotify& inotify) {
 class FileSystemObjectSource::Impl : public std::enable_shared_from_this<Impl> {
 public:
     Impl(int fileDescriptor, DispatchQueue queue)
-        : queue_(std::move(queue))
+        : fileDescriptor_(fileDescriptor)
+        , queue_(std::move(queue))
         , strand_(asio::make_strand(workerExecutor()))
         , inotify_(strand_, fileDescriptor) {}
 
@@ -78,8 +84,9 @@ private:
             waitForEvents();
             return;
         }
-        // The next events are awaited when the handler has returned: so it never runs beside
-        // itself, and a slow one finds what came meanwhile as one event.
+        // The next events are awaited some time after the handler has returned: so it never runs
+        // beside itself, and what came meanwhile is one event. Until then no record wakes a thread.
+        inotify_.release();
         handlerUnderWay_ = true;
         queue_.async([self = shared_from_this()] {
             if (!self->silenced_ && self->eventHandler_)
@@ -92,8 +99,25 @@ private:
         handlerUnderWay_ = false;
         if (ended_) {
             finish();
-        } else {
+            return;
+        }
+        pauseBeforeTheNext();
+    }
+
+    void pauseBeforeTheNext() {
+        workerTimers().start(TimerQueue::Clock::now() + pause, [self = shared_from_this()] {
+            asio::post(self->strand_, [self] { self->takeUpAgain(); });
+        });
+    }
+
+    void takeUpAgain() {
+        if (ended_)
+            return;
+        inotify_ = Inotify(strand_, fileDescriptor_);
+        if (inotify_.isOpen()) {
             waitForEvents();
+        } else { // short of memory at present
+            pauseBeforeTheNext();
         }
     }
 
@@ -111,13 +135,14 @@ private:
             queue_.async(std::move(handler));
     }
 
+    const int fileDescriptor_; // the caller's
     const DispatchQueue queue_;
     asio::strand<asio::any_io_executor> strand_;
     std::atomic<bool> silenced_ = false; // no event handler starts any more
     Handler eventHandler_;               // set before `resume`, then read by the handler's task
 
     // On the strand only.
-    Inotify inotify_; // the descriptor is the caller's
+    Inotify inotify_; // open while events are awaited
     Handler cancelHandler_;
     bool handlerUnderWay_ = false;
     bool ended_ = false;

@@ -25,7 +25,7 @@ std::optional<InotifyRecord> InotifyRecords::next() {
 std::optional<Inotify> Inotify::make(const asio::any_io_executor& executor) {
     FileHandle descriptor(inotify_init1(IN_NONBLOCK | IN_CLOEXEC));
     Inotify inotify(executor, descriptor.fileDescriptor());
-    if (!inotify.descriptor_.is_open())
+    if (!inotify.isOpen())
         return std::nullopt;
     descriptor.release();
     return inotify;
@@ -64,7 +64,7 @@ InotifyRecords Inotify::read(std::span<char> buffer) {
 }
 
 int Inotify::release() {
-    return descriptor_.is_open() ? descriptor_.release() : -1;
+    return isOpen() ? descriptor_.release() : -1;
 }
 
 } // namespace Platform

@@ -46,6 +46,9 @@ public:
     /// gives nothing, and the descriptor stays the caller's.
     Inotify(const asio::any_io_executor& executor, int fileDescriptor);
 
+    /// Whether it has an instance, and has not released it.
+    bool isOpen() const { return descriptor_.is_open(); }
+
     /// @{
     /// The watch of an item, or -1 with `errno`. An item has one watch, however often it is added.
     int add(const char* path, std::uint32_t events);

@@ -46,6 +46,9 @@ public:
     /// In bytes, of a regular file; 0 where it is not known.
     std::uint64_t size() const;
 
+    /// Has the next reading begin anew; false where that is not possible.
+    bool rewind();
+
     /// Reads at most `buffer.size()` bytes; 0 at the end.
     Expected<std::size_t> read(std::span<std::byte> buffer);
 

@@ -12,7 +12,8 @@ namespace Platform {
 /// Finds the text under one key of the top-level dictionary of a property list while its bytes
 /// pass by, without building the list: memory does not grow with its depth, its width or its
 /// texts. XML is read as it comes and may be of any length; the other forms can only be read
-/// whole and are kept until `finish`, up to `maximumBuffered` bytes.
+/// whole and are kept until `finish`, up to `maximumBuffered` bytes, unless their beginning shows
+/// that they are none.
 ///
 /// It accepts exactly what `PropertyList::read` accepts with the same depth. In XML and old-style
 /// text the cost of the values, which are not built, does not count; in the binary form, where

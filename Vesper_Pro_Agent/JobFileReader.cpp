@@ -29,7 +29,7 @@ std::optional<MonitoredJob> JobFileReader::read(const Platform::URL& url,
         return std::nullopt;
     if (content->size() < buffer_->size())
         return readSmallFile(*content, known);
-    return readLargeFile(*content, *file);
+    return readLargeFile(*content, *file, known);
 }
 
 std::optional<std::span<const std::byte>> JobFileReader::fillBuffer(Platform::FileHandle& file) {
@@ -60,27 +60,54 @@ MonitoredJob JobFileReader::readSmallFile(std::span<const std::byte> content,
 }
 
 std::optional<MonitoredJob> JobFileReader::readLargeFile(std::span<const std::byte> beginning,
-                                                         Platform::FileHandle& file) {
+                                                         Platform::FileHandle& file,
+                                                         const MonitoredJob* known) {
+    // Looking for a label takes several times as long as hashing. What has none by its beginning,
+    // and what is as it was, is only hashed; a list that has changed is read anew for both.
+    const bool mayHaveLabel = labelLookup().append(beginning);
+    if (known != nullptr || !mayHaveLabel) {
+        const auto content = readOn(beginning, file, [](const auto& /*piece*/) {});
+        if (!content)
+            return std::nullopt;
+        if (!mayHaveLabel)
+            return MonitoredJob{.checksum = content->checksum, .label = std::nullopt};
+        if (content->checksum == known->checksum)
+            return *known;
+        const auto again = file.rewind() ? fillBuffer(file) : std::nullopt;
+        if (!again)
+            return std::nullopt;
+        beginning = *again;
+    }
     auto lookup = labelLookup();
-    bool mayHaveLabel = true;
+    bool isSought = true;
+    const auto content = readOn(
+        beginning, file, [&](const auto& piece) { isSought = isSought && lookup.append(piece); });
+    if (!content)
+        return std::nullopt;
+    return MonitoredJob{.checksum = content->checksum,
+                        .label = isSought && content->isWhole ? lookup.finish() : std::nullopt};
+}
+
+std::optional<JobFileReader::Content>
+JobFileReader::readOn(std::span<const std::byte> beginning, Platform::FileHandle& file,
+                      const std::function<void(std::span<const std::byte>)>& use) {
     std::uint64_t total = 0;
     std::optional<std::span<const std::byte>> content = beginning;
     while (content && !content->empty() && total < maximumRead_) {
         total += content->size();
         digest_.update(*content);
-        mayHaveLabel = mayHaveLabel && lookup.append(*content);
+        use(*content);
         content = fillBuffer(file);
     }
-    if (content && !content->empty()) {
+    const bool isWhole = content && content->empty();
+    if (!isWhole) {
         const auto size = file.size();
         digest_.update(std::as_bytes(std::span(&size, 1)));
-        mayHaveLabel = false;
     }
     const auto checksum = digest_.finalize(); // also where it is of no use: the next starts anew
     if (!content)
         return std::nullopt;
-    return MonitoredJob{.checksum = checksum,
-                        .label = mayHaveLabel ? lookup.finish() : std::nullopt};
+    return Content{.checksum = checksum, .isWhole = isWhole};
 }
 
 } // namespace Vesper_Pro_Agent

@@ -39,7 +39,18 @@ private:
 
     MonitoredJob readSmallFile(std::span<const std::byte> content, const MonitoredJob* known);
     std::optional<MonitoredJob> readLargeFile(std::span<const std::byte> beginning,
-                                              Platform::FileHandle& file);
+                                              Platform::FileHandle& file,
+                                              const MonitoredJob* known);
+
+    /// What a file that fills the buffer came to, read to its end or to the most that is read.
+    struct Content {
+        Platform::SHA256::Value checksum;
+        bool isWhole;
+    };
+
+    /// `use` has each piece as well. Absent when reading failed.
+    std::optional<Content> readOn(std::span<const std::byte> beginning, Platform::FileHandle& file,
+                                  const std::function<void(std::span<const std::byte>)>& use);
 
     const std::function<bool()> goesOn_;
     const std::uint64_t maximumRead_;

@@ -15,9 +15,9 @@ namespace Vesper_Pro_Agent {
 /// regular file that can be read, whatever its name but ".DS_Store". Folders that cannot be listed
 /// and entries that cannot be read are left out.
 ///
-/// Each file is read once, so that its checksum and its label are of the same bytes, in small
-/// pieces, so that memory does not grow with what lies there. A file that is as the snapshot before
-/// has it keeps the label found then.
+/// A file's checksum and its label come from one reading, so that they are of the same bytes, in
+/// small pieces, so that memory does not grow with what lies there. A file that is as the snapshot
+/// before has it keeps the label found then.
 ///
 /// Reading goes on on threads of the scanner's own, several files at a time, because nothing says
 /// how long it takes: a file system that has stopped answering holds whoever asks it, for ever. A

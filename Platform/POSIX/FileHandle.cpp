@@ -75,6 +75,10 @@ std::uint64_t FileHandle::size() const {
     return fstat(fileDescriptor_, &status) == 0 ? static_cast<std::uint64_t>(status.st_size) : 0;
 }
 
+bool FileHandle::rewind() {
+    return lseek(fileDescriptor_, 0, SEEK_SET) == 0;
+}
+
 Expected<std::size_t> FileHandle::read(std::span<std::byte> buffer) {
     buffer = buffer.first(std::min(buffer.size(), mostAtOnce));
     const auto count =

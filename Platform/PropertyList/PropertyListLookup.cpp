@@ -34,6 +34,8 @@ public:
     }
 
 private:
+    static constexpr std::size_t trialWindow = std::size_t{16} * 1024;
+
     /// What is left for the XML reader.
     std::string_view beginOrKeep(std::string_view bytes) {
         // Most files come whole, or their beginning is enough: nothing is copied then.
@@ -44,7 +46,8 @@ private:
             return {};
         }
         kept_.append(bytes);
-        if (format_ || begin(kept_, false) != Format::xml)
+        failed_ = isRefusedText();
+        if (failed_ || format_ || begin(kept_, false) != Format::xml)
             return {};
         return std::string_view(kept_).substr(begin_);
     }
@@ -57,6 +60,17 @@ private:
                 xml_.emplace(finder_, limits_.depth);
         }
         return format_;
+    }
+
+    /// Whether the beginning, looked at once, shows that nothing behind it makes it a list. Files
+    /// of all kinds count as the old-style form until then.
+    bool isRefusedText() {
+        if (format_ != Format::text || wasTried_ || kept_.size() < trialWindow)
+            return false;
+        wasTried_ = true;
+        auto trial = finder_;
+        const auto beginning = std::string_view(kept_).substr(0, trialWindow);
+        return !PropertyLists::mayBeginText(beginning, trial, limits_.depth);
     }
 
     bool readRest(Format format) {
@@ -76,7 +90,8 @@ private:
     PropertyLists::TextFinder finder_;
     std::optional<Format> format_;
     std::size_t begin_ = 0;
-    std::string kept_; ///< until the form is known, and of a form that is read whole
+    bool wasTried_ = false; ///< as the old-style form
+    std::string kept_;      ///< until the form is known, and of a form that is read whole
     std::optional<PropertyLists::XMLReader> xml_;
     bool failed_ = false;
 };

@@ -4,6 +4,7 @@
 #include "Platform/PropertyList/TextScanner.h"
 #include "Platform/UTF8.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -36,6 +37,8 @@ public:
         }
         return scanner_.atEnd();
     }
+
+    bool mightReadMore() { return read() || scanner_.isCutOff(); }
 
 private:
     bool root() {
@@ -114,7 +117,27 @@ private:
     bool isBehindValue_ = false;
 };
 
+/// Less a character of UTF-8 that may be cut off.
+std::string_view withoutLastCharacter(std::string_view bytes) {
+    constexpr std::size_t longest = 4;
+    for (std::size_t length = 1; length <= std::min(longest, bytes.size()); ++length) {
+        const auto byte = static_cast<unsigned char>(bytes[bytes.size() - length]);
+        if ((byte & 0xC0U) != 0x80U)
+            return bytes.substr(0, bytes.size() - length);
+    }
+    return bytes;
+}
+
 } // namespace
+
+bool mayBeginText(std::string_view bytes, Receiver& receiver, std::size_t depth) {
+    if (bytes.starts_with("\xFE\xFF") || bytes.starts_with("\xFF\xFE"))
+        return true; // too seldom to be worth the trouble
+    if (bytes.starts_with("\xEF\xBB\xBF"))
+        bytes.remove_prefix(3);
+    bytes = withoutLastCharacter(bytes);
+    return UTF8::isWellFormed(bytes) && TextReader(bytes, receiver, depth).mightReadMore();
+}
 
 bool readText(std::string_view bytes, Receiver& receiver, std::size_t depth) {
     const auto readUTF16 = [&](ByteOrder order) {

@@ -12,4 +12,8 @@ namespace Platform::PropertyLists {
 /// A text that holds nothing but comments is no list. False when the bytes are no property list.
 bool readText(std::string_view bytes, Receiver& receiver, std::size_t depth);
 
+/// Whether some list begins so: false where no bytes behind these make them one that the receiver
+/// takes.
+bool mayBeginText(std::string_view bytes, Receiver& receiver, std::size_t depth);
+
 } // namespace Platform::PropertyLists

@@ -54,8 +54,10 @@ bool TextScanner::skip() {
         if (!rest_.starts_with("/*"))
             return true;
         const auto end = rest_.find("*/", 2);
-        if (end == std::string_view::npos)
+        if (end == std::string_view::npos) {
+            isUnended_ = true;
             return false;
+        }
         rest_.remove_prefix(end + 2);
     }
 }
@@ -83,8 +85,10 @@ std::optional<std::string> TextScanner::quoted(char quote) {
     const std::string stops{quote, '\\'};
     for (;;) {
         const auto length = rest_.find_first_of(stops);
-        if (length == std::string_view::npos)
+        if (length == std::string_view::npos) {
+            isUnended_ = true;
             return std::nullopt;
+        }
         text.append(rest_.substr(0, length));
         const bool isEnd = rest_[length] == quote;
         rest_.remove_prefix(length + 1);

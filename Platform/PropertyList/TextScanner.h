@@ -26,7 +26,13 @@ public:
     /// What stands between the angle brackets, the first of which is taken.
     std::optional<std::string> data();
 
+    /// Of what failed: whether it came to the end of the text, and might do otherwise in a longer
+    /// one.
+    bool isCutOff() const { return isUnended_ || rest_.size() < longestMark; }
+
 private:
+    static constexpr std::size_t longestMark = 2; // that says what comes: "//", "\\U"
+
     bool skip();
     std::optional<std::string> quoted(char quote);
     std::string unquoted();
@@ -36,6 +42,7 @@ private:
     std::optional<unsigned> number(unsigned base, std::size_t mostDigits);
 
     std::string_view rest_;
+    bool isUnended_ = false; // a comment, or a quoted string
 };
 
 } // namespace Platform::PropertyLists

@@ -4,6 +4,7 @@
 
 #include <sys/stat.h>
 
+#include <fstream>
 #include <future>
 
 namespace {
@@ -54,7 +55,15 @@ TEST_F(JobScanTest, FindsTheLabelOfAFileThatSpansManyBuffers) {
     writeFile(folder / "large", "<plist><dict><key>Comment</key><string>" +
                                     std::string(1'000'000, 'x') + "</string>" +
                                     "<key>Label</key><string>late</string></dict></plist>");
-    EXPECT_EQ(scan().at(path("large")).label, "late");
+    const auto known = scan().at(path("large"));
+    EXPECT_EQ(known.label, "late");
+    JobFileReader reader([] { return true; });
+    const auto read = [&] { return reader.read(fileURL(folder / "large"), &known); };
+    EXPECT_EQ(read()->label, "late"); // unchanged
+    std::ofstream(folder / "large", std::ios::in | std::ios::ate).seekp(-28, std::ios::cur)
+        << "LATE";
+    EXPECT_EQ(read()->label, "LATE");
+    EXPECT_NE(read()->checksum, known.checksum);
 }
 
 TEST_F(JobScanTest, AFileThatIsTooLargeToReadIsKnownByItsBeginningAndItsSize) {

@@ -39,6 +39,27 @@ TEST(PropertyListLookup, SaysWhenNothingCanBeFoundAnyMore) {
     EXPECT_FALSE(lookup.append(bytes("<array>")));
     EXPECT_FALSE(lookup.append(bytes("<dict><key>Label</key><string>a</string></dict>")));
     EXPECT_EQ(lookup.finish(), std::nullopt);
+    const auto many = [](const std::string& text) {
+        std::string all;
+        while (all.size() < 100'000)
+            all += text;
+        return all;
+    };
+    for (const auto& other : {std::string(100'000, '\0'), many("\xCF\xFA\xED\xFE\x07"), many("{};"),
+                              many("Lorem ipsum dolor. "), many("// a\n#include <a>\n")})
+        EXPECT_FALSE(PropertyListLookup("Label").append(bytes(other))) << other.substr(0, 20);
+}
+
+TEST(PropertyListLookup, GivesNoListUpForItsBeginning) {
+    const std::string list = R"(/* c */ { a = (<0A 1b>, "\U00e4\ud83d\uDE00\012", 'b\'', _.b); // c
+        Label = "\u20AC"; "\303" = {}; })"
+                             "\u00E4 = \u20AC; }";
+    for (const auto& end :
+         {list.substr(0, list.find("\u00E4 =")), std::string("Label = x\u20AC;")}) {
+        const auto expected = lookUp(end, end.size());
+        for (std::size_t part = 0; part <= end.size(); ++part) // what is looked at beforehand
+            EXPECT_EQ(lookUp(std::string(16'384 - part, ' ') + end, 100'000), expected) << part;
+    }
 }
 
 } // namespace

@@ -130,10 +130,10 @@ bool comparePassWithOpenssl(const std::string& what, const JobFiles& files, doub
 
 // The same files, all of them under new names.
 JobSnapshot renamed(const JobSnapshot& jobs) {
-    JobSnapshot result;
-    for (const auto& [path, job] : jobs)
-        result.emplace_hint(result.end(), path + ".renamed", job);
-    return result;
+    JobSnapshot::Jobs result;
+    for (const auto& job : jobs)
+        result.emplace_back(std::string(job.path) + ".renamed", job.copy());
+    return JobSnapshot(std::move(result));
 }
 
 bool compareSizes(const JobFiles& few, const JobFiles& many) {

@@ -39,25 +39,27 @@ Turn preparePass(const std::vector<std::string>& arguments) {
     auto scanner = std::make_shared<JobScanner>(folders, [] {});
     const auto nowhere = std::make_shared<JobScanner>(std::vector<URL>(), [] {});
     const auto now = scan(*scanner, std::make_shared<JobSnapshot>());
-    auto last = std::make_shared<JobSnapshot>();
-    for (const auto& [path, job] : *now) {
-        auto before = job;
+    JobSnapshot::Jobs before;
+    for (const auto& job : *now) {
+        before.emplace_back(job.path, job.copy());
+        if (history == "renamed")
+            before.back().first += '~';
         if (history == "modified")
-            before.checksum[0] ^= std::byte{1};
-        if (history != "new")
-            last->emplace_hint(last->end(), history == "renamed" ? path + "~" : path, before);
+            before.back().second.checksum[0] ^= std::byte{1};
     }
+    if (history == "new")
+        before.clear();
+    const Snapshot last = std::make_shared<JobSnapshot>(std::move(before));
     const auto jobs = static_cast<double>(now->size());
-    return
-        [=, last = Snapshot(std::move(last)), current = history == "deleted" ? nowhere : scanner] {
-            std::size_t changes = 0;
-            const auto seconds =
-                secondsOf([&] { changes = compareJobs(*last, *scan(*current, last)).size(); });
-            require(static_cast<double>(changes) ==
-                        (history == "unchanged" || history == "renamed" ? 0 : jobs),
-                    "a pass found other changes than there are");
-            return Figures{{"seconds", seconds}, {"jobs", jobs}};
-        };
+    return [=, current = history == "deleted" ? nowhere : scanner] {
+        std::size_t changes = 0;
+        const auto seconds =
+            secondsOf([&] { changes = compareJobs(*last, *scan(*current, last)).size(); });
+        require(static_cast<double>(changes) ==
+                    (history == "unchanged" || history == "renamed" ? 0 : jobs),
+                "a pass found other changes than there are");
+        return Figures{{"seconds", seconds}, {"jobs", jobs}};
+    };
 }
 
 std::size_t watches() {

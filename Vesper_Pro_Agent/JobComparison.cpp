@@ -4,12 +4,13 @@
 #include <cstring>
 #include <unordered_map>
 #include <unordered_set>
+#include <vector>
 
 namespace Vesper_Pro_Agent {
 namespace {
 
 using Checksum = Platform::SHA256::Value;
-using Job = JobSnapshot::value_type;
+using Indexes = std::vector<std::size_t>; // of jobs, in the order of their paths
 
 // A digest's bits are spread evenly as they are.
 struct ChecksumHash {
@@ -23,12 +24,13 @@ struct ChecksumHash {
 // The contents that earlier jobs had: where the jobs at new paths may come from.
 class EarlierContents {
 public:
-    EarlierContents(const JobSnapshot& previous, const std::vector<const Job*>& gone) {
+    EarlierContents(const JobSnapshot& previous, const Indexes& gone) {
         known_.reserve(previous.size());
         for (const auto& job : previous)
-            known_.insert(job.second.checksum);
-        for (const auto* job : gone)
-            gone_.emplace(job->second.checksum, job);
+            known_.insert(job.checksum);
+        gone_.reserve(gone.size());
+        for (const auto index : gone)
+            gone_.emplace(previous[index].checksum, index);
     }
 
     /// Whether a new path has content that stood elsewhere before; a job that is gone from there
@@ -41,44 +43,45 @@ public:
         return true;
     }
 
-    std::vector<const Job*> gone() const {
-        std::vector<const Job*> jobs;
-        jobs.reserve(gone_.size());
-        for (const auto& [checksum, job] : gone_)
-            jobs.push_back(job);
-        std::ranges::sort(jobs, {}, [](const Job* job) -> const auto& { return job->first; });
-        return jobs;
+    Indexes gone() const {
+        Indexes indexes;
+        indexes.reserve(gone_.size());
+        for (const auto& [checksum, index] : gone_)
+            indexes.push_back(index);
+        std::ranges::sort(indexes);
+        return indexes;
     }
 
 private:
     std::unordered_set<Checksum, ChecksumHash> known_;
-    std::unordered_multimap<Checksum, const Job*, ChecksumHash> gone_;
+    std::unordered_multimap<Checksum, std::size_t, ChecksumHash> gone_;
 };
 
 // How two snapshots differ, path by path.
 struct PathDifferences {
-    std::vector<const Job*> gone;
-    std::vector<const Job*> modified;
-    std::vector<const Job*> arrived;
+    Indexes gone; // in the previous one
+    Indexes modified;
+    Indexes arrived;
 };
 
 // Both are in the order of their paths, so one walk along both does.
 PathDifferences comparePaths(const JobSnapshot& previous, const JobSnapshot& current) {
     PathDifferences differences;
-    auto after = current.begin();
-    for (const auto& before : previous) {
-        for (; after != current.end() && after->first < before.first; ++after)
-            differences.arrived.push_back(&*after);
-        if (after == current.end() || after->first != before.first) {
-            differences.gone.push_back(&before);
+    std::size_t after = 0;
+    for (std::size_t before = 0; before < previous.size(); ++before) {
+        const auto job = previous[before];
+        for (; after < current.size() && current[after].path < job.path; ++after)
+            differences.arrived.push_back(after);
+        if (after == current.size() || current[after].path != job.path) {
+            differences.gone.push_back(before);
             continue;
         }
-        if (after->second.checksum != before.second.checksum)
-            differences.modified.push_back(&*after);
+        if (current[after].checksum != job.checksum)
+            differences.modified.push_back(after);
         ++after;
     }
-    for (; after != current.end(); ++after)
-        differences.arrived.push_back(&*after);
+    for (; after < current.size(); ++after)
+        differences.arrived.push_back(after);
     return differences;
 }
 
@@ -86,22 +89,22 @@ PathDifferences comparePaths(const JobSnapshot& previous, const JobSnapshot& cur
 
 std::vector<JobChange> compareJobs(const JobSnapshot& previous, const JobSnapshot& current) {
     std::vector<JobChange> changes;
-    const auto add = [&](const Job* job, ChangeKind kind) {
-        changes.push_back({job->first, kind, job->second.label});
+    const auto add = [&](const JobSnapshot::Job& job, ChangeKind kind) {
+        changes.push_back({std::string(job.path), kind, job.copy().label});
     };
     auto [gone, modified, arrived] = comparePaths(previous, current);
     if (!arrived.empty()) {
         EarlierContents earlier(previous, gone);
-        for (const auto* job : arrived) {
-            if (!earlier.takeSource(job->second.checksum))
-                add(job, ChangeKind::added);
+        for (const auto index : arrived) {
+            if (!earlier.takeSource(current[index].checksum))
+                add(current[index], ChangeKind::added);
         }
         gone = earlier.gone();
     }
-    for (const auto* job : modified)
-        add(job, ChangeKind::modified);
-    for (const auto* job : gone)
-        add(job, ChangeKind::deleted);
+    for (const auto index : modified)
+        add(current[index], ChangeKind::modified);
+    for (const auto index : gone)
+        add(previous[index], ChangeKind::deleted);
     return changes;
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Vesper_Pro_Agent/MonitoredJob.h"
+#include "Vesper_Pro_Agent/JobSnapshot.h"
 
 #include <optional>
 #include <string>

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "Platform/URL.h"
-#include "Vesper_Pro_Agent/MonitoredJob.h"
 #include "Vesper_Pro_Agent/ScanPass.h"
 
 #include <chrono>

@@ -5,6 +5,7 @@
 #include "CorbelKit/Services/Limit.h"
 #include "CorbelKit/Services/ResourceBundle.h"
 #include "Platform/MainThread.h"
+#include "Platform/Memory.h"
 #include "Platform/NeverDestroyed.h"
 #include "Platform/StandardOutput.h"
 #include "Platform/Workspace.h"
@@ -142,6 +143,7 @@ void MonitorFolders::scan(void (MonitorFolders::*receive)(ScanResult)) {
 
 void MonitorFolders::endScan() {
     isScanning_ = false;
+    Platform::releaseFreedMemory(); // a pass needs several times what is kept of it
     if (std::exchange(isPassDue_, false))
         lookForChanges();
 }
@@ -183,12 +185,14 @@ void MonitorFolders::completeBaseline(const ScanResult& found) {
         return notInBaseline_.contains(path) || notInBaseline_.contains(folder) ||
                notInBaseline_.contains(std::string(folder) + '/');
     };
-    auto baseline = std::make_shared<JobSnapshot>(*lastCheckedJobs_);
+    JobSnapshot::Jobs baseline;
+    for (const auto& job : *lastCheckedJobs_)
+        baseline.emplace_back(job.path, job.copy());
     for (const auto& job : found.jobs) {
-        if (isAwaited(job.first))
-            baseline->insert(job);
+        if (isAwaited(job.path) && !lastCheckedJobs_->find(job.path))
+            baseline.emplace_back(job.path, job.copy());
     }
-    lastCheckedJobs_ = std::move(baseline);
+    lastCheckedJobs_ = std::make_shared<JobSnapshot>(std::move(baseline));
     auto unanswered = found.unanswered;
     std::erase_if(unanswered, [&](const auto& path) { return !isAwaited(path); });
     notInBaseline_ = std::move(unanswered);

@@ -2,7 +2,6 @@
 
 #include "Platform/Digest.h"
 
-#include <map>
 #include <optional>
 #include <string>
 
@@ -16,9 +15,5 @@ struct MonitoredJob {
     /// which is far more than any job's name. Absent stands for the empty text.
     std::optional<std::string> label;
 };
-
-/// Job files by their path, which is bytes in the file system's form. Ordered, so that changes
-/// found together are reported in a steady order.
-using JobSnapshot = std::map<std::string, MonitoredJob, std::less<>>;
 
 } // namespace Vesper_Pro_Agent

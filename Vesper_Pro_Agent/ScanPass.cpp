@@ -71,7 +71,12 @@ void ScanPass::run(const std::shared_ptr<Reader>& reader) {
 ReadOutcome ScanPass::read(const Item& item, JobFileReader& files) const {
     if (item.isFolder)
         return Platform::FileManager::contentsOfDirectory(item.url);
-    return files.read(item.url, item.known);
+    const auto known = knownJob(item);
+    return files.read(item.url, known ? &*known : nullptr);
+}
+
+std::optional<MonitoredJob> ScanPass::knownJob(const Item& item) const {
+    return item.known ? std::optional((*previous_)[*item.known].copy()) : std::nullopt;
 }
 
 const ScanPass::Item* ScanPass::next(const std::shared_ptr<Reader>& reader) {
@@ -126,13 +131,20 @@ void ScanPass::finishIfDone() {
         if (!completion_ || !readers_.empty() || remaining() != 0)
             return;
         completion = std::exchange(completion_, nullptr);
-        std::ranges::sort(jobs_, {}, [](const auto& job) -> const auto& { return job.first; });
-        for (auto& [path, job] : jobs_)
-            result.jobs.emplace_hint(result.jobs.end(), std::move(path), std::move(job));
-        jobs_ = {};
+        result.jobs = JobSnapshot(std::exchange(jobs_, {}));
+        freeWhatWasRead();
         result.unanswered = std::move(unanswered_);
     }
     completion(std::move(result));
+}
+
+// The threads that read may keep the pass for a while yet. Those that were left have items of it.
+void ScanPass::freeWhatWasRead() {
+    if (isAnyLeft_)
+        return;
+    items_ = {};
+    next_ = 0;
+    previous_ = nullptr;
 }
 
 void ScanPass::leaveWhatHangs() {
@@ -143,7 +155,7 @@ void ScanPass::leaveWhatHangs() {
         reader->looksInVain = isSlow ? reader->looksInVain + 1 : 0;
         if (reader->looksInVain < looks)
             continue;
-        reader->isLeft = true;
+        reader->isLeft = isAnyLeft_ = true;
         surroundings_.lateReads->begin(reader->item->path);
         keepKnown(*reader->item);
     }
@@ -203,12 +215,12 @@ void ScanPass::addEntries(std::vector<URL> urls) {
         }
     }
     std::ranges::sort(entries, {}, &Item::path);
-    auto known = entries.empty() ? previous_->end() : previous_->lower_bound(entries.front().path);
+    auto known = entries.empty() ? 0 : previous_->lowerBound(entries.front().path);
     for (auto& entry : entries) {
-        while (known != previous_->end() && known->first < entry.path)
+        while (known < previous_->size() && (*previous_)[known].path < entry.path)
             ++known;
-        if (known != previous_->end() && known->first == entry.path)
-            entry.known = &known->second;
+        if (known < previous_->size() && (*previous_)[known].path == entry.path)
+            entry.known = known;
         add(std::move(entry));
     }
 }
@@ -216,18 +228,20 @@ void ScanPass::addEntries(std::vector<URL> urls) {
 void ScanPass::keepKnown(const Item& item) {
     if (item.isFolder) {
         keepEntriesOf(item);
-    } else if (item.known != nullptr) {
-        jobs_.emplace_back(item.path, *item.known);
+    } else if (auto known = knownJob(item)) {
+        jobs_.emplace_back(item.path, *std::move(known));
     }
     unanswered_.insert(item.path);
 }
 
 void ScanPass::keepEntriesOf(const Item& folder) {
     const auto prefix = folder.path.ends_with('/') ? folder.path : folder.path + '/';
-    for (auto known = previous_->lower_bound(prefix);
-         known != previous_->end() && known->first.starts_with(prefix); ++known) {
-        if (std::string_view(known->first).substr(prefix.size()).find('/') == std::string::npos)
-            jobs_.emplace_back(*known);
+    for (auto known = previous_->lowerBound(prefix); known < previous_->size(); ++known) {
+        const auto job = (*previous_)[known];
+        if (!job.path.starts_with(prefix))
+            break;
+        if (job.path.find('/', prefix.size()) == std::string_view::npos)
+            jobs_.emplace_back(job.path, job.copy());
     }
 }
 

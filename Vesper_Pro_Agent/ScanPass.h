@@ -4,8 +4,8 @@
 #include "Platform/Mutex.h"
 #include "Platform/URL.h"
 #include "Vesper_Pro_Agent/JobFileReader.h"
+#include "Vesper_Pro_Agent/JobSnapshot.h"
 #include "Vesper_Pro_Agent/LateReads.h"
-#include "Vesper_Pro_Agent/MonitoredJob.h"
 
 #include <atomic>
 #include <chrono>
@@ -15,9 +15,9 @@
 #include <deque>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <set>
 #include <string>
-#include <utility>
 #include <vector>
 
 namespace Vesper_Pro_Agent {
@@ -58,7 +58,7 @@ private:
         Platform::URL url;
         std::string path;
         bool isFolder = false;
-        const MonitoredJob* known = nullptr; // of a file, in the snapshot before
+        std::optional<std::size_t> known{}; // of a file, in the snapshot before
     };
 
     /// What one thread is at.
@@ -73,11 +73,13 @@ private:
 
     void run(const std::shared_ptr<Reader>& reader);
     ReadOutcome read(const Item& item, JobFileReader& files) const;
+    std::optional<MonitoredJob> knownJob(const Item& item) const;
     const Item* next(const std::shared_ptr<Reader>& reader);
     bool end(Reader& reader, const Item& item, ReadOutcome outcome);
     void watch();
     void finishIfDone();
 
+    void freeWhatWasRead() CORBEL_REQUIRES(mutex_);
     void leaveWhatHangs() CORBEL_REQUIRES(mutex_);
     void startReaders() CORBEL_REQUIRES(mutex_);
     void add(Item item) CORBEL_REQUIRES(mutex_);
@@ -90,16 +92,17 @@ private:
     std::size_t remaining() const CORBEL_REQUIRES(mutex_) { return items_.size() - next_; }
 
     const Surroundings surroundings_;
-    const std::shared_ptr<const JobSnapshot> previous_;
+    std::shared_ptr<const JobSnapshot> previous_; // until all is read
     std::atomic<bool> isCancelled_ = false;
 
     Platform::Mutex mutex_;
     std::condition_variable_any readerLeft_;
+    bool isAnyLeft_ CORBEL_GUARDED_BY(mutex_) = false; // of the readers
     Completion completion_ CORBEL_GUARDED_BY(mutex_);  // empty once called
     std::deque<Item> items_ CORBEL_GUARDED_BY(mutex_); // their addresses stay
     std::size_t next_ CORBEL_GUARDED_BY(mutex_) = 0;   // of the items: not yet taken
     std::vector<std::shared_ptr<Reader>> readers_ CORBEL_GUARDED_BY(mutex_); // to be waited for
-    std::vector<std::pair<std::string, MonitoredJob>> jobs_ CORBEL_GUARDED_BY(mutex_);
+    JobSnapshot::Jobs jobs_ CORBEL_GUARDED_BY(mutex_);
     std::set<std::string, std::less<>> unanswered_ CORBEL_GUARDED_BY(mutex_);
 };
 

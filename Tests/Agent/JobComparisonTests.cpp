@@ -8,11 +8,12 @@ using namespace Vesper_Pro_Agent;
 
 /// Of files whose name and content are one character each.
 JobSnapshot snapshot(std::string_view files) {
-    JobSnapshot jobs;
+    JobSnapshot::Jobs jobs;
     for (; files.size() >= 2; files.remove_prefix(2)) {
-        jobs[std::string(1, files[0])] = {.checksum = {std::byte(files[1])}, .label = {}};
+        const MonitoredJob job{.checksum = {std::byte(files[1])}, .label = {}};
+        jobs.emplace_back(std::string(1, files[0]), job);
     }
-    return jobs;
+    return JobSnapshot(jobs);
 }
 
 std::string describe(const std::vector<JobChange>& changes) {

@@ -42,20 +42,20 @@ TEST_F(JobScanTest, TakesEveryReadableFileAndNothingElse) {
 
     const auto jobs = scan();
     std::vector<std::string> paths;
-    for (const auto& [found, seen] : jobs)
-        paths.push_back(found);
+    for (const auto& job : jobs)
+        paths.emplace_back(job.path);
     EXPECT_EQ(paths, (std::vector{path(".hidden"), path("a b%20\u00E9.txt"), path("job.plist"),
                                   path("link")}));
-    EXPECT_EQ(jobs.at(path("job.plist")).label, "org.example");
-    EXPECT_EQ(jobs.at(path("link")).label, "org.example");
-    EXPECT_EQ(jobs.at(path(".hidden")).label, std::nullopt);
+    EXPECT_EQ(jobs.find(path("job.plist"))->label, "org.example");
+    EXPECT_EQ(jobs.find(path("link"))->label, "org.example");
+    EXPECT_EQ(jobs.find(path(".hidden"))->label, std::nullopt);
 }
 
 TEST_F(JobScanTest, FindsTheLabelOfAFileThatSpansManyBuffers) {
     writeFile(folder / "large", "<plist><dict><key>Comment</key><string>" +
                                     std::string(1'000'000, 'x') + "</string>" +
                                     "<key>Label</key><string>late</string></dict></plist>");
-    const auto known = scan().at(path("large"));
+    const auto known = *scan().find(path("large"));
     EXPECT_EQ(known.label, "late");
     JobFileReader reader([] { return true; });
     const auto read = [&] { return reader.read(fileURL(folder / "large"), &known); };

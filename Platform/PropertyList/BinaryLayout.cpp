@@ -31,13 +31,6 @@ std::optional<std::uint64_t> takeCount(std::uint8_t detail, std::string_view& re
 
 } // namespace
 
-std::uint64_t bigEndian(std::string_view bytes) {
-    std::uint64_t number = 0;
-    for (const char byte : bytes)
-        number = number << 8 | static_cast<unsigned char>(byte);
-    return number;
-}
-
 std::optional<BinaryLayout> BinaryLayout::of(std::string_view bytes) {
     if (!bytes.starts_with(mark) || bytes.size() < mark.size() + trailerSize)
         return std::nullopt;

@@ -30,7 +30,13 @@ struct BinaryObject {
     std::string_view payload;
 };
 
-std::uint64_t bigEndian(std::string_view bytes);
+/// Of at most eight bytes. Several times for each object.
+inline std::uint64_t bigEndian(std::string_view bytes) {
+    std::uint64_t number = 0;
+    for (const char byte : bytes)
+        number = number << 8 | static_cast<unsigned char>(byte);
+    return number;
+}
 
 /// The trailer and the table of offsets. Whatever it hands out lies within the bytes.
 class BinaryLayout {

@@ -54,10 +54,10 @@ bool TreeBuilder::text(std::string_view piece) {
 bool TreeBuilder::endText() {
     switch (textKind_) {
     case TextKind::key:
-        containers_.back().key = text_;
+        containers_.back().key.swap(text_);
         break;
     case TextKind::string:
-        add(PropertyList(text_));
+        add(PropertyList(std::move(text_)));
         break;
     case TextKind::data:
         const auto bytes = std::as_bytes(std::span(text_));
@@ -79,7 +79,12 @@ void TreeBuilder::add(PropertyList&& value) {
         return;
     }
     auto& entries = std::get<PropertyList::Dictionary>(content);
-    entries.insert_or_assign(std::move(key), std::move(value));
+    // Most writers put the keys in order.
+    if (entries.empty() || entries.rbegin()->first < key) {
+        entries.emplace_hint(entries.end(), std::move(key), std::move(value));
+    } else {
+        entries.insert_or_assign(std::move(key), std::move(value));
+    }
 }
 
 } // namespace Platform::PropertyLists

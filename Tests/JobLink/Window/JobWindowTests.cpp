@@ -3,7 +3,9 @@
 #include "Platform/Base64.h"
 #include "Tests/Support/Linux/AgentTrial.h"
 #include "Tests/Support/Linux/BusDaemon.h"
+#include "Tests/Support/Linux/BusService.h"
 #include "Tests/Support/Linux/DesktopSession.h"
+#include "Tests/Support/Linux/HungFile.h"
 #include "Tests/Support/Linux/MainApplication.h"
 #include "Tests/Support/Linux/NotificationService.h"
 #include "Tests/Support/Linux/ScreenReader.h"
@@ -12,6 +14,7 @@
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <mutex>
 
 namespace {
 
@@ -121,6 +124,63 @@ TEST_F(JobWindow, SaysWhatTheJobIsAndTakesBackWhatItDoes) {
     EXPECT_THAT(reads("This file is no longer there."), HasSubstr("label \"Runs\""));
     press("Escape");
     EXPECT_EQ(processes.front()->readAll(), ""); // the last window was the application
+}
+
+constexpr auto fileManagerDescription = R"(<node><interface name='org.freedesktop.FileManager1'>
+<method name='ShowItems'><arg type='as' direction='in'/><arg type='s' direction='in'/></method>
+</interface></node>)";
+
+TEST_F(JobWindow, ShowsItsFileInTheFileManagerAndCopiesItsPath) {
+    std::mutex mutex;
+    std::string shown;
+    const auto entry = entries / "a b.desktop";
+    writeFile(entry, "[Desktop Entry]\n");
+    open({linkTo(entry)});
+    reads("button \"Show in Files\" focused");
+    press("alt+s");
+    const auto* const nothing = "No application here shows folders.";
+    EXPECT_THAT(reads(nothing), HasSubstr(nothing));
+    const BusService fileManager(
+        bus.address(), "org.freedesktop.FileManager1",
+        {"/org/freedesktop/FileManager1", "org.freedesktop.FileManager1", fileManagerDescription},
+        [&](GDBusMethodInvocation* call) {
+            const std::unique_ptr<char, void (*)(void*)> text(
+                g_variant_print(g_dbus_method_invocation_get_parameters(call), FALSE), g_free);
+            const std::lock_guard lock(mutex);
+            shown = text.get();
+            g_dbus_method_invocation_return_value(call, nullptr);
+        });
+    press("alt+s");
+    const auto call = "(['file://" + (entries / "a%20b.desktop").string() + "'], '')";
+    EXPECT_TRUE(waitUntil([&] {
+        const std::lock_guard lock(mutex);
+        return shown == call;
+    }));
+    press("alt+c");
+    reads("The path was copied.");
+    ChildProcess other({"zenity", "--entry"}, environment);
+    run({"xdotool", "search", "--sync", "--onlyvisible", "--class", "zenity", "windowactivate",
+         "--sync"});
+    press("ctrl+v");
+    press("Return");
+    EXPECT_EQ(other.readLine(), entry.string());
+}
+
+/// The file's disk has gone away: its window is there all the same, and can be closed.
+TEST_F(JobWindow, WaitsForNoFileThatDoesNotAnswer) {
+    writeFile(jobs / "hung", "x");
+    HungFile hung(jobs / "hung");
+    if (!hung.isHung())
+        GTEST_SKIP() << "without the right to let a file hang";
+    open({linkTo(jobs / "hung")});
+    EXPECT_THAT(reads("button \"Show in Files\" focused"), HasSubstr("Reading…"));
+    EXPECT_TRUE(hung.isAsked());
+    press("Escape");
+    EXPECT_TRUE(waitUntil([this] { return windows() == 0; }));
+    open({linkTo(jobs / "other")});
+    const auto* const words = "This file is no longer there.";
+    EXPECT_THAT(reads(words), HasSubstr(words));
+    hung.answer();
 }
 
 TEST_F(JobWindow, IsOneForEachJobHoweverManyLinksComeAndWhateverTheyLeadTo) {

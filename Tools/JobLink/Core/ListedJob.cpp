@@ -3,6 +3,7 @@
 #include "Platform/TextServices.h"
 
 #include <algorithm>
+#include <compare>
 
 namespace JobLink {
 namespace {
@@ -30,9 +31,9 @@ std::strong_ordering compareInColumn(const ListedJob& first, const ListedJob& se
 
 std::strong_ordering compareJobs(const ListedJob& first, const ListedJob& second,
                                  JobColumn column) {
-    if (const auto order = compareInColumn(first, second, column); order != nullptr)
+    if (const auto order = compareInColumn(first, second, column); std::is_neq(order))
         return order;
-    if (const auto order = first.sought <=> second.sought; order != nullptr)
+    if (const auto order = first.sought <=> second.sought; std::is_neq(order))
         return order;
     return first.path <=> second.path;
 }

@@ -60,9 +60,9 @@ void makeSearchable(ListedJob& listed) {
 
 std::vector<std::string> missing(const JobSnapshot& before, const JobSnapshot& jobs) {
     std::vector<std::string> paths;
-    for (const auto& [path, job] : before) {
-        if (!jobs.contains(path))
-            paths.push_back(path);
+    for (const auto& job : before) {
+        if (!jobs.find(job.path))
+            paths.emplace_back(job.path);
     }
     return paths;
 }
@@ -164,16 +164,18 @@ void JobList::read(const std::shared_ptr<Reader>& reader, const Snapshot& before
     if (!reader->known)
         reader->known = std::make_unique<KnownJobs>(KnownJobs::load().value_or(KnownJobs(*jobs)));
     Change change{.stored = {}, .removed = missing(*before, *jobs)};
-    for (const auto& [path, job] : *jobs) {
-        const auto known = before->find(path);
-        if (known != before->end() && known->second.checksum == job.checksum)
+    for (const auto& each : *jobs) {
+        const auto known = before->find(each.path);
+        if (known && known->checksum == each.checksum)
             continue;
-        auto& listed = change.stored.emplace_back(listedJob(path, job, reader->homePath));
-        listed.news = reader->known->news(path, job);
+        const auto job = each.copy();
+        auto& listed =
+            change.stored.emplace_back(listedJob(std::string(each.path), job, reader->homePath));
+        listed.news = reader->known->news(each.path, job);
         makeSearchable(listed);
     }
     auto undescribed = change.stored;
-    const bool isOther = before->empty() || !change.stored.empty() || !change.removed.empty();
+    const bool isOther = before->size() == 0 || !change.stored.empty() || !change.removed.empty();
     publish(std::move(change));
 
     change = {};

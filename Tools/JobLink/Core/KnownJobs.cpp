@@ -50,8 +50,8 @@ std::optional<KnownJobs> KnownJobs::load() {
 }
 
 KnownJobs::KnownJobs(const Vesper_Pro_Agent::JobSnapshot& jobs) {
-    for (const auto& [path, job] : jobs)
-        contents_.emplace(digestOf(path), digestOf(job));
+    for (const auto& job : jobs)
+        contents_.emplace(digestOf(job.path), digestOf(job.copy()));
 }
 
 ListedJob::News KnownJobs::news(std::string_view path,

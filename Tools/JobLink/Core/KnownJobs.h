@@ -2,7 +2,7 @@
 
 #include "Platform/Expected.h"
 #include "Tools/JobLink/Core/ListedJob.h"
-#include "Vesper_Pro_Agent/MonitoredJob.h"
+#include "Vesper_Pro_Agent/JobSnapshot.h"
 
 #include <array>
 #include <cstddef>

@@ -7,7 +7,8 @@
 namespace Platform {
 
 /// A message that the user has to dismiss, with one button. All texts are the caller's, in the
-/// user's language; empty ones are left out.
+/// user's language; empty ones are left out. What is not UTF-8 shows as U+FFFD, and of a text that
+/// is longer than a screen is tall (1,000 characters, a line end counts for 40) the beginning.
 /// A plain value.
 struct Alert {
     /// How grave it is.

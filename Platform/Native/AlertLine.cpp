@@ -3,10 +3,12 @@
 #include "Platform/Native/NativeAlert.h"
 #include "Platform/NeverDestroyed.h"
 #include "Platform/POSIX/TerminalLine.h"
+#include "Platform/UTF8.h"
 
 #include <algorithm>
 #include <iostream>
 #include <optional>
+#include <string_view>
 #include <utility>
 
 namespace Platform {
@@ -15,6 +17,29 @@ namespace {
 void write(const Alert& alert) {
     std::cerr << terminalLine({alert.messageText, alert.informativeText}, ": ") + '\n';
     std::cerr.clear(); // a terminal that is gone today is no reason to be silent tomorrow
+}
+
+// What a window can show: well-formed, and no taller than a screen.
+std::string shownText(std::string_view text) {
+    constexpr std::size_t most = 1000;
+    constexpr std::size_t lineLength = 40;
+    std::string shown;
+    for (std::size_t used = 0; !text.empty();) {
+        used += text.front() == '\n' ? lineLength : 1;
+        if (used > most)
+            return shown + "…";
+        const auto character = UTF8::decodeFirst(text);
+        shown += character.wellFormed ? text.substr(0, character.length) : "\uFFFD";
+        text.remove_prefix(character.length);
+    }
+    return shown;
+}
+
+Alert shownAlert(const Alert& alert) {
+    return {.messageText = shownText(alert.messageText),
+            .informativeText = shownText(alert.informativeText),
+            .buttonTitle = shownText(alert.buttonTitle),
+            .style = alert.style};
 }
 
 void runAll(const std::vector<AlertLine::Task>& tasks) {
@@ -128,7 +153,7 @@ void AlertLine::show(const Alert& alert) {
         const MutexLock lock(mutex_);
         presenter = presenter_.run ? presenter_ : nativeAlertPresenter();
     }
-    if (!presenter.run || !presenter.run(alert))
+    if (!presenter.run || !presenter.run(shownAlert(alert)))
         write(alert);
     Entries shown;
     {

@@ -12,7 +12,8 @@ namespace Platform {
 /// system would take for a different one.
 std::optional<std::string> fileSystemPath(const URL& url);
 
-/// Whether a file can be called by the name, which is not empty, and the suffix together.
+/// Whether a file can be called by the name, which is not empty and stands for no folder, and the
+/// suffix together.
 bool canNameFile(std::string_view name, std::string_view suffix);
 
 } // namespace Platform

@@ -19,11 +19,13 @@
 namespace Platform::StandardOutput {
 namespace {
 
-// A reader that has gone is a lost line, also where the program has not said so to the system.
-void blockBrokenPipeSignal() {
+// A reader that has gone, or a file as large as it may be, is a lost line, also where the program
+// has not said so to the system.
+void blockSignalsOfFailedWrites() {
     sigset_t signals;
     sigemptyset(&signals);
     sigaddset(&signals, SIGPIPE);
+    sigaddset(&signals, SIGXFSZ);
     pthread_sigmask(SIG_BLOCK, &signals, nullptr);
 }
 
@@ -75,7 +77,7 @@ private:
     static constexpr std::size_t mostWaitingBytes = std::size_t{256} * 1024;
 
     void writeLines() {
-        blockBrokenPipeSignal();
+        blockSignalsOfFailedWrites();
         for (auto line = next(); !line.empty(); line = next())
             writeAll(line);
     }

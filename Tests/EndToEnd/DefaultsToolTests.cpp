@@ -72,6 +72,7 @@ TEST_F(DefaultsTool, SaysWhatItCannotDoAndChangesNothingThen) {
         {"read missing", "there is no domain missing\n[1]"},
         {"read a.b missing", "the domain a.b has no key missing\n[1]"},
         {"read ../a", "there can be no domain ../a\n[1]"},
+        {"write .. key one", "there can be no domain ..\n[1]"},
         {"read \"$(printf 'a\\033b')\"", "there is no domain a\\u{1B}b\n[1]"},
         {"write a.b key one two", "there is more than one value; see -array"},
         {"write a.b key -int 1x", "1x is no whole number"},
@@ -83,7 +84,8 @@ TEST_F(DefaultsTool, SaysWhatItCannotDoAndChangesNothingThen) {
     };
     for (const auto& [command, message] : cases)
         EXPECT_THAT(run("d " + command), testing::HasSubstr(message)) << command;
-    EXPECT_EQ(run("cat tarnwell/a.b.plist"), before);
+    EXPECT_THAT(run("ulimit -f 0; d write a.b key new"), testing::HasSubstr("too large\n[1]"));
+    EXPECT_EQ(run("cat tarnwell/a.b.plist; ls -A tarnwell | wc -l"), before + "2\n");
     TestSupport::writeFile(file, "no settings");
     EXPECT_THAT(run("d read a.b"), testing::HasSubstr("not a property list of settings\n[1]"));
 }

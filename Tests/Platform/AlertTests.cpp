@@ -63,6 +63,15 @@ TEST_F(Alerts, OfAnyThreadComeOneAtATimeWhileTheRestGoesOn) {
     EXPECT_THAT(events.events(), testing::UnorderedElementsAre("One", "Two", "Three"));
 }
 
+TEST_F(Alerts, ShowWhatAWindowCan) {
+    const auto longOnes = std::string(5000, 'x');
+    for (const auto& text : {"\xFF" + longOnes, longOnes, std::string(100, '\n')})
+        runModal(alert(text));
+    const auto much = longOnes.substr(0, 1000);
+    EXPECT_THAT(events.events(), testing::ElementsAre("\uFFFD" + much.substr(1) + "…", much + "…",
+                                                      std::string(25, '\n') + "…"));
+}
+
 TEST_F(Alerts, OfTheMainThreadReturnAtOnceAndTheSameOneIsDismissedOnce) {
     for (const auto* const text : {"One", "Two", "One"})
         showAlert(alert(text), [this, text] { events.add(std::string("dismissed ") + text); });

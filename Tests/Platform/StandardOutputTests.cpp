@@ -1,8 +1,10 @@
 #include "Platform/FileHandle.h"
 #include "Platform/StandardOutput.h"
+#include "Tests/Support/TemporaryFolder.h"
 #include "Tests/Support/Testing.h"
 
 #include <fcntl.h>
+#include <sys/resource.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -72,6 +74,14 @@ TEST(StandardOutput, WritesOnAfterAFullDiskAndAReaderThatHasGone) {
     auto gone = *Platform::Pipe::make();
     static_cast<void>(gone.fileHandleForReading.close());
     writeTo(gone.fileHandleForWriting, "lost"); // and the process, which ignores no signal, lives
+    const TestSupport::TemporaryFolder folder;
+    rlimit limit{};
+    getrlimit(RLIMIT_FSIZE, &limit);
+    const rlimit none{.rlim_cur = 0, .rlim_max = limit.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &none);
+    writeTo(Platform::FileHandle(open((folder / "full").c_str(), O_WRONLY | O_CREAT, 0600)),
+            "lost");
+    setrlimit(RLIMIT_FSIZE, &limit);
     const auto pipe = *Platform::Pipe::make();
     writeTo(pipe.fileHandleForWriting, "there");
     EXPECT_EQ(readWhatIsThere(pipe.fileHandleForReading.fileDescriptor()), "there\n");

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <array>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <limits>
@@ -179,6 +180,7 @@ int run(Words words) {
 } // namespace
 
 int main(int argumentCount, char** arguments) {
+    std::signal(SIGXFSZ, SIG_IGN); // a file as large as it may be is a failed write
     const std::vector<std::string_view> words(arguments + std::min(argumentCount, 1),
                                               arguments + argumentCount);
     return run(words);

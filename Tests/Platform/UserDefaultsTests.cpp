@@ -16,7 +16,6 @@ TEST_F(UserDefaultsTest, ReadsTextsAndDataAsThemselvesAndNumbersAndSwitchesAsEac
         {true, 1, true},
         {false, 0, false},
         {-2, -2, true},
-        {UINT64_MAX, std::nullopt, true},
         {2.75, 2, true},
         {0x1p63, std::nullopt, true},
         {text("YES"), std::nullopt, true},
@@ -43,6 +42,14 @@ TEST_F(UserDefaultsTest, ReadsTextsAndDataAsThemselvesAndNumbersAndSwitchesAsEac
         EXPECT_EQ(reader.data("Key").has_value(), value == PropertyList(bytes));
         EXPECT_EQ(reader.stringArray("Key").has_value(), isTextArray);
     }
+}
+
+TEST_F(UserDefaultsTest, ReadsANumberBeyondTheSignedOnesAsASwitchAlone) {
+    open().set("Key", UINT64_MAX);
+    EXPECT_EQ(open().object("Key"), PropertyList(UINT64_MAX));
+    EXPECT_FALSE(open().integer("Key"));
+    EXPECT_EQ(open().boolean("Key"), true);
+    removeAll({"Key"});
 }
 
 TEST_F(UserDefaultsTest, ARegisteredDefaultCountsOnlyWhereNothingIsStored) {

@@ -5,6 +5,7 @@ if(NOT EXISTS "${CORBEL_MACOS_RUNTIME}/include/Foundation/Foundation.h")
     message(FATAL_ERROR "There is no runtime: Scripts/check-macos-runtime builds it")
 endif()
 set(CMAKE_OBJCXX_COMPILER ${CMAKE_CXX_COMPILER})
+set(CORBEL_TEST_TIMEOUT 90 CACHE STRING "Seconds after which a test has failed") # a run loop that hangs is no rare one
 string(APPEND CMAKE_OBJCXX_FLAGS
     " -fobjc-runtime=gnustep-2.1 -fblocks -fobjc-exceptions -fexceptions -fconstant-string-class=NSConstantString"
     " -DGNUSTEP -DGNUSTEP_BASE_LIBRARY=1 -DGNUSTEP_RUNTIME=1 -D_NONFRAGILE_ABI=1 -D_NATIVE_OBJC_EXCEPTIONS"

@@ -33,6 +33,10 @@ FAULTS = [
      "? Appearance::Name::darkAqua", "? Appearance::Name::aqua", "Desktop"),
     ("a descriptor that children inherit", "ChildProcess.mm",
      "flags | POSIX_SPAWN_CLOEXEC_DEFAULT", "flags", "Subprocess|LegacyCleanUp"),
+    ("a request to end before the system knows of its source", "Application.mm",
+     "awaited->wait();", "", "MacAgent.EndsAt"),
+    ("settings of every program", "NativeSetting.mm",
+     "[defaults persistentDomainForName:name][text]", "[defaults objectForKey:text]", "UserDefaultsTest.ReadsItsOwn"),
 ]
 
 

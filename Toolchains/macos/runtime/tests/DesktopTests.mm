@@ -3,6 +3,7 @@
 #include "Platform/Alert.h"
 #include "Platform/AppService.h"
 #include "Platform/Application.h"
+#include "Platform/SystemObservers.h"
 #include "Platform/Workspace.h"
 
 #import <AppKit/AppKit.h>
@@ -54,4 +55,20 @@ TEST(Desktop, ShowsAlertsWithTheirTextsAndTheSystemsButtonWhereTheyHaveNone) {
     runModal({.messageText = "Saved", .informativeText = "\xFF", .buttonTitle = {}});
     EXPECT_EQ(testing::internal::GetCapturedStdout(),
               "Alert 2: Not saved | The disk is full. | Close\nAlert 0: Saved |  | OK\n");
+}
+
+TEST(Desktop, CallsTheSystemsObserversBeforeItReturns) {
+    __block int calls = 0;
+    NSNotificationCenter* const center = NSNotificationCenter.defaultCenter;
+    id const observer = [center addObserverForName:@"a"
+                                            object:nil
+                                             queue:nil
+                                        usingBlock:^(NSNotification* notification) {
+                                            calls += notification.object == nil ? 1 : 0;
+                                        }];
+    for (const auto* name : {"a", "b", "\xFF"})
+        postToSystemObservers(name);
+    [center removeObserver:observer];
+    postToSystemObservers("a");
+    EXPECT_EQ(calls, 1);
 }

@@ -40,11 +40,17 @@ public:
     /// -1 once closed.
     int fileDescriptor() const { return fileDescriptor_; }
 
-    /// The kind of the open item itself, so a link counts as what it leads to.
-    Kind kind() const;
+    /// What the system says of the open item at one moment.
+    struct Status {
+        Kind kind = Kind::other; ///< of the item itself, so a link counts as what it leads to
+        std::uint64_t size = 0;  ///< in bytes, of a regular file; 0 where it is not known
+    };
 
-    /// In bytes, of a regular file; 0 where it is not known.
-    std::uint64_t size() const;
+    Status status() const;
+
+    Kind kind() const { return status().kind; }
+
+    std::uint64_t size() const { return status().size; }
 
     /// Has the next reading begin anew; false where that is not possible.
     bool rewind();

@@ -22,9 +22,10 @@ JobFileReader::JobFileReader(std::function<bool()> goesOn, std::uint64_t maximum
 std::optional<MonitoredJob> JobFileReader::read(const Platform::URL& url,
                                                 const MonitoredJob* known) {
     auto file = Platform::FileHandle::openForReading(url);
-    if (!file || file->kind() != Platform::FileHandle::Kind::regular)
+    const auto status = file ? file->status() : Platform::FileHandle::Status();
+    if (status.kind != Platform::FileHandle::Kind::regular)
         return std::nullopt;
-    const auto content = fillBuffer(*file);
+    const auto content = fillBuffer(*file, status.size);
     if (!content)
         return std::nullopt;
     if (content->size() < buffer_->size())
@@ -32,10 +33,11 @@ std::optional<MonitoredJob> JobFileReader::read(const Platform::URL& url,
     return readLargeFile(*content, *file, known);
 }
 
-std::optional<std::span<const std::byte>> JobFileReader::fillBuffer(Platform::FileHandle& file) {
+std::optional<std::span<const std::byte>>
+JobFileReader::fillBuffer(Platform::FileHandle& file, std::optional<std::uint64_t> size) {
     const std::span buffer(*buffer_);
     std::size_t filled = 0;
-    while (filled < buffer.size()) {
+    while (filled < buffer.size() && (filled == 0 || filled != size)) {
         if (!goesOn_())
             return std::nullopt;
         const auto count = file.read(buffer.subspan(filled));

@@ -34,8 +34,10 @@ private:
     // Holds nearly every job file whole; for the tools beside them, few enough system calls.
     using Buffer = std::array<std::byte, std::size_t{128} * 1024>;
 
-    /// As much of the file as fits the buffer; less only at its end. Absent when reading failed.
-    std::optional<std::span<const std::byte>> fillBuffer(Platform::FileHandle& file);
+    /// As much of the file as fits the buffer; less only at its end. Absent when reading failed. Of
+    /// a size that is given, the end is there once as much has been read: most files save a call.
+    std::optional<std::span<const std::byte>>
+    fillBuffer(Platform::FileHandle& file, std::optional<std::uint64_t> size = std::nullopt);
 
     MonitoredJob readSmallFile(std::span<const std::byte> content, const MonitoredJob* known);
     std::optional<MonitoredJob> readLargeFile(std::span<const std::byte> beginning,

@@ -61,18 +61,14 @@ FileHandle::~FileHandle() {
     close();
 }
 
-FileHandle::Kind FileHandle::kind() const {
+FileHandle::Status FileHandle::status() const {
     struct stat status{};
     if (fstat(fileDescriptor_, &status) != 0)
-        return Kind::other;
+        return {};
+    const auto size = static_cast<std::uint64_t>(status.st_size);
     if (S_ISREG(status.st_mode))
-        return Kind::regular;
-    return S_ISDIR(status.st_mode) ? Kind::directory : Kind::other;
-}
-
-std::uint64_t FileHandle::size() const {
-    struct stat status{};
-    return fstat(fileDescriptor_, &status) == 0 ? static_cast<std::uint64_t>(status.st_size) : 0;
+        return {.kind = Kind::regular, .size = size};
+    return {.kind = S_ISDIR(status.st_mode) ? Kind::directory : Kind::other, .size = size};
 }
 
 bool FileHandle::rewind() {

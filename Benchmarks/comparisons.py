@@ -8,7 +8,8 @@ import shutil
 import subprocess
 import time
 
-from contenders import Command, job_file, median
+from contenders import Command, median
+from windows import Display, FirstWindow
 
 event_wait = 0.51 + 0.3  # a burst of events is looked at together, and a notification may be replaced
 
@@ -240,5 +241,16 @@ def texts(machine, report):
     report.leave_out("themes, which are property lists of a few KB and have no peer")
 
 
+def first_windows(machine, report):
+    program, bare = machine.root / "build/release/vesper-job-link", machine.root / "build/release/Benchmarks/bare-window"
+    if not (program.exists() and bare.exists()):
+        report.leave_out("the first window of `vesper-job-link`, which is built only with the windows")
+        return
+    display = Display(machine.folder)
+    seconds = machine.turns({"vesper-job-link": FirstWindow(display, program), "a bare window": FirstWindow(display, bare)})
+    display.close()
+    report.compare("First window", seconds, {"a bare window": 1.3})
+
+
 comparisons = [passes_over_tools, passes_over_small_jobs, passes_that_grow, events, storms, rest, launches, trees,
-               property_lists, texts]
+               property_lists, texts, first_windows]

@@ -101,7 +101,8 @@ void JobListPage::take(JobList::Change change) {
         }
     }
     remove(change.removed);
-    if (added.size() < change.stored.size()) { // others are found now, and in another order
+    isStale_ = isStale_ || added.size() < change.stored.size();
+    if (change.isComplete && std::exchange(isStale_, false)) { // others are found, in another order
         gtk_sorter_changed(table_.get_sorter()->gobj(), GTK_SORTER_CHANGE_DIFFERENT);
         if (!search_.get_text().empty())
             gtk_filter_changed(filter_->gobj(), GTK_FILTER_CHANGE_DIFFERENT);

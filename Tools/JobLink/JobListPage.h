@@ -47,6 +47,7 @@ private:
     Glib::RefPtr<Gtk::Filter> filter_;
     Glib::RefPtr<Gtk::SingleSelection> shown_; // the found ones, sorted
     bool isComplete_ = false;
+    bool isStale_ = false; // jobs have become others since the rows were found and sorted
     // What arrives later looks whether the page is still there.
     const std::shared_ptr<JobListPage*> self_ = std::make_shared<JobListPage*>(this);
     std::shared_ptr<JobList> jobs_;

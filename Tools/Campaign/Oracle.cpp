@@ -176,8 +176,9 @@ private:
             if (desk_.trial.end(0) != EXIT_SUCCESS)
                 fail("the end of the bus did not end the agent well");
             desk_.renewSession();
-        } else if (desk_.trial.end() != EXIT_SUCCESS) {
-            fail("the agent did not end well");
+        } else if (const auto code = desk_.trial.end(); code != EXIT_SUCCESS) {
+            fail("the agent " +
+                 (code ? "ended with " + std::to_string(*code) : std::string("did not end")));
         }
         for (auto count = work_.below(8); count > 0; --count)
             work_.change();

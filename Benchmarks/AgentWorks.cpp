@@ -3,11 +3,11 @@
 
 #include <fcntl.h>
 #include <sys/inotify.h>
-#include <time.h>
 #include <unistd.h>
 
 #include <array>
 #include <chrono>
+#include <ctime>
 #include <memory>
 #include <string>
 #include <thread>

@@ -32,7 +32,7 @@ Snapshot scan(JobScanner& scanner, const Snapshot& last) {
 /// pass HISTORY FOLDER...: a pass over the folders as the agent makes it. History says what became
 /// of the jobs since the pass before: unchanged, renamed, modified, deleted, or new.
 Turn preparePass(const std::vector<std::string>& arguments) {
-    const auto history = arguments.at(0);
+    const auto& history = arguments.at(0);
     std::vector<URL> folders;
     for (std::size_t index = 1; index < arguments.size(); ++index)
         folders.push_back(folderURL(arguments[index]));

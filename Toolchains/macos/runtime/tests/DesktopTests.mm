@@ -54,7 +54,7 @@ TEST(Desktop, ShowsAlertsWithTheirTextsAndTheSystemsButtonWhereTheyHaveNone) {
               .style = Alert::Style::critical});
     runModal({.messageText = "Saved", .informativeText = "\xFF", .buttonTitle = {}});
     EXPECT_EQ(testing::internal::GetCapturedStdout(),
-              "Alert 2: Not saved | The disk is full. | Close\nAlert 0: Saved |  | OK\n");
+              "Alert 2: Not saved | The disk is full. | Close\nAlert 0: Saved | \uFFFD | OK\n");
 }
 
 TEST(Desktop, CallsTheSystemsObserversBeforeItReturns) {

@@ -46,10 +46,13 @@ public:
         std::uint64_t size = 0;  ///< in bytes, of a regular file; 0 where it is not known
     };
 
+    /// Asks the system once. What it will not say is `Kind::other`, of size 0.
     Status status() const;
 
+    /// The kind alone, asked anew at each call.
     Kind kind() const { return status().kind; }
 
+    /// The size alone, in bytes, asked anew at each call.
     std::uint64_t size() const { return status().size; }
 
     /// Has the next reading begin anew; false where that is not possible.

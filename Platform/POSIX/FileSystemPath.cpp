@@ -14,8 +14,9 @@ std::optional<std::string> fileSystemPath(const URL& url) {
 }
 
 bool canNameFile(std::string_view name, std::string_view suffix) {
-    return !name.empty() && name != "." && name != ".." && name.size() + suffix.size() <= NAME_MAX &&
-           name.find('/') == std::string_view::npos && name.find('\0') == std::string_view::npos;
+    return !name.empty() && name != "." && name != ".." &&
+           name.size() + suffix.size() <= NAME_MAX && name.find('/') == std::string_view::npos &&
+           name.find('\0') == std::string_view::npos;
 }
 
 } // namespace Platform

@@ -10,8 +10,8 @@ namespace Platform::ProcessStart {
 void ensureStandardStreams();
 
 /// Signals as the process needs them, whatever it was started with: none is blocked, the end of a
-/// child can be waited for, and a reader that goes away, or a file that has come to the limit of its
-/// size, is a failed write, not the end of the process.
+/// child can be waited for, and a reader that goes away, or a file that has come to the limit of
+/// its size, is a failed write, not the end of the process.
 void setSignals();
 
 /// The signals by which a process is asked to end: by the user, by the system, and by the end of

@@ -14,13 +14,15 @@ class Display:
         self.server = subprocess.Popen(["Xvfb", "-displayfd", str(writing), "-screen", "0", "1280x800x24", "-noreset"],
                                        pass_fds=[writing], stderr=subprocess.DEVNULL)
         os.close(writing)
-        self.name = ":" + os.read(reading, 16).decode().strip()
-        os.close(reading)
+        with os.fdopen(reading) as answer:
+            self.name = ":" + answer.readline().strip()
         self.folder = folder
         self.x11 = ctypes.CDLL("libX11.so.6")
         self.x11.XOpenDisplay.restype = ctypes.c_void_p
         self.x11.XDefaultRootWindow.restype = ctypes.c_ulong
         self.connection = ctypes.c_void_p(self.x11.XOpenDisplay(self.name.encode()))
+        if not self.connection:
+            raise SystemExit(f"the X server {self.name} does not answer")
         root = ctypes.c_ulong(self.x11.XDefaultRootWindow(self.connection))
         self.x11.XSelectInput(self.connection, root, ctypes.c_long(substructure_notify))
         self.x11.XFlush(self.connection)

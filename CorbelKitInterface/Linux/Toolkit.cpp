@@ -20,19 +20,22 @@
 namespace CorbelKit {
 namespace {
 
+// Setting what is set already would have the whole style sheet read again.
 void followAppearance() {
-    Gtk::Settings::get_default()->property_gtk_application_prefer_dark_theme() =
-        isDark(Platform::Application::effectiveAppearance());
+    auto prefersDark = Gtk::Settings::get_default()->property_gtk_application_prefer_dark_theme();
+    const bool isNowDark = isDark(Platform::Application::effectiveAppearance());
+    if (prefersDark.get_value() != isNowDark)
+        prefersDark = isNowDark;
 }
 
-void addSymbols() {
+void addSymbols(Gtk::IconTheme& theme) {
     const auto symbols = requiredResource(resourceBundle(), "Symbols");
     if (!symbols)
         return;
     if (symbols->isFileURL()) {
-        Toolkit::iconTheme()->add_search_path(symbols->path());
+        theme.add_search_path(symbols->path());
     } else {
-        Toolkit::iconTheme()->add_resource_path(symbols->path() + "/hicolor");
+        theme.add_resource_path(symbols->path() + "/hicolor");
     }
 }
 
@@ -57,7 +60,6 @@ bool tryToStart() {
                                Platform::LayoutDirection::rightToLeft;
     Gtk::Widget::set_default_direction(isRightToLeft ? Gtk::TextDirection::RTL
                                                      : Gtk::TextDirection::LTR);
-    addSymbols();
     followAppearance();
     static const Platform::NeverDestroyed<Platform::Observation> appearance(
         Platform::Application::observeEffectiveAppearance(followAppearance));
@@ -84,7 +86,13 @@ bool Toolkit::start() {
 }
 
 Glib::RefPtr<Gtk::IconTheme> Toolkit::iconTheme() {
-    return Gtk::IconTheme::get_for_display(Gdk::Display::get_default());
+    auto theme = Gtk::IconTheme::get_for_display(Gdk::Display::get_default());
+    static const bool hasSymbols = [&theme] {
+        addSymbols(*theme.get());
+        return true;
+    }();
+    static_cast<void>(hasSymbols);
+    return theme;
 }
 
 } // namespace CorbelKit

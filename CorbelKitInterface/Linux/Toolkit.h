@@ -13,7 +13,8 @@ void prepare();
 /// where the session has no display. Main thread.
 bool start();
 
-/// The icons of the desktop, and the kit's own. Once it has started.
+/// The icons of the desktop, and the kit's own from the first call on: reading them takes as long
+/// as a third of GTK's whole start. Once it has started. Main thread.
 Glib::RefPtr<Gtk::IconTheme> iconTheme();
 
 } // namespace CorbelKit::Toolkit

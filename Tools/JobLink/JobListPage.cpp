@@ -3,6 +3,7 @@
 #include "Tools/JobLink/Core/Texts.h"
 #include "Vesper_Pro_Agent/JobFolders.h"
 
+#include <glibmm/main.h>
 #include <gtk/gtk.h>
 #include <gtkmm/filterlistmodel.h>
 #include <gtkmm/sortlistmodel.h>
@@ -22,6 +23,14 @@ JobListPage::JobListPage(std::function<void(const std::string& path)> showJob)
     , showJob_(std::move(showJob)) {
     addSearch();
     addTable();
+    // Once the window is there: until then, what reads would take the processors from what draws.
+    Glib::signal_idle().connect_once([weak = std::weak_ptr(self_)] {
+        if (const auto self = weak.lock())
+            (*self)->startReading();
+    });
+}
+
+void JobListPage::startReading() {
     jobs_ = JobList::make(Vesper_Pro_Agent::jobFolders(),
                           [weak = std::weak_ptr(self_)](JobList::Change change) {
                               if (const auto self = weak.lock())

@@ -31,6 +31,7 @@ public:
 private:
     void addSearch();
     void addTable();
+    void startReading();
     void take(JobList::Change change);
     void remove(const std::vector<std::string>& paths);
     void open(unsigned position);

@@ -110,18 +110,25 @@ void SettingListEditor::set(const std::string& text, bool isListed) {
 }
 
 ReportingPage::ReportingPage()
-    : content_(Gtk::Orientation::VERTICAL, 2 * margin)
-    , exceptions_(CorbelKit::Defaults::exceptions,
-                  localizedString("Do not notify of the jobs with these labels or file names"),
-                  "com.example.backup")
-    , excludePrefixes_(CorbelKit::Defaults::excludePrefixes,
-                       localizedString("Nor of jobs whose labels or file names begin with"),
-                       "com.example.") {
+    : content_(Gtk::Orientation::VERTICAL, 2 * margin) {
     content_.set_margin(margin);
-    content_.append(exceptions_);
-    content_.append(excludePrefixes_);
     set_child(content_);
     set_policy(Gtk::PolicyType::NEVER, Gtk::PolicyType::AUTOMATIC);
+}
+
+void ReportingPage::on_map() {
+    if (!exceptions_) {
+        exceptions_ = std::make_unique<SettingListEditor>(
+            CorbelKit::Defaults::exceptions,
+            localizedString("Do not notify of the jobs with these labels or file names"),
+            "com.example.backup");
+        excludePrefixes_ = std::make_unique<SettingListEditor>(
+            CorbelKit::Defaults::excludePrefixes,
+            localizedString("Nor of jobs whose labels or file names begin with"), "com.example.");
+        content_.append(*exceptions_);
+        content_.append(*excludePrefixes_);
+    }
+    Gtk::ScrolledWindow::on_map();
 }
 
 } // namespace JobLink

@@ -39,15 +39,17 @@ private:
     std::shared_ptr<SettingList> list_;
 };
 
-/// What the agent is silent about. Main thread.
+/// What the agent is silent about, made when it is first seen. Main thread.
 class ReportingPage final : public Gtk::ScrolledWindow {
 public:
     ReportingPage();
 
 private:
+    void on_map() override;
+
     Gtk::Box content_;
-    SettingListEditor exceptions_;
-    SettingListEditor excludePrefixes_;
+    std::unique_ptr<SettingListEditor> exceptions_;
+    std::unique_ptr<SettingListEditor> excludePrefixes_;
 };
 
 } // namespace JobLink

@@ -1,6 +1,7 @@
 #include "Platform/FileHandle.h"
 
 #include "Platform/POSIX/FileSystemPath.h"
+#include "Platform/POSIX/OpenFile.h"
 #include "Platform/POSIX/SystemError.h"
 
 #include <fcntl.h>
@@ -17,27 +18,31 @@ namespace {
 // Above INT_MAX bytes, read(2) and write(2) of macOS fail with EINVAL.
 constexpr std::size_t mostAtOnce = std::size_t{1} << 30;
 
-Expected<FileHandle> openWithoutWaiting(const URL& url, int flags) {
-    constexpr mode_t modeWithinMask = 0666;
+Expected<FileHandle> openAt(const URL& url, int flags) {
     const auto path = fileSystemPath(url);
     if (!path)
         return Error{url.absoluteString() + ": names no file"};
-    const int descriptor = uninterrupted([&] {
-        return open(path->c_str(), flags | O_NONBLOCK | O_CLOEXEC | O_NOCTTY, modeWithinMask);
-    });
-    if (descriptor < 0)
+    auto file = openWithoutWaiting(AT_FDCWD, path->c_str(), flags);
+    if (file.fileDescriptor() < 0)
         return systemError(*path, errno);
-    return FileHandle(descriptor);
+    return file;
 }
 
 } // namespace
 
+FileHandle openWithoutWaiting(int folder, const char* path, int flags) {
+    constexpr mode_t modeWithinMask = 0666;
+    return FileHandle(uninterrupted([&] {
+        return openat(folder, path, flags | O_NONBLOCK | O_CLOEXEC | O_NOCTTY, modeWithinMask);
+    }));
+}
+
 Expected<FileHandle> FileHandle::openForReading(const URL& url) {
-    return openWithoutWaiting(url, O_RDONLY);
+    return openAt(url, O_RDONLY);
 }
 
 Expected<FileHandle> FileHandle::openForWriting(const URL& url) {
-    auto file = openWithoutWaiting(url, O_WRONLY | O_CREAT);
+    auto file = openAt(url, O_WRONLY | O_CREAT);
     if (!file)
         return file;
     // Emptied only once it is known what it is.

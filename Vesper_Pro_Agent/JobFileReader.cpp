@@ -19,9 +19,8 @@ JobFileReader::JobFileReader(std::function<bool()> goesOn, std::uint64_t maximum
     , maximumRead_(maximumRead)
     , buffer_(std::make_unique_for_overwrite<Buffer>()) {}
 
-std::optional<MonitoredJob> JobFileReader::read(const Platform::URL& url,
-                                                const MonitoredJob* known) {
-    auto file = Platform::FileHandle::openForReading(url);
+std::optional<MonitoredJob> JobFileReader::read(Platform::Expected<Platform::FileHandle> file,
+                                                std::optional<MonitoredJob> known) {
     const auto status = file ? file->status() : Platform::FileHandle::Status();
     if (status.kind != Platform::FileHandle::Kind::regular)
         return std::nullopt;
@@ -29,8 +28,8 @@ std::optional<MonitoredJob> JobFileReader::read(const Platform::URL& url,
     if (!content)
         return std::nullopt;
     if (content->size() < buffer_->size())
-        return readSmallFile(*content, known);
-    return readLargeFile(*content, *file, known);
+        return readSmallFile(*content, std::move(known));
+    return readLargeFile(*content, *file, std::move(known));
 }
 
 std::optional<std::span<const std::byte>>
@@ -51,11 +50,11 @@ JobFileReader::fillBuffer(Platform::FileHandle& file, std::optional<std::uint64_
 }
 
 MonitoredJob JobFileReader::readSmallFile(std::span<const std::byte> content,
-                                          const MonitoredJob* known) {
+                                          std::optional<MonitoredJob> known) {
     digest_.update(content);
     const auto checksum = digest_.finalize();
-    if (known != nullptr && known->checksum == checksum)
-        return *known;
+    if (known && known->checksum == checksum)
+        return *std::move(known);
     auto lookup = labelLookup();
     lookup.append(content);
     return {.checksum = checksum, .label = lookup.finish()};
@@ -63,18 +62,18 @@ MonitoredJob JobFileReader::readSmallFile(std::span<const std::byte> content,
 
 std::optional<MonitoredJob> JobFileReader::readLargeFile(std::span<const std::byte> beginning,
                                                          Platform::FileHandle& file,
-                                                         const MonitoredJob* known) {
+                                                         std::optional<MonitoredJob> known) {
     // Looking for a label takes several times as long as hashing. What has none by its beginning,
     // and what is as it was, is only hashed; a list that has changed is read anew for both.
     const bool mayHaveLabel = labelLookup().append(beginning);
-    if (known != nullptr || !mayHaveLabel) {
+    if (known || !mayHaveLabel) {
         const auto content = readOn(beginning, file, [](const auto& /*piece*/) {});
         if (!content)
             return std::nullopt;
         if (!mayHaveLabel)
             return MonitoredJob{.checksum = content->checksum, .label = std::nullopt};
         if (content->checksum == known->checksum)
-            return *known;
+            return known;
         const auto again = file.rewind() ? fillBuffer(file) : std::nullopt;
         if (!again)
             return std::nullopt;

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "Platform/Digest.h"
+#include "Platform/Expected.h"
 #include "Platform/FileHandle.h"
-#include "Platform/URL.h"
 #include "Vesper_Pro_Agent/MonitoredJob.h"
 
 #include <array>
@@ -26,9 +26,11 @@ public:
     explicit JobFileReader(std::function<bool()> goesOn,
                            std::uint64_t maximumRead = std::uint64_t{4} << 30);
 
-    /// Absent when the file cannot be read, or is no regular file. `known` is the file as it was
-    /// seen before, if it was: with the same content, its label is taken over unread.
-    std::optional<MonitoredJob> read(const Platform::URL& url, const MonitoredJob* known);
+    /// Absent when the file was not opened, cannot be read, or is no regular file. `known` is the
+    /// file as it was seen before, if it was: with the same content, its label is taken over
+    /// unread.
+    std::optional<MonitoredJob> read(Platform::Expected<Platform::FileHandle> file,
+                                     std::optional<MonitoredJob> known);
 
 private:
     // Holds nearly every job file whole; for the tools beside them, few enough system calls.
@@ -39,10 +41,11 @@ private:
     std::optional<std::span<const std::byte>>
     fillBuffer(Platform::FileHandle& file, std::optional<std::uint64_t> size = std::nullopt);
 
-    MonitoredJob readSmallFile(std::span<const std::byte> content, const MonitoredJob* known);
+    MonitoredJob readSmallFile(std::span<const std::byte> content,
+                               std::optional<MonitoredJob> known);
     std::optional<MonitoredJob> readLargeFile(std::span<const std::byte> beginning,
                                               Platform::FileHandle& file,
-                                              const MonitoredJob* known);
+                                              std::optional<MonitoredJob> known);
 
     /// What a file that fills the buffer came to, read to its end or to the most that is read.
     struct Content {

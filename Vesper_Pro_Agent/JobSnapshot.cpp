@@ -9,23 +9,33 @@ MonitoredJob JobSnapshot::Job::copy() const {
             .label = label ? std::optional(std::string(*label)) : std::nullopt};
 }
 
-JobSnapshot::JobSnapshot(Jobs jobs) {
-    std::ranges::sort(jobs, {}, [](const auto& job) -> const auto& { return job.first; });
+JobSnapshot::JobSnapshot(const Jobs& jobs)
+    : JobSnapshot([&] {
+        std::vector<Found> found;
+        found.reserve(jobs.size());
+        for (const auto& [path, job] : jobs)
+            found.push_back({.path = path, .job = &job});
+        return found;
+    }()) {}
+
+JobSnapshot::JobSnapshot(std::vector<Found> jobs) {
+    if (!std::ranges::is_sorted(jobs, {}, &Found::path)) // as a pass over one folder finds them
+        std::ranges::sort(jobs, {}, &Found::path);
     std::size_t length = 0;
     for (const auto& [path, job] : jobs)
-        length += path.size() + (job.label ? job.label->size() : 0);
+        length += path.size() + (job->label ? job->label->size() : 0);
     texts_.reserve(length);
     entries_.reserve(jobs.size());
     for (const auto& [path, job] : jobs) {
         const auto labelLength =
-            job.label ? static_cast<std::uint32_t>(job.label->size()) : noLabel;
-        entries_.push_back({.checksum = job.checksum,
+            job->label ? static_cast<std::uint32_t>(job->label->size()) : noLabel;
+        entries_.push_back({.checksum = job->checksum,
                             .text = texts_.size(),
                             .pathLength = static_cast<std::uint32_t>(path.size()),
                             .labelLength = labelLength});
         texts_ += path;
-        if (job.label)
-            texts_ += *job.label;
+        if (job->label)
+            texts_ += *job->label;
     }
 }
 

@@ -35,7 +35,16 @@ public:
     class Iterator;
 
     JobSnapshot() = default;
-    explicit JobSnapshot(Jobs jobs);
+    explicit JobSnapshot(const Jobs& jobs);
+
+    /// A job that lies somewhere until the snapshot is made.
+    struct Found {
+        std::string_view path;
+        const MonitoredJob* job;
+    };
+
+    /// Likewise.
+    explicit JobSnapshot(std::vector<Found> jobs);
 
     std::size_t size() const { return entries_.size(); }
 

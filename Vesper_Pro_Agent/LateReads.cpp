@@ -27,6 +27,8 @@ void LateReads::begin(const std::string& path) {
 }
 
 void LateReads::end(const std::string& path, ReadOutcome outcome) {
+    if (auto* const listed = std::get_if<ListedFolder>(&outcome))
+        listed->folder.reset();
     const Platform::MutexLock lock(mutex_);
     reads_[path] = std::move(outcome);
     if (ended_)

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "Platform/FolderHandle.h"
 #include "Platform/Mutex.h"
-#include "Platform/URL.h"
 #include "Vesper_Pro_Agent/MonitoredJob.h"
 
 #include <cstddef>
@@ -15,9 +15,15 @@
 
 namespace Vesper_Pro_Agent {
 
-/// What reading a file gives, or listing a folder; absent where that failed.
+/// What reading a file gives; absent where that failed.
 using ReadFile = std::optional<MonitoredJob>;
-using ListedFolder = std::optional<std::vector<Platform::URL>>;
+
+/// What listing a folder gives; nothing where that failed.
+struct ListedFolder {
+    std::vector<std::string> paths;               ///< of the entries, in order
+    std::optional<Platform::FolderHandle> folder; ///< to open them from
+};
+
 using ReadOutcome = std::variant<ReadFile, ListedFolder>;
 
 /// The reads that a scan has given up waiting for, by path, until a later scan has taken what they
@@ -42,6 +48,9 @@ public:
     Known take(const std::string& path);
 
     void begin(const std::string& path);
+
+    /// Of a folder its paths alone are kept: another may lie there when they are taken, and an open
+    /// one would hold its volume.
     void end(const std::string& path, ReadOutcome outcome);
 
     /// Of those that still hang.

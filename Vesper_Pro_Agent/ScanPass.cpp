@@ -1,7 +1,7 @@
 #include "Vesper_Pro_Agent/ScanPass.h"
 
 #include "CorbelKit/Services/Const.h"
-#include "Platform/FileManager.h"
+#include "Platform/FileHandle.h"
 
 #include <algorithm>
 #include <string_view>
@@ -10,6 +10,7 @@
 namespace Vesper_Pro_Agent {
 namespace {
 
+using Platform::FolderHandle;
 using Platform::URL;
 
 // A file system that hangs may hold this many threads, and no more. Each costs a few pages.
@@ -25,6 +26,13 @@ std::size_t mostReaders() {
     return most; // asking the system opens a file
 }
 
+// Of the paths of its entries.
+std::string prefixOf(std::string folder) {
+    if (!folder.ends_with('/'))
+        folder += '/';
+    return folder;
+}
+
 } // namespace
 
 ScanPass::ScanPass(Surroundings surroundings, std::shared_ptr<const JobSnapshot> previous,
@@ -36,8 +44,10 @@ ScanPass::ScanPass(Surroundings surroundings, std::shared_ptr<const JobSnapshot>
 void ScanPass::start(const std::vector<URL>& folders) {
     {
         const Platform::MutexLock lock(mutex_);
-        for (const auto& folder : folders)
-            add({.url = folder, .path = folder.path(), .isFolder = true});
+        for (const auto& url : folders) {
+            auto& folder = folders_.emplace_back(Folder{.url = url});
+            add({.path = url.path(), .folder = &folder, .isFolder = true});
+        }
         startReaders();
     }
     watch();
@@ -61,50 +71,78 @@ void ScanPass::run(const std::shared_ptr<Reader>& reader) {
         ++reader->steps;
         return !isCancelled_;
     });
-    while (const auto* item = next(reader)) {
-        if (!end(*reader, *item, read(*item, files)))
-            return;
-    }
+    for (auto* item = first(reader); item != nullptr;)
+        item = next(reader, *item, read(*item, files));
     finishIfDone();
 }
 
 ReadOutcome ScanPass::read(const Item& item, JobFileReader& files) const {
     if (item.isFolder)
-        return Platform::FileManager::contentsOfDirectory(item.url);
-    const auto known = knownJob(item);
-    return files.read(item.url, known ? &*known : nullptr);
+        return list(item.folder->url);
+    return files.read(open(item), knownJob(item));
+}
+
+ListedFolder ScanPass::list(const URL& url) const {
+    auto folder = FolderHandle::open(url);
+    if (!folder)
+        return {};
+    ListedFolder listed;
+    const auto prefix = prefixOf(url.path());
+    const auto failed = folder->forEachName([&](std::string_view name) {
+        if (name != CorbelKit::Const::FileName::dsStore)
+            listed.paths.push_back(prefix + std::string(name));
+    });
+    if (failed)
+        return {};
+    std::ranges::sort(listed.paths);
+    listed.folder = std::move(*folder);
+    return listed;
+}
+
+// By path where the list is one that came late.
+Platform::Expected<Platform::FileHandle> ScanPass::open(const Item& item) const {
+    const std::string_view path = item.path;
+    if (const auto& folder = item.folder->handle)
+        return folder->openForReading(path.substr(path.rfind('/') + 1));
+    return Platform::FileHandle::openForReading(URL::file(path, URL::DirectoryHint::notDirectory));
 }
 
 std::optional<MonitoredJob> ScanPass::knownJob(const Item& item) const {
     return item.known ? std::optional((*previous_)[*item.known].copy()) : std::nullopt;
 }
 
-const ScanPass::Item* ScanPass::next(const std::shared_ptr<Reader>& reader) {
+ScanPass::Item* ScanPass::first(const std::shared_ptr<Reader>& reader) {
     const Platform::MutexLock lock(mutex_);
+    return take(reader);
+}
+
+ScanPass::Item* ScanPass::take(const std::shared_ptr<Reader>& reader) {
     if (isCancelled_ || remaining() == 0) {
         std::erase(readers_, reader);
         readerLeft_.notify_all();
         return nullptr;
     }
     ++reader->steps;
-    reader->item = &items_[next_++];
-    return reader->item;
+    auto& item = items_[next_++];
+    reader->item = &item;
+    return &item;
 }
 
-// False when the pass went on without it.
-bool ScanPass::end(Reader& reader, const Item& item, ReadOutcome outcome) {
+// None when the pass went on without the reader.
+ScanPass::Item* ScanPass::next(const std::shared_ptr<Reader>& reader, Item& item,
+                               ReadOutcome outcome) {
     {
         const Platform::MutexLock lock(mutex_);
-        if (!reader.isLeft) {
-            reader.item = nullptr;
+        if (!reader->isLeft) {
+            reader->item = nullptr;
             store(item, std::move(outcome));
             if (item.isFolder)
                 startReaders();
-            return true;
+            return take(reader);
         }
     }
     surroundings_.lateReads->end(item.path, std::move(outcome));
-    return false;
+    return nullptr;
 }
 
 void ScanPass::watch() {
@@ -126,23 +164,39 @@ void ScanPass::watch() {
 void ScanPass::finishIfDone() {
     Completion completion;
     ScanResult result;
+    std::deque<Folder> folders; // closed when nobody waits any more
     {
         const Platform::MutexLock lock(mutex_);
         if (!completion_ || !readers_.empty() || remaining() != 0)
             return;
         completion = std::exchange(completion_, nullptr);
-        result.jobs = JobSnapshot(std::exchange(jobs_, {}));
+        result.jobs = jobs();
+        if (!isAnyLeft_)
+            folders.swap(folders_);
         freeWhatWasRead();
         result.unanswered = std::move(unanswered_);
     }
     completion(std::move(result));
 }
 
+JobSnapshot ScanPass::jobs() {
+    std::vector<JobSnapshot::Found> found;
+    found.reserve(items_.size() + kept_.size());
+    for (const auto* items : {&items_, &kept_}) {
+        for (const auto& item : *items) {
+            if (item.job)
+                found.push_back({.path = item.path, .job = &*item.job});
+        }
+    }
+    return JobSnapshot(std::move(found));
+}
+
 // The threads that read may keep the pass for a while yet. Those that were left have items of it.
 void ScanPass::freeWhatWasRead() {
+    kept_.clear();
     if (isAnyLeft_)
         return;
-    items_ = {};
+    items_.clear();
     next_ = 0;
     previous_ = nullptr;
 }
@@ -192,31 +246,25 @@ void ScanPass::add(Item item) {
         keepKnown(item);
         break;
     case LateReads::State::ended:
-        store(item, std::move(late.outcome));
+        store(kept_.emplace_back(std::move(item)), std::move(late.outcome));
         break;
     }
 }
 
-void ScanPass::store(const Item& item, ReadOutcome outcome) {
-    if (auto* const job = std::get_if<ReadFile>(&outcome); job != nullptr && *job)
-        jobs_.emplace_back(item.path, *std::move(*job));
-    if (auto* const urls = std::get_if<ListedFolder>(&outcome); urls != nullptr && *urls)
-        addEntries(*std::move(*urls));
+void ScanPass::store(Item& item, ReadOutcome outcome) {
+    if (auto* const job = std::get_if<ReadFile>(&outcome)) {
+        item.job = std::move(*job);
+    } else {
+        addEntries(item, std::get<ListedFolder>(std::move(outcome)));
+    }
 }
 
-// Both the entries, once in order, and the snapshot are walked along once.
-void ScanPass::addEntries(std::vector<URL> urls) {
-    std::vector<Item> entries;
-    entries.reserve(urls.size());
-    for (auto& url : urls) {
-        if (url.lastPathComponent() != CorbelKit::Const::FileName::dsStore) {
-            auto path = url.path();
-            entries.push_back({.url = std::move(url), .path = std::move(path)});
-        }
-    }
-    std::ranges::sort(entries, {}, &Item::path);
-    auto known = entries.empty() ? 0 : previous_->lowerBound(entries.front().path);
-    for (auto& entry : entries) {
+// Both the entries, which are in order, and the snapshot are walked along once.
+void ScanPass::addEntries(const Item& item, ListedFolder listed) {
+    item.folder->handle = std::move(listed.folder);
+    auto known = listed.paths.empty() ? 0 : previous_->lowerBound(listed.paths.front());
+    for (auto& path : listed.paths) {
+        Item entry{.path = std::move(path), .folder = item.folder};
         while (known < previous_->size() && (*previous_)[known].path < entry.path)
             ++known;
         if (known < previous_->size() && (*previous_)[known].path == entry.path)
@@ -228,20 +276,22 @@ void ScanPass::addEntries(std::vector<URL> urls) {
 void ScanPass::keepKnown(const Item& item) {
     if (item.isFolder) {
         keepEntriesOf(item);
-    } else if (auto known = knownJob(item)) {
-        jobs_.emplace_back(item.path, *std::move(known));
+    } else {
+        kept_.push_back({.path = item.path, .folder = item.folder, .job = knownJob(item)});
     }
     unanswered_.insert(item.path);
 }
 
 void ScanPass::keepEntriesOf(const Item& folder) {
-    const auto prefix = folder.path.ends_with('/') ? folder.path : folder.path + '/';
+    const auto prefix = prefixOf(folder.path);
     for (auto known = previous_->lowerBound(prefix); known < previous_->size(); ++known) {
         const auto job = (*previous_)[known];
         if (!job.path.starts_with(prefix))
             break;
-        if (job.path.find('/', prefix.size()) == std::string_view::npos)
-            jobs_.emplace_back(job.path, job.copy());
+        if (job.path.find('/', prefix.size()) == std::string_view::npos) {
+            kept_.push_back(
+                {.path = std::string(job.path), .folder = folder.folder, .job = job.copy()});
+        }
     }
 }
 

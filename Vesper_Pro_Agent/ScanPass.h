@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/DispatchQueue.h"
+#include "Platform/FolderHandle.h"
 #include "Platform/Mutex.h"
 #include "Platform/URL.h"
 #include "Vesper_Pro_Agent/JobFileReader.h"
@@ -53,12 +54,18 @@ public:
     void cancel();
 
 private:
+    struct Folder {
+        Platform::URL url;
+        std::optional<Platform::FolderHandle> handle{}; // once it has been listed in this pass
+    };
+
     /// One thing to be read: a folder's entries, or a file.
     struct Item {
-        Platform::URL url;
         std::string path;
+        Folder* folder; // to be listed, or in which the file lies
         bool isFolder = false;
         std::optional<std::size_t> known{}; // of a file, in the snapshot before
+        std::optional<MonitoredJob> job{};  // once read. Under the pass's mutex
     };
 
     /// What one thread is at.
@@ -73,18 +80,22 @@ private:
 
     void run(const std::shared_ptr<Reader>& reader);
     ReadOutcome read(const Item& item, JobFileReader& files) const;
+    ListedFolder list(const Platform::URL& url) const;
+    Platform::Expected<Platform::FileHandle> open(const Item& item) const;
     std::optional<MonitoredJob> knownJob(const Item& item) const;
-    const Item* next(const std::shared_ptr<Reader>& reader);
-    bool end(Reader& reader, const Item& item, ReadOutcome outcome);
+    Item* first(const std::shared_ptr<Reader>& reader);
+    Item* next(const std::shared_ptr<Reader>& reader, Item& item, ReadOutcome outcome);
     void watch();
     void finishIfDone();
 
+    Item* take(const std::shared_ptr<Reader>& reader) CORBEL_REQUIRES(mutex_);
+    JobSnapshot jobs() CORBEL_REQUIRES(mutex_);
     void freeWhatWasRead() CORBEL_REQUIRES(mutex_);
     void leaveWhatHangs() CORBEL_REQUIRES(mutex_);
     void startReaders() CORBEL_REQUIRES(mutex_);
     void add(Item item) CORBEL_REQUIRES(mutex_);
-    void addEntries(std::vector<Platform::URL> urls) CORBEL_REQUIRES(mutex_);
-    void store(const Item& item, ReadOutcome outcome) CORBEL_REQUIRES(mutex_);
+    void addEntries(const Item& item, ListedFolder listed) CORBEL_REQUIRES(mutex_);
+    void store(Item& item, ReadOutcome outcome) CORBEL_REQUIRES(mutex_);
     std::size_t countOfSlow() CORBEL_REQUIRES(mutex_);
     void keepKnown(const Item& item) CORBEL_REQUIRES(mutex_);
     void keepEntriesOf(const Item& folder) CORBEL_REQUIRES(mutex_);
@@ -99,10 +110,11 @@ private:
     std::condition_variable_any readerLeft_;
     bool isAnyLeft_ CORBEL_GUARDED_BY(mutex_) = false; // of the readers
     Completion completion_ CORBEL_GUARDED_BY(mutex_);  // empty once called
+    std::deque<Folder> folders_ CORBEL_GUARDED_BY(mutex_);
     std::deque<Item> items_ CORBEL_GUARDED_BY(mutex_); // their addresses stay
     std::size_t next_ CORBEL_GUARDED_BY(mutex_) = 0;   // of the items: not yet taken
+    std::deque<Item> kept_ CORBEL_GUARDED_BY(mutex_);  // that this pass has not read itself
     std::vector<std::shared_ptr<Reader>> readers_ CORBEL_GUARDED_BY(mutex_); // to be waited for
-    JobSnapshot::Jobs jobs_ CORBEL_GUARDED_BY(mutex_);
     std::set<std::string, std::less<>> unanswered_ CORBEL_GUARDED_BY(mutex_);
 };
 

@@ -22,6 +22,10 @@ protected:
         return jobs.get_future().get();
     }
 
+    static auto openForReading(const std::filesystem::path& file) {
+        return Platform::FileHandle::openForReading(fileURL(file));
+    }
+
     std::string path(std::string_view name) const { return (folder / name).string(); }
 
     TemporaryFolder folder;
@@ -58,7 +62,7 @@ TEST_F(JobScanTest, FindsTheLabelOfAFileThatSpansManyBuffers) {
     const auto known = *scan().find(path("large"));
     EXPECT_EQ(known.label, "late");
     JobFileReader reader([] { return true; });
-    const auto read = [&] { return reader.read(fileURL(folder / "large"), &known); };
+    const auto read = [&] { return reader.read(openForReading(folder / "large"), known); };
     EXPECT_EQ(read()->label, "late"); // unchanged
     std::ofstream(folder / "large", std::ios::in | std::ios::ate).seekp(-28, std::ios::cur)
         << "LATE";
@@ -71,7 +75,7 @@ TEST_F(JobScanTest, AFileThatIsTooLargeToReadIsKnownByItsBeginningAndItsSize) {
     const auto read = [&](std::uintmax_t size, char first) {
         writeFile(folder / "tool", std::string(1, first));
         std::filesystem::resize_file(folder / "tool", size);
-        return reader.read(fileURL(folder / "tool"), nullptr)->checksum;
+        return reader.read(openForReading(folder / "tool"), {})->checksum;
     };
     constexpr std::uintmax_t tooLarge = std::uintmax_t{1} << 40;
     const auto known = read(tooLarge, 'x');

@@ -119,7 +119,7 @@ void JobWindow::display(JobReport report) {
             title.empty() ? printableText(file->label.empty() ? place_.name : file->label) : title);
         lines_.set(Line::runs, joinedLines(report.description.runs));
         lines_.set(Line::starts, startLines(report));
-        lines_.set(Line::owner, printableText(file->owner + " (" + file->group + ')'));
+        lines_.set(Line::owner, printableText(report.owner));
         lines_.set(Line::permissions, permissionsText(file->permissions));
         lines_.set(Line::changed, leftToRightMark + timeText(file->changed));
     }

@@ -5,8 +5,6 @@
 #include "Platform/PropertyListLookup.h"
 
 #include <fcntl.h>
-#include <grp.h>
-#include <pwd.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -33,24 +31,13 @@ int openEntry(int folder, const std::string& name) {
     return descriptor;
 }
 
-template <class Record, class Number>
-std::string nameOf(Number number, int (*find)(Number, Record*, char*, std::size_t, Record**),
-                   char* Record::* name) {
-    std::array<char, 4096> buffer{};
-    Record record{};
-    Record* found = nullptr;
-    if (find(number, &record, buffer.data(), buffer.size(), &found) != 0 || found == nullptr)
-        return std::to_string(number);
-    return record.*name;
-}
-
 JobFile describe(const struct stat& status) {
     constexpr unsigned permissionBits = 07777;
     JobFile file;
     file.size = static_cast<std::uint64_t>(status.st_size);
     file.permissions = status.st_mode & permissionBits;
-    file.owner = nameOf(status.st_uid, getpwuid_r, &passwd::pw_name);
-    file.group = nameOf(status.st_gid, getgrgid_r, &group::gr_name);
+    file.owner = status.st_uid;
+    file.group = status.st_gid;
     file.changed = std::chrono::sys_seconds(std::chrono::seconds(status.st_mtime));
     return file;
 }
@@ -99,7 +86,7 @@ public:
 private:
     /// False where reading failed.
     bool readAll(std::vector<std::byte>& content) {
-        std::vector<std::byte> buffer(std::size_t{128} * 1024);
+        std::array<std::byte, std::size_t{16} * 1024> buffer{}; // many files are read in a row
         while (total_ < mostRead && (mayHaveLabel_ || total_ <= largestJob)) {
             const auto count = handle_.read(buffer);
             if (!count)

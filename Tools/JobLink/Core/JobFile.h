@@ -29,8 +29,8 @@ struct JobFile {
     std::string linkTarget{}; ///< of a link, as it stands in it
     std::uint64_t size = 0;   ///< bytes
     unsigned permissions = 0; ///< the twelve bits of the mode
-    std::string owner{};      ///< the user's name, or number
-    std::string group{};      ///< likewise
+    unsigned owner = 0;       ///< the user's number
+    unsigned group = 0;
     std::chrono::sys_seconds changed{};
 
     friend bool operator==(const JobFile&, const JobFile&) = default;

@@ -18,6 +18,7 @@ namespace {
 
 using CorbelKit::printableText;
 using Platform::MainThread::run;
+using Platform::TextServices::lowercased;
 using Vesper_Pro_Agent::JobSnapshot;
 using Vesper_Pro_Agent::MonitoredJob;
 
@@ -35,6 +36,7 @@ ListedJob listedJob(const std::string& path, const MonitoredJob& job, const std:
                      .place = printableText(path)};
     if (homePath.size() > 1 && path.starts_with(homePath + '/'))
         listed.place = '~' + printableText(path.substr(homePath.size()));
+    listed.sought = lowercased(listed.name + '\n' + listed.place);
     return listed;
 }
 
@@ -50,12 +52,7 @@ void describeInto(ListedJob& listed, const std::vector<Platform::URL>& folders) 
         listed.runs = "\u2192 " + printableText(file->linkTarget);
     listed.starts = startsText(description);
     listed.changed = file->changed;
-}
-
-void makeSearchable(ListedJob& listed) {
-    const auto texts =
-        listed.name + '\n' + listed.place + '\n' + listed.runs + '\n' + listed.starts;
-    listed.sought = Platform::TextServices::lowercased(texts);
+    listed.sought += lowercased('\n' + listed.runs + '\n' + listed.starts);
 }
 
 std::vector<std::string> missing(const JobSnapshot& before, const JobSnapshot& jobs) {
@@ -172,7 +169,6 @@ void JobList::read(const std::shared_ptr<Reader>& reader, const Snapshot& before
         auto& listed =
             change.stored.emplace_back(listedJob(std::string(each.path), job, reader->homePath));
         listed.news = reader->known->news(each.path, job);
-        makeSearchable(listed);
     }
     auto undescribed = change.stored;
     const bool isOther = before->size() == 0 || !change.stored.empty() || !change.removed.empty();
@@ -183,7 +179,6 @@ void JobList::read(const std::shared_ptr<Reader>& reader, const Snapshot& before
         if (reader->isCancelled)
             return;
         describeInto(listed, reader->folders);
-        makeSearchable(listed);
         change.stored.push_back(std::move(listed));
         if (change.stored.size() == jobsAtOnce)
             publish(std::exchange(change, {}));

@@ -5,17 +5,43 @@
 #include "Tools/JobLink/Core/Exceptions.h"
 #include "Tools/JobLink/Core/Texts.h"
 
+#include <grp.h>
+#include <pwd.h>
+
+#include <array>
 #include <utility>
 
 namespace JobLink {
 
+namespace {
+
+template <class Record, class Number>
+std::string nameOf(Number number, int (*find)(Number, Record*, char*, std::size_t, Record**),
+                   char* Record::* name) {
+    std::array<char, 4096> buffer{};
+    Record record{};
+    Record* found = nullptr;
+    if (find(number, &record, buffer.data(), buffer.size(), &found) != 0 || found == nullptr)
+        return std::to_string(number);
+    return record.*name;
+}
+
+std::string ownerText(const JobFile& file) {
+    const auto user = nameOf(file.owner, getpwuid_r, &passwd::pw_name);
+    return user + " (" + nameOf(file.group, getgrgid_r, &group::gr_name) + ')';
+}
+
+} // namespace
+
 JobReport readJobReport(const JobPlace& place) {
     auto file = readJobFile(place);
+    auto owner = file ? ownerText(*file) : std::string();
     auto description = file ? describeJob(place, *file) : JobDescription();
     OffSwitch offSwitch(place, description);
     const bool isOff = offSwitch.isOff();
     const bool isExcepted = file && Exceptions::contain(file->label);
     return {.file = std::move(file),
+            .owner = std::move(owner),
             .description = std::move(description),
             .offSwitch = std::move(offSwitch),
             .isOff = isOff,

@@ -11,6 +11,7 @@ namespace JobLink {
 /// All that the window shows of a job, found out at one time. A plain value.
 struct JobReport {
     std::optional<JobFile> file; ///< absent: it is not there
+    std::string owner;           ///< the file's user and group, by name or else by number
     JobDescription description;
     OffSwitch offSwitch;
     bool isOff = false;

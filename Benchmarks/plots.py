@@ -17,32 +17,37 @@ def document(width, height, parts):
 
 
 def bars(works):
-    """Each contender's time as a multiple of our own."""
-    row, left, width = 17, 360, 940
-    most = max(time / next(iter(times.values())) for _, times in works for time in times.values())
-    least = min(0.8, *(time / next(iter(times.values())) for _, times in works for time in times.values()))
-    scale = (width - left - 90) / math.log10(most / least)
+    """Each peer's time as a multiple of our own: a bar from the line of our own, to the right where it is slower."""
+    row, left, width = 17, 370, 940
+    ratios = [time / next(iter(times.values())) for _, times in works for time in times.values()]
+    least, most = min(0.5, *ratios), max(ratios)
+    scale = (width - left - 60) / math.log10(most / least)
 
     def place(ratio):
         return left + math.log10(ratio / least) * scale
 
-    parts, labels, y = [], [text(10, 22, "Time taken, in multiples of this project's own (shorter is faster)", size=15)], 40
+    bottom = 62 + sum(row * len(times) + 7 for _, times in works)
+    parts, y = [text(10, 22, "Time taken, in multiples of this project's own: right of the line slower, left of it faster",
+                     size=15)], 58
+    for ratio in (0.5, 1, 2, 5, 10, 20, 50, 100):
+        if ratio <= most:
+            parts.append(f'<line x1="{place(ratio):.1f}" y1="52" x2="{place(ratio):.1f}" y2="{bottom}" stroke="#ddd"/>')
+            parts.append(text(place(ratio), 46, f"{ratio:g}", "middle", 10))
     for title, times in works:
         own = next(iter(times.values()))
         for index, (name, time) in enumerate(times.items()):
+            begin, end = sorted((place(1), place(time / own)))
             if index == 0:
                 parts.append(text(10, y + 12, title, size=11))
-            parts.append(text(left - 6, y + 12, name, "end", 11))
-            parts.append(f'<rect x="{left}" y="{y + 2}" width="{max(1, place(time / own) - left):.1f}" height="{row - 5}" '
-                         f'fill="{colours[0] if index == 0 else colours[2]}"/>')
-            label = f"{time / own:.2f}" if index else "1"
-            labels.append(f'<rect x="{place(time / own) + 1:.1f}" y="{y + 2}" width="{7 * len(label) + 4}" height="{row - 5}" '
-                          'fill="#fff"/>')
-            labels.append(text(place(time / own) + 4, y + 12, label, size=11))
+                begin, end = begin - 3, end + 3
+            parts.append(text(left - 12, y + 12, name, "end", 11))
+            parts.append(f'<rect x="{begin:.1f}" y="{y + 2}" width="{max(1, end - begin):.1f}" height="{row - 5}" '
+                         f'fill="{colours[0] if index == 0 else colours[2] if time > own else colours[1]}"/>')
+            parts.append(text(end + 4, y + 12, f"{time / own:.2f}" if index else "1", size=11))
             y += row
         y += 7
-    parts.append(f'<line x1="{place(1):.1f}" y1="36" x2="{place(1):.1f}" y2="{y}" stroke="#222" stroke-dasharray="3 3"/>')
-    return document(width, y + 8, parts + labels)
+    parts.append(f'<line x1="{place(1):.1f}" y1="52" x2="{place(1):.1f}" y2="{bottom}" stroke="#222"/>')
+    return document(width, bottom + 8, parts)
 
 
 def short(number):

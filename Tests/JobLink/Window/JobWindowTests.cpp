@@ -55,10 +55,12 @@ protected:
         return ChildProcess(std::move(command), environment).readAll();
     }
 
-    std::ptrdiff_t windows() const {
-        return std::ranges::count(
-            run({"xdotool", "search", "--onlyvisible", "--class", "com.tarnwell.VesperPro10"}),
-            '\n');
+    bool waitForWindows(std::ptrdiff_t count) const {
+        return waitUntil([&] {
+            const auto found =
+                run({"xdotool", "search", "--onlyvisible", "--class", "com.tarnwell.VesperPro10"});
+            return std::ranges::count(found, '\n') == count;
+        });
     }
 
     /// What is read out, once it holds the text.
@@ -71,7 +73,11 @@ protected:
         return all;
     }
 
-    void press(const std::string& key) const { run({"xdotool", "key", key}); }
+    /// A screen reader is given a window, and what has the focus, before it is in front.
+    void press(const std::string& key) const {
+        if (session.waitForActiveWindow())
+            run({"xdotool", "key", key});
+    }
 
     DesktopSession session;
     BusDaemon bus{{{ScreenReader::busName, ScreenReader::service}}};
@@ -176,7 +182,7 @@ TEST_F(JobWindow, WaitsForNoFileThatDoesNotAnswer) {
     EXPECT_THAT(reads("button \"Show in Files\" focused"), HasSubstr("Reading…"));
     EXPECT_TRUE(hung.isAsked());
     press("Escape");
-    EXPECT_TRUE(waitUntil([this] { return windows() == 0; }));
+    EXPECT_TRUE(waitForWindows(0));
     open({linkTo(jobs / "other")});
     const auto* const words = "This file is no longer there.";
     EXPECT_THAT(reads(words), HasSubstr(words));
@@ -204,14 +210,14 @@ TEST_F(JobWindow, IsOneForEachJobHoweverManyLinksComeAndWhateverTheyLeadTo) {
         open({link});
         EXPECT_THAT(reads(words), HasSubstr(words));
     }
-    EXPECT_EQ(windows(), 6) << "one says what was refused";
+    EXPECT_TRUE(waitForWindows(6)) << "one says what was refused";
     std::vector<std::string> flood(2000, linkTo(jobs / "fifo"));
     for (int number = 0; number < 40; ++number)
         flood.push_back(linkTo(jobs / std::to_string(number)));
     open(flood);
     const auto* const words = "Too many windows are open. Close one and try again.";
     EXPECT_THAT(reads(words), HasSubstr(words));
-    EXPECT_EQ(windows(), 13);
+    EXPECT_TRUE(waitForWindows(13));
 }
 
 /// The first day: an agent, its notification, and the installed application.
@@ -239,13 +245,13 @@ TEST_F(JobWindow, OpensByShowKeepsTheAgentSilentAndExceptsItsJob) {
     EXPECT_EQ(first->body, "New: " + (entries / "first.desktop").string());
     service.emitActionInvoked(first->number, "ShowAction");
     reads("button \"Show in Files\" focused");
-    EXPECT_EQ(windows(), 1);
+    EXPECT_TRUE(session.waitForActiveWindow() && waitForWindows(1));
     writeFile(entries / "second.desktop", "[Desktop Entry]\nExec=second\n");
     EXPECT_TRUE(trial.waitUntilAtRest());
     press("alt+i");
     reads("You are not notified of this job any more.");
     press("Escape");
-    EXPECT_TRUE(waitUntil([this] { return windows() == 0; }));
+    EXPECT_TRUE(waitForWindows(0));
     replaceFile(entries / "first.desktop", "[Desktop Entry]\nExec=changed\n");
     EXPECT_TRUE(trial.waitUntilAtRest());
     writeFile(entries / "third.desktop", "[Desktop Entry]\nExec=third\n");

@@ -4,6 +4,7 @@
 #include "Platform/TextServices.h"
 #include "Tools/JobLink/Core/JobWording.h"
 
+#include <gtk/gtk.h>
 #include <gtkmm/tooltip.h>
 
 namespace JobLink {
@@ -143,6 +144,12 @@ void JobListCell::update() {
     const auto news = newsText(job.news);
     place_->show(news, job.place);
     setBold(!news.empty());
+    // To a screen reader the row is else of the toolkit's class.
+    auto* const cell = get_parent();
+    if (auto* const row = cell != nullptr ? cell->get_parent() : nullptr) {
+        gtk_accessible_update_property(GTK_ACCESSIBLE(row->gobj()), GTK_ACCESSIBLE_PROPERTY_LABEL,
+                                       job.name.c_str(), -1);
+    }
 }
 
 void JobListCell::setBold(bool isBold) {

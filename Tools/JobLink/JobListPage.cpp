@@ -1,6 +1,7 @@
 #include "Tools/JobLink/JobListPage.h"
 
 #include "Tools/JobLink/Core/Texts.h"
+#include "Tools/JobLink/JobListTitles.h"
 #include "Vesper_Pro_Agent/JobFolders.h"
 
 #include <glibmm/main.h>
@@ -76,6 +77,9 @@ void JobListPage::addTable() {
         std::pair(JobColumn::starts, "Starts"), std::pair(JobColumn::changed, "Changed")};
     for (const auto& [column, title] : columns)
         table_.append_column(makeJobColumn(column, localizedString(title)));
+    makeTitlesAccessible(table_);
+    gtk_accessible_update_property(GTK_ACCESSIBLE(table_.gobj()), GTK_ACCESSIBLE_PROPERTY_LABEL,
+                                   localizedString("Jobs").c_str(), -1);
     const auto firstColumn =
         std::dynamic_pointer_cast<Gtk::ColumnViewColumn>(table_.get_columns()->get_object(0));
     table_.sort_by_column(firstColumn, Gtk::SortType::ASCENDING);

@@ -220,6 +220,31 @@ TEST_F(JobWindow, IsOneForEachJobHoweverManyLinksComeAndWhateverTheyLeadTo) {
     EXPECT_TRUE(waitForWindows(13));
 }
 
+TEST_F(JobWindow, IsOpenedFromTheListThatIsReadOutAndSortedByKeyboard) {
+    writeFile(entries / "first.desktop", "[Desktop Entry]\nExec=ant\n");
+    writeFile(entries / "second.desktop", "[Desktop Entry]\nExec=zebra --all\n");
+    open({});
+    const auto all = reads("zebra --all");
+    EXPECT_LT(all.find("row \"first.desktop\""), all.find("label \"ant\""));
+    EXPECT_LT(all.find("label \"ant\""), all.find("row \"second.desktop\""));
+    const std::vector<std::pair<std::string, std::string>> steps{
+        {"Tab", "column header \"Name\" focused"},
+        {"Tab", "column header \"Runs\" focused"},
+        {"Return", "column header \"Runs\" focused"},
+        {"Return", "column header \"Runs\" focused"}, // the other way round
+        {"Tab", "column header \"Starts\" focused"},
+        {"Tab", "column header \"Changed\" focused"},
+        {"Tab", "row \"first.desktop\" focused"},
+        {"Home", "row \"second.desktop\" focused"},
+        {"Return", "button \"Show in Files\" focused"}};
+    for (const auto& [key, focused] : steps) {
+        press(key);
+        EXPECT_THAT(reads(focused), HasSubstr(focused)) << key;
+    }
+    const auto* const runs = "label \"Runs\"\nlabel \"zebra --all\"";
+    EXPECT_THAT(reads(runs), HasSubstr(runs));
+}
+
 /// The first day: an agent, its notification, and the installed application.
 TEST_F(JobWindow, OpensByShowKeepsTheAgentSilentAndExceptsItsJob) {
     NotificationService service(bus.address());

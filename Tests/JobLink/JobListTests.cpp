@@ -12,6 +12,7 @@
 
 #include <sys/stat.h>
 
+#include <compare>
 #include <map>
 
 namespace {
@@ -124,10 +125,10 @@ TEST(ListedJobs, AreFoundByEachWordAndSortedByEachColumn) {
     for (const auto& [words, isFound] : std::map<std::string, bool>{
              {"", true}, {" ÄRG\tZi ", true}, {"zip tar", false}, {"ärgerzip", false}})
         EXPECT_EQ(JobLink::JobSearch(words).finds(first), isFound) << words;
-    EXPECT_GT(compareJobs(first, second, JobColumn::name), nullptr);
-    EXPECT_GT(compareJobs(first, second, JobColumn::runs), nullptr);
-    EXPECT_GT(compareJobs(first, second, JobColumn::changed), nullptr); // by name, then
-    EXPECT_LT(compareJobs(job("z", "", 1), second, JobColumn::changed), nullptr);
+    EXPECT_TRUE(std::is_gt(compareJobs(first, second, JobColumn::name)));
+    EXPECT_TRUE(std::is_gt(compareJobs(first, second, JobColumn::runs)));
+    EXPECT_TRUE(std::is_gt(compareJobs(first, second, JobColumn::changed))); // by name, then
+    EXPECT_TRUE(std::is_lt(compareJobs(job("z", "", 1), second, JobColumn::changed)));
 }
 
 TEST_F(ListOfJobs, HasTheAgentsSilenceListsAsAnybodyMakesThem) {

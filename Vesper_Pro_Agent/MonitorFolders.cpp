@@ -4,9 +4,11 @@
 #include "CorbelKit/Services/Const.h"
 #include "CorbelKit/Services/Limit.h"
 #include "CorbelKit/Services/ResourceBundle.h"
+#include "Platform/FileManager.h"
 #include "Platform/MainThread.h"
 #include "Platform/Memory.h"
 #include "Platform/NeverDestroyed.h"
+#include "Platform/PrintableText.h"
 #include "Platform/StandardOutput.h"
 #include "Platform/Workspace.h"
 #include "Vesper_Pro_Agent/ChangePosting.h"
@@ -14,6 +16,7 @@
 #include "Vesper_Pro_Agent/PatientWork.h"
 
 #include <algorithm>
+#include <iostream>
 #include <utility>
 
 namespace Vesper_Pro_Agent {
@@ -24,6 +27,18 @@ using Platform::MainThread::run;
 // Writing one job file raises several events; what comes within this time is looked at once.
 constexpr auto coalescingIdentifier = "AgentMonitor";
 constexpr double coalescingDelayInSeconds = 0.51;
+
+// On standard error, as the system's log takes a descriptor, of which there may be none left.
+void watch(CorbelKit::SingleFolderMonitor& monitor) {
+    monitor.startMonitoring();
+    if (monitor.hasSource() || !Platform::FileManager::fileExists(monitor.url()))
+        return;
+    std::cerr << "vesper-pro-agent: cannot watch " +
+                     Platform::printableText(monitor.url().path(),
+                                             Platform::ActingCharacters::escaped) +
+                     " (too many open files, or no permission)\n";
+    std::cerr.clear();
+}
 
 } // namespace
 
@@ -56,17 +71,14 @@ void MonitorFolders::stop() {
 }
 
 void MonitorFolders::watchFolders() {
-    for (const auto& folder : jobFolders()) {
-        auto monitor = CorbelKit::SingleFolderMonitor::makeIdle(folder);
-        monitor->setDelegate(weak_from_this());
-        monitors_.push_back(std::move(monitor));
-    }
     // Before the first look, so that nothing falls between the two; but for a folder that hangs.
     std::vector<std::function<void()>> starts;
-    starts.reserve(monitors_.size());
-    for (const auto& monitor : monitors_) {
+    for (const auto& folder : jobFolders()) {
+        const auto monitor = CorbelKit::SingleFolderMonitor::makeIdle(folder);
+        monitor->setDelegate(weak_from_this());
+        monitors_.push_back(monitor);
         starts.emplace_back([weak = weak_from_this(), monitor] {
-            monitor->startMonitoring();
+            watch(*monitor);
             run([weak] {
                 if (const auto folders = weak.lock(); folders && folders->scanner_)
                     folders->requestPass();

@@ -144,8 +144,7 @@ TEST_F(JobWindow, ShowsItsFileInTheFileManagerAndCopiesItsPath) {
     open({linkTo(entry)});
     reads("button \"Show in Files\" focused");
     press("alt+s");
-    const auto* const nothing = "No application here shows folders.";
-    EXPECT_THAT(reads(nothing), HasSubstr(nothing));
+    EXPECT_THAT(reads("No application here"), HasSubstr("here shows folders."));
     const BusService fileManager(
         bus.address(), "org.freedesktop.FileManager1",
         {"/org/freedesktop/FileManager1", "org.freedesktop.FileManager1", fileManagerDescription},
@@ -184,8 +183,7 @@ TEST_F(JobWindow, WaitsForNoFileThatDoesNotAnswer) {
     press("Escape");
     EXPECT_TRUE(waitForWindows(0));
     open({linkTo(jobs / "other")});
-    const auto* const words = "This file is no longer there.";
-    EXPECT_THAT(reads(words), HasSubstr(words));
+    EXPECT_THAT(reads("This file is"), HasSubstr("is no longer there."));
     hung.answer();
 }
 
@@ -215,8 +213,7 @@ TEST_F(JobWindow, IsOneForEachJobHoweverManyLinksComeAndWhateverTheyLeadTo) {
     for (int number = 0; number < 40; ++number)
         flood.push_back(linkTo(jobs / std::to_string(number)));
     open(flood);
-    const auto* const words = "Too many windows are open. Close one and try again.";
-    EXPECT_THAT(reads(words), HasSubstr(words));
+    EXPECT_THAT(reads("Too many windows"), HasSubstr("are open. Close one and try again."));
     EXPECT_TRUE(waitForWindows(13));
 }
 

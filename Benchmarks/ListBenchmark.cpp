@@ -108,11 +108,13 @@ bool measure() {
     });
     std::printf("A window with a label: drawn after %.0f ms; a step %.1f ms, at worst %.1f\n",
                 bareTime, bareSteps[steps / 2], bareSteps.back());
-    bool holds = Benchmarks::report("The list's window is drawn after", first, 300, "ms");
-    holds &= Benchmarks::report("10,000 jobs are in it after", all, 500, "ms");
-    holds &= Benchmarks::report("A step through all of it, of those of a label",
+    bool holds = Benchmarks::report("List of jobs: its window is drawn after", first, 300, "ms");
+    holds &= Benchmarks::report("List of jobs: 10,000 are in it after", all, 500, "ms");
+    holds &= Benchmarks::report("List of jobs: a step through it, of a label's",
                                 scrolled[steps / 2] / bareSteps[steps / 2], 2);
-    return Benchmarks::report("The slowest of 200 steps", scrolled.back(), 100, "ms") && holds;
+    return Benchmarks::report("List of jobs: the slowest of 200 steps", scrolled.back(), 100,
+                              "ms") &&
+           holds;
 }
 
 } // namespace

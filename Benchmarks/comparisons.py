@@ -4,6 +4,7 @@ import json
 import os
 import plistlib
 import random
+import re
 import shutil
 import subprocess
 import time
@@ -252,5 +253,20 @@ def first_windows(machine, report):
     report.compare("First window", seconds, {"a bare window": 1.3})
 
 
+def lists(machine, report):
+    program = machine.root / "build/release/Benchmarks/list-benchmark"
+    if not program.exists():
+        report.leave_out("the list of `vesper-job-link`, which is built only with the windows")
+        return
+    row = re.compile(r"^(.*?) +([\d.]+) (\S*) +at most +([\d.]+)", re.MULTILINE)
+    turns = [row.findall(subprocess.run([program], stdout=subprocess.PIPE, text=True).stdout)
+             for _ in range(machine.rounds)]
+    if not all(turns):
+        raise SystemExit("the list of jobs was not measured")
+    for rows in zip(*turns, strict=True):
+        title, _, unit, limit = rows[0]
+        report.bound(title, median([float(figure) for _, figure, _, _ in rows]), float(limit), unit)
+
+
 comparisons = [passes_over_tools, passes_over_small_jobs, passes_that_grow, events, storms, rest, launches, trees,
-               property_lists, texts, first_windows]
+               property_lists, texts, first_windows, lists]

@@ -1,5 +1,7 @@
 #include "Platform/PropertyList/BinaryLayout.h"
 
+#include <limits>
+
 namespace Platform::PropertyLists {
 
 namespace {
@@ -12,18 +14,22 @@ bool isNumberSize(std::size_t size) {
     return size >= 1 && size <= longestNumber;
 }
 
+// Of what is no object. More than there ever are bytes, so that whoever looks for room finds none.
+// (An optional would come back in memory, for which the processor waits: several times an object.)
+constexpr auto tooMany = std::numeric_limits<std::uint64_t>::max();
+
 /// A count of 15 says that the count follows as an integer object.
-std::optional<std::uint64_t> takeCount(std::uint8_t detail, std::string_view& rest) {
+std::uint64_t takeCount(std::uint8_t detail, std::string_view& rest) {
     constexpr std::uint8_t countFollows = 0xF;
     if (detail != countFollows)
         return detail;
     if (rest.empty() || (static_cast<unsigned char>(rest.front()) >> 4) !=
                             static_cast<unsigned>(BinaryKind::integer))
-        return std::nullopt;
+        return tooMany;
     const auto size = std::size_t{1} << (static_cast<unsigned char>(rest.front()) & 0xFU);
     rest.remove_prefix(1);
     if (size > longestNumber || size > rest.size())
-        return std::nullopt;
+        return tooMany;
     const auto count = bigEndian(rest.substr(0, size));
     rest.remove_prefix(size);
     return count;
@@ -64,33 +70,28 @@ std::optional<BinaryObject> BinaryLayout::object(std::uint64_t number) const {
     const auto detail = static_cast<std::uint8_t>(first & 0xF);
     auto rest = content_.substr(offset + 1);
     const auto size = payloadSize(kind, detail, rest);
-    if (!size)
+    if (size > rest.size())
         return std::nullopt;
-    return BinaryObject{.kind = kind, .detail = detail, .payload = rest.substr(0, *size)};
+    return BinaryObject{.kind = kind, .detail = detail, .payload = rest.substr(0, size)};
 }
 
-std::optional<std::size_t> BinaryLayout::payloadSize(BinaryKind kind, std::uint8_t detail,
-                                                     std::string_view& rest) const {
-    std::size_t size = 0;
+std::uint64_t BinaryLayout::payloadSize(BinaryKind kind, std::uint8_t detail,
+                                        std::string_view& rest) const {
     switch (kind) {
     case BinaryKind::simple:
-        break;
+        return 0;
     case BinaryKind::integer:
     case BinaryKind::real:
     case BinaryKind::date:
-        size = std::size_t{1} << detail;
-        break;
+        return std::uint64_t{1} << detail;
     case BinaryKind::uid:
-        size = detail + std::size_t{1};
-        break;
+        return detail + std::uint64_t{1};
     default:
         const auto each = elementSize(kind);
         const auto count = takeCount(detail, rest);
-        if (each == 0 || !count || *count > rest.size() / each)
-            return std::nullopt;
-        size = *count * each;
+        // A product within the bytes that are left is one that fits its type.
+        return each == 0 || count > rest.size() / each ? tooMany : count * each;
     }
-    return size <= rest.size() ? std::optional(size) : std::nullopt;
 }
 
 std::size_t BinaryLayout::elementSize(BinaryKind kind) const {

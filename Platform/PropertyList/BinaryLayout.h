@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <optional>
 #include <string_view>
+#include <utility>
 
 namespace Platform::PropertyLists {
 
@@ -30,12 +31,31 @@ struct BinaryObject {
     std::string_view payload;
 };
 
+/// Of as many bytes as are named, which compilers make one instruction of.
+template <std::size_t... Index>
+constexpr std::uint64_t bigEndian(std::string_view bytes, std::index_sequence<Index...> /*each*/) {
+    constexpr std::size_t last = sizeof...(Index) - 1;
+    return (... |
+            (std::uint64_t{static_cast<unsigned char>(bytes[Index])} << (8 * (last - Index))));
+}
+
 /// Of at most eight bytes. Several times for each object.
 inline std::uint64_t bigEndian(std::string_view bytes) {
-    std::uint64_t number = 0;
-    for (const char byte : bytes)
-        number = number << 8 | static_cast<unsigned char>(byte);
-    return number;
+    switch (bytes.size()) {
+    case 1:
+        return static_cast<unsigned char>(bytes.front());
+    case 2:
+        return bigEndian(bytes, std::make_index_sequence<2>());
+    case 4:
+        return bigEndian(bytes, std::make_index_sequence<4>());
+    case 8:
+        return bigEndian(bytes, std::make_index_sequence<8>());
+    default:
+        std::uint64_t number = 0;
+        for (const char byte : bytes)
+            number = number << 8 | static_cast<unsigned char>(byte);
+        return number;
+    }
 }
 
 /// The trailer and the table of offsets. Whatever it hands out lies within the bytes.
@@ -54,8 +74,7 @@ public:
     std::size_t referenceSize() const { return referenceSize_; }
 
 private:
-    std::optional<std::size_t> payloadSize(BinaryKind kind, std::uint8_t detail,
-                                           std::string_view& rest) const;
+    std::uint64_t payloadSize(BinaryKind kind, std::uint8_t detail, std::string_view& rest) const;
     std::size_t elementSize(BinaryKind kind) const;
 
     std::string_view content_; ///< all before the table

@@ -188,7 +188,9 @@ private:
         const auto references = object.payload.size() / layout_.referenceSize();
         containers_.push_back(
             {number, object.payload, isDictionary, isDictionary ? references / 2 : references});
-        return isDictionary ? receiver_.beginDictionary() : receiver_.beginArray();
+        if (isDictionary)
+            return receiver_.beginDictionary();
+        return receiver_.beginArray() && receiver_.expectValues(references);
     }
 
     const BinaryLayout& layout_;

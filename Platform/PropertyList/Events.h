@@ -25,13 +25,18 @@ public:
     virtual bool endDictionary() = 0;
     virtual bool beginArray() = 0;
     virtual bool endArray() = 0;
+
+    /// From a source that knows it: how many values the array that has just begun will have.
+    virtual bool expectValues(std::size_t /*count*/) { return true; }
+
     virtual bool scalar(const Scalar& scalar) = 0;
     virtual bool beginText(TextKind kind) = 0;
     /// UTF-8 in whole characters; for data, any bytes.
     virtual bool text(std::string_view piece) = 0;
     virtual bool endText() = 0;
 
-    bool wholeText(TextKind kind, std::string_view content) {
+    /// The three above at once, for a source that has the text whole.
+    virtual bool wholeText(TextKind kind, std::string_view content) {
         return beginText(kind) && text(content) && endText();
     }
 

@@ -95,8 +95,10 @@ XMLReader::Element XMLReader::elementNamed(std::string_view name) {
         {"data", Element::data},
         {"plist", Element::plist},
     }};
-    const auto* const found =
-        std::ranges::find(elements, name, &std::pair<std::string_view, Element>::first);
+    // Met at every element: most differ in their first letter or their length.
+    const auto* const found = std::ranges::find_if(elements, [&](const auto& element) {
+        return element.first.front() == name.front() && element.first == name;
+    });
     return found == elements.end() ? Element::unknown : found->second;
 }
 

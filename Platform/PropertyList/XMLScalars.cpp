@@ -115,11 +115,11 @@ std::optional<Scalar> integerFromXML(const std::string& text) {
 std::optional<Scalar> realFromXML(const std::string& text) {
     std::string_view digits = text;
     const bool negative = takeSign(digits);
+    if (isDecimal(digits))
+        return numberInAnyLocale(text.c_str());
     if (const auto spelled = spelledNumber(digits))
         return std::copysign(*spelled, negative ? -1.0 : 1.0);
-    if (!isDecimal(digits))
-        return std::nullopt;
-    return numberInAnyLocale(text.c_str());
+    return std::nullopt;
 }
 
 std::optional<Scalar> dateFromXML(const std::string& text) {

@@ -24,10 +24,18 @@ using Vesper_Pro_Agent::jobFolders;
 constexpr std::size_t mostWindows = 12;
 constexpr std::size_t mostLinks = 64; // that wait
 
-/// Destroys the window when its own signal is done with.
-template <class Owner>
-void destroyLater(Owner window) {
-    Platform::MainThread::run([kept = std::make_shared<Owner>(std::move(window))] {});
+/// Has the window destroyed when it is closed and its own signal is done with; `release` gives up
+/// the owner. It comes before the toolkit's own answer, which would leave the owner a dead window.
+template <class Release>
+void destroyWhenClosed(Gtk::Window& window, Release release) {
+    window.signal_close_request().connect(
+        [&window, release] {
+            window.set_visible(false);
+            using Owner = decltype(release());
+            Platform::MainThread::run([kept = std::make_shared<Owner>(release())] {});
+            return true;
+        },
+        false);
 }
 
 } // namespace
@@ -62,7 +70,7 @@ int JobLinkApplication::on_command_line(
 void JobLinkApplication::on_activate() {
     if (!list_) {
         list_ = std::make_unique<JobListWindow>([this](const auto& path) { showJob(path); });
-        list_->signal_hide().connect([this] { destroyLater(std::exchange(list_, nullptr)); });
+        destroyWhenClosed(*list_, [this] { return std::exchange(list_, nullptr); });
         add_window(*list_);
     }
     list_->present();
@@ -112,10 +120,7 @@ void JobLinkApplication::showJob(const std::string& path) {
         }
         found = jobWindows_.emplace(path, std::make_unique<JobWindow>(*place)).first;
         auto& window = *found->second;
-        window.signal_hide().connect([this, path] {
-            if (auto closed = jobWindows_.extract(path))
-                destroyLater(std::move(closed.mapped()));
-        });
+        destroyWhenClosed(window, [this, path] { return jobWindows_.extract(path); });
         add_window(window);
     }
     found->second->present();
@@ -124,7 +129,7 @@ void JobLinkApplication::showJob(const std::string& path) {
 void JobLinkApplication::say(const std::string& message, const std::string& detail) {
     if (!message_) {
         message_ = std::make_unique<MessageWindow>();
-        message_->signal_hide().connect([this] { destroyLater(std::exchange(message_, nullptr)); });
+        destroyWhenClosed(*message_, [this] { return std::exchange(message_, nullptr); });
         add_window(*message_);
     }
     message_->say(message, CorbelKit::printableText(detail));

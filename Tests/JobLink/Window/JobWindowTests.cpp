@@ -240,6 +240,17 @@ TEST_F(JobWindow, IsOpenedFromTheListThatIsReadOutAndSortedByKeyboard) {
     }
     const auto* const runs = "label \"Runs\"\nlabel \"zebra --all\"";
     EXPECT_THAT(reads(runs), HasSubstr(runs));
+
+    for (const std::string key : {"Escape", "Return"}) { // closed, and opened again
+        press(key);
+        EXPECT_TRUE(waitForWindows(key == "Return" ? 2 : 1)) << key;
+    }
+    open({});
+    EXPECT_THAT(reads("row \"second.desktop\" focused"), HasSubstr("focused"));
+    press("ctrl+w");
+    EXPECT_TRUE(waitForWindows(1));
+    open({});
+    EXPECT_TRUE(waitForWindows(2)) << "the list, beside the job's window";
 }
 
 /// The first day: an agent, its notification, and the installed application.

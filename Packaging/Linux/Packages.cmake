@@ -59,7 +59,8 @@ endfunction()
 
 set(same "(= ${PROJECT_VERSION})")
 corbel_debian_package(vesper-pro-agent SECTION utils COMPONENTS Programs
-    RECOMMENDS "corbelkit, default-dbus-session-bus | dbus-session-bus, notification-daemon, desktop-file-utils"
+    DEPENDS desktop-file-utils # by which the desktop knows who opens the links of notifications
+    RECOMMENDS "corbelkit, default-dbus-session-bus | dbus-session-bus, notification-daemon"
     DESCRIPTION "notifies of what arranges to be started by itself
 Watches the folders in which software is put to be started by itself, finds
 out by content which files are new, modified or deleted, and notifies the user

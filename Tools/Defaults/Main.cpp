@@ -63,8 +63,8 @@ int failUsage(const std::string& reason) {
 
 /// A full disk or a reader that has gone is a failure, too.
 int print(const std::string& text) {
-    std::fputs(text.c_str(), stdout);
-    return std::fflush(stdout) == 0 ? EXIT_SUCCESS : fail("the output cannot be written");
+    const bool isWritten = std::fputs(text.c_str(), stdout) >= 0 && std::fflush(stdout) == 0;
+    return isWritten ? EXIT_SUCCESS : fail("the output cannot be written");
 }
 
 int failAbsence(std::string_view domain) {

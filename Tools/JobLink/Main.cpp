@@ -6,10 +6,12 @@
 
 #include <glib.h>
 
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <string>
 #include <string_view>
+#include <thread>
 
 namespace {
 
@@ -25,8 +27,21 @@ names elsewhere is not opened. A second one hands its link to the first.
 )";
 
 int print(const char* text) {
-    std::fputs(text, stdout);
-    return std::fflush(stdout) == 0 ? EXIT_SUCCESS : EXIT_FAILURE;
+    const bool isWritten = std::fputs(text, stdout) >= 0 && std::fflush(stdout) == 0;
+    return isWritten ? EXIT_SUCCESS : EXIT_FAILURE;
+}
+
+// A link that is handed to an instance whose last window has just been closed is not taken: soon
+// that one is gone, and this one is the first.
+int run(int argumentCount, char** arguments) {
+    constexpr int attempts = 5;
+    int status = EXIT_FAILURE;
+    for (int attempt = 0; attempt < attempts && status != EXIT_SUCCESS; ++attempt) {
+        if (attempt > 0)
+            std::this_thread::sleep_for(std::chrono::milliseconds(100));
+        status = JobLink::JobLinkApplication().run(argumentCount, arguments);
+    }
+    return status;
 }
 
 } // namespace
@@ -41,5 +56,5 @@ int main(int argumentCount, char** arguments) {
     g_set_prgname(std::string(App::Identifier::vesperPro).c_str()); // the windows' class
     g_set_application_name(std::string(App::Name::vesperPro).c_str());
     CorbelKit::Toolkit::prepare();
-    return JobLink::JobLinkApplication().run(argumentCount, arguments);
+    return run(argumentCount, arguments);
 }

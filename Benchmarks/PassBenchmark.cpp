@@ -133,7 +133,7 @@ JobSnapshot renamed(const JobSnapshot& jobs) {
     JobSnapshot::Jobs result;
     for (const auto& job : jobs)
         result.emplace_back(std::string(job.path) + ".renamed", job.copy());
-    return JobSnapshot(std::move(result));
+    return JobSnapshot(result);
 }
 
 bool compareSizes(const JobFiles& few, const JobFiles& many) {

@@ -27,7 +27,7 @@ constexpr std::size_t mostLinks = 64; // that wait
 /// Has the window destroyed when it is closed and its own signal is done with; `release` gives up
 /// the owner. It comes before the toolkit's own answer, which would leave the owner a dead window.
 template <class Release>
-void destroyWhenClosed(Gtk::Window& window, Release release) {
+void destroyWhenClosed(Gtk::Window& window, const Release& release) {
     window.signal_close_request().connect(
         [&window, release] {
             window.set_visible(false);

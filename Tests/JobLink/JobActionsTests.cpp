@@ -59,14 +59,13 @@ TEST_F(JobActions, TurnADesktopEntryOffForTheUserAloneAndOnAgainByteForByte) {
     const auto entry = system / "a.desktop";
     const auto own = configuration / "autostart/a.desktop";
     const std::string content =
-        "# c\r\n[Desktop Entry]\r\nExec=a\r\nHidden=false\r\n[Other]\r\nHidden=no";
+        "# c\r\n[Desktop Entry]\r\nExec=a\r\n# d\rHidden=false\r\n[Other]\r\nHidden=no";
     writeFile(entry, content);
     auto first = switchOf(entry);
     EXPECT_FALSE(first.isOff());
     EXPECT_FALSE(first.turnOff());
     EXPECT_EQ(contentOf(entry), content);
-    EXPECT_EQ(contentOf(own),
-              "# c\r\n[Desktop Entry]\r\nHidden=true\nExec=a\r\n[Other]\r\nHidden=no");
+    EXPECT_EQ(contentOf(own), content + "\n\n[Desktop Entry]\nHidden=true\n");
     EXPECT_TRUE(switchOf(entry).isOff());
     EXPECT_TRUE(switchOf(own).isOff());
     EXPECT_FALSE(first.turnOn());
@@ -76,7 +75,7 @@ TEST_F(JobActions, TurnADesktopEntryOffForTheUserAloneAndOnAgainByteForByte) {
     writeFile(own, "[Desktop Entry]\nExec=mine");
     auto second = switchOf(entry);
     EXPECT_FALSE(second.turnOff());
-    EXPECT_EQ(contentOf(own), "[Desktop Entry]\nHidden=true\nExec=mine");
+    EXPECT_EQ(contentOf(own), "[Desktop Entry]\nHidden=true\nExec=mine\n");
     auto third = switchOf(own);
     EXPECT_FALSE(second.turnOn());
     EXPECT_EQ(contentOf(own), "[Desktop Entry]\nExec=mine");
@@ -106,8 +105,12 @@ TEST_F(JobActions, TurnNothingOffThroughALinkNorWhereNothingCanBeKept) {
     EXPECT_EQ(switchOf(system / "a.service").kind(), OffSwitch::Kind::none); // the system's own
     fs::create_directories(configuration / "systemd/user");
     writeFile(configuration / "systemd/user/a.service", "[Service]\n");
-    auto unit = switchOf(configuration / "systemd/user/a.service");
+    EXPECT_EQ(switchOf(configuration / "systemd/user/a.service").kind(), OffSwitch::Kind::none);
+    writeFile(configuration / "systemd/user/b.service", "[Install]\nAlias=c.service\n");
+    const auto unit = switchOf(configuration / "systemd/user/b.service");
     EXPECT_EQ(unit.kind(), OffSwitch::Kind::userUnit);
+    fs::remove(configuration / "systemd/user/b.service");
+    EXPECT_FALSE(unit.isOff()) << "systemctl does not know it";
 }
 
 TEST(InstalledPackage, IsThatOfThePathItselfWhateverItsCharacters) {

@@ -5,6 +5,7 @@
 
 namespace {
 
+using namespace std::string_view_literals;
 using namespace TestSupport;
 
 /// As one text: title, what is run, when, and whether it is turned off.
@@ -24,7 +25,7 @@ TEST(JobDescription, SaysWhatAndWhenInEveryDialect) {
 
     struct Case {
         std::string path;
-        std::string content;
+        std::string_view content;
         std::string expected;
     };
 
@@ -58,18 +59,23 @@ TEST(JobDescription, SaysWhatAndWhenInEveryDialect) {
          "C|c %u;|At login, Only in GNOME, KDE, Only if there is /bin/c"},
         {"/x/autostart/d.desktop", "[Desktop Entry]\r\nExec = d\r\nHidden=true\r\n",
          "|d;|At login|off"},
-        {"/x/autostart/e.desktop", "[Desktop Entry]\nX-GNOME-Autostart-enabled=false\n",
-         "||At login|off"},
+        {"/x/autostart/e.desktop", "[Desktop Entry]\nX-GNOME-Autostart-enabled=false\nHidden=Yes\n",
+         "||At login"},
+        {"/x/autostart/m.desktop",
+         "[Desktop Entry]\nExec=a\n# c\rExec=x\r#\0Hidden=1\n[Desktop Entry]\nExec=b\rc\nExec="sv,
+         "|a;x;b;b\\rc;|At login"},
+        {"/x/autostart/n.desktop", "[Desktop Entry]\nX=\\\nHidden=true\n", "||At login"},
         {"/s/system/f.service",
          "[Unit]\nDescription=F\n[Service]\nExecStart=/no\nExecStart=\nExecStart=/f \\\n# "
          "comment\n  -v\n"
-         "ExecStartPre=/p\nBusName=org.f\n[Install]\nWantedBy=multi-user.target\n",
-         "F|ExecStartPre=/p;/f  -v;|On demand: org.f, With multi-user.target"},
+         "ExecStartPre=/p\\\\\nBusName=org.f\n[Install]\nWantedBy=multi-user.target\n",
+         "F|ExecStartPre=/p\\\\;/f  -v;|On demand: org.f, With multi-user.target"},
         {"/s/system/g.timer", "[Timer]\nOnCalendar=daily\nOnBootSec=5min\n",
          "|g.service;|By calendar: daily, By timer: OnBootSec=5min"},
-        {"/s/system/h.path", "[Path]\nPathChanged=/w\nUnit=x.service\n",
-         "|x.service;|When /w changes"},
-        {"/s/system/i.socket", "[Socket]\nListenStream=80\n", "|i.service;|On demand: 80"},
+        {"/s/system/h.path", "[Path]\nPathChanged=/w\nUnit=x.service\nUnit=y.service\n",
+         "|x.service;y.service;|When /w changes"},
+        {"/s/system/i.socket", "\xEF\xBB\xBF[Socket]\nListenStream=80\n",
+         "|i.service;|On demand: 80"},
         {"/e/cron.d/j",
          "# c\nSHELL = /bin/sh\n*/5 * * * * root a  b=c\n@reboot\tnobody d\n1 2 3 4 5 root\n",
          "|root: a  b=c;nobody: d;|By calendar: */5 * * * *, When the system starts"},
@@ -89,6 +95,9 @@ TEST(JobDescription, IsBoundedWhateverTheFileHolds) {
     std::string lines = "[Service]\n[Timer]\n";
     for (int line = 0; line < 20'000; ++line)
         lines += "ExecStart=" + std::string(40, 'x') + "\n* * * * * root y\nOnCalendar=z\n";
+    EXPECT_THAT(described("/e/cron.d/a", lines),
+                testing::AllOf(testing::HasSubstr(";\u2026;|"), testing::EndsWith(", \u2026")));
+    EXPECT_THAT(described("/s/a.timer", lines + "Unit=b.path"), testing::StartsWith("|b.path;|"));
     for (const auto* const path :
          {"/e/cron.d/a", "/s/a.service", "/s/a.timer", "/x/a.desktop", "/e/init.d/a", "/L/a"}) {
         for (const auto& content : {lines, std::string(JobLink::largestJob, '\\'),

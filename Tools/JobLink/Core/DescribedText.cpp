@@ -39,13 +39,18 @@ std::string_view takeUntil(std::string_view& text, std::string_view separators) 
 }
 
 void addRun(JobDescription& description, std::string_view command) {
-    if (description.runs.size() < mostTexts && !command.empty())
-        description.runs.push_back(describedText(command));
+    if (!command.empty() && description.runs.size() <= mostTexts) {
+        const bool isShown = description.runs.size() < mostTexts;
+        description.runs.push_back(isShown ? describedText(command) : std::string(ellipsis));
+    }
 }
 
 void addStart(JobDescription& description, JobStart::Kind kind, std::string_view detail) {
-    if (description.starts.size() < mostTexts)
+    if (description.starts.size() < mostTexts) {
         description.starts.push_back({.kind = kind, .detail = describedText(detail)});
+    } else if (description.starts.size() == mostTexts) {
+        description.starts.push_back({.kind = JobStart::Kind::more});
+    }
 }
 
 } // namespace JobLink

@@ -17,7 +17,7 @@ std::string_view trimmed(std::string_view text);
 std::string_view takeUntil(std::string_view& text, std::string_view separators);
 
 /// @{
-/// Adds to the description, as long as there is room.
+/// Adds to the description, as long as there is room; else, once, that there is more.
 void addRun(JobDescription& description, std::string_view command);
 void addStart(JobDescription& description, JobStart::Kind kind, std::string_view detail = {});
 /// @}

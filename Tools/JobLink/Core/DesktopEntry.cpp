@@ -4,7 +4,9 @@
 #include "Tools/JobLink/Core/KeyFile.h"
 
 #include <algorithm>
+#include <set>
 #include <string>
+#include <vector>
 
 namespace JobLink::Dialects {
 namespace {
@@ -37,16 +39,37 @@ std::string listed(std::string_view names) {
     return text;
 }
 
+/// As those who start entries read it: they do not agree on what a line is.
+std::vector<KeyFile> readings(std::string_view content) {
+    std::vector<KeyFile> files{KeyFile::read(content, KeyFile::Lines::joined)};
+    if (!KeyFile::isReadAlike(content))
+        files.push_back(KeyFile::read(content, KeyFile::Lines::apart));
+    return files;
+}
+
+/// All that may be run: systemd takes the first of several commands, GLib the last.
+void describeCommands(const std::vector<KeyFile>& files, JobDescription& description) {
+    std::set<std::string_view> known;
+    for (const auto& file : files) {
+        for (const auto command : file.allValues(group, "Exec")) {
+            if (known.insert(command).second)
+                addRun(description, command);
+        }
+    }
+}
+
 } // namespace
 
 // Autostart 0.5, and what desktops have added.
 JobDescription describeDesktopEntry(std::string_view content) {
-    const auto entry = KeyFile::read(content, KeyFile::Lines::apart);
+    const auto files = readings(content);
+    const auto& entry = files.front();
     JobDescription description{.kind = JobDescription::Kind::desktopEntry,
                                .title = describedText(localizedName(entry))};
-    addRun(description, entry.value(group, "Exec").value_or(""));
-    description.isTurnedOff =
-        entry.isTrue(group, "Hidden") || entry.value(group, "X-GNOME-Autostart-enabled") == "false";
+    describeCommands(files, description);
+    // What single desktops have for that does not keep the others from starting it.
+    description.isTurnedOff = std::ranges::all_of(
+        files, [](const KeyFile& file) { return file.isTrue(group, "Hidden"); });
     addStart(description, Start::login);
 
     struct Condition {

@@ -26,6 +26,7 @@ struct JobStart {
         onlyIn,      ///< detail: desktops
         notIn,       ///< detail: desktops
         onlyIf,      ///< detail: what has to be there
+        more,        ///< reasons than can be shown
     };
 
     Kind kind;
@@ -50,7 +51,8 @@ struct JobDescription {
     std::string title{};             ///< what it calls itself; empty where it does not
     std::vector<std::string> runs{}; ///< commands, units
     std::vector<JobStart> starts{};
-    bool isTurnedOff = false; ///< by what the file itself says
+    bool isTurnedOff = false;   ///< by what the file itself says, however it is read
+    bool isInstallable = false; ///< a unit that says how it is enabled, and so again
 };
 
 /// Of a file at the place with the content. Any bytes may be in it.

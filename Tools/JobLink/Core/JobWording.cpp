@@ -41,6 +41,8 @@ std::string_view textKey(JobStart::Kind kind) {
         return "Not in %@";
     case Kind::onlyIf:
         return "Only if there is %@";
+    case Kind::more:
+        return "\u2026"; // in every language
     }
     return "";
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -8,13 +9,21 @@
 namespace JobLink {
 
 /// A file of sections and keys as desktop entries (Desktop Entry 1.5) and units (systemd.syntax)
-/// are: whatever is neither a section nor a key is passed over.
+/// are: whatever is neither a section nor a key is passed over. What a section says in several
+/// places counts as said in one.
 class KeyFile {
 public:
-    /// Whether a backslash at the end of a line joins it with the next one, as in units.
-    enum class Lines { joined, apart };
+    /// By what lines end, and whether a backslash at the end of one joins it with the next.
+    enum class Lines {
+        joined, ///< and ended by a carriage return or a NUL as well, as systemd reads all such
+                ///< files
+        apart   ///< and ended by nothing but newlines, as GLib reads desktop entries
+    };
 
     static KeyFile read(std::string_view text, Lines lines);
+
+    /// Whether the lines are certainly the same ones either way.
+    static bool isReadAlike(std::string_view text);
 
     /// What section the line, without blanks around it, begins; absent where it begins none.
     static std::optional<std::string_view> sectionBegunBy(std::string_view line);
@@ -25,16 +34,22 @@ public:
     /// In their order, since the last one that is empty, which takes back those before.
     std::vector<std::string_view> values(std::string_view section, std::string_view key) const;
 
-    /// "true", or what systemd takes for that.
+    /// All that are not empty, in their order.
+    std::vector<std::string_view> allValues(std::string_view section, std::string_view key) const;
+
+    /// Whether all who read such files take it so: systemd has further words for that.
     bool isTrue(std::string_view section, std::string_view key) const;
 
 private:
     struct Entry {
-        std::string section;
+        std::size_t section; ///< in `sections_`
         std::string key;
         std::string value;
     };
 
+    bool isOf(const Entry& entry, std::string_view section, std::string_view key) const;
+
+    std::vector<std::string> sections_;
     std::vector<Entry> entries_;
 };
 

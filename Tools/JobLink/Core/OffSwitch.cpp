@@ -3,10 +3,10 @@
 #include "Platform/FileContents.h"
 #include "Platform/FileManager.h"
 #include "Tools/JobLink/Core/DescribedText.h"
+#include "Tools/JobLink/Core/Dialects.h"
 #include "Tools/JobLink/Core/KeyFile.h"
 #include "Tools/JobLink/Core/TimedTool.h"
 
-#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <span>
@@ -50,9 +50,38 @@ OffSwitch::Kind kindOf(const JobPlace& place, const JobDescription& description)
     if (description.kind == JobDescription::Kind::desktopEntry)
         return OffSwitch::Kind::desktopEntry;
     const auto own = placeOfUser("systemd/user", place.name);
-    const bool isUserUnit = description.kind == JobDescription::Kind::unit && own &&
-                            own->folder.path() == place.folder.path();
+    const bool isUserUnit =
+        description.isInstallable && own && own->folder.path() == place.folder.path();
     return isUserUnit ? OffSwitch::Kind::userUnit : OffSwitch::Kind::none;
+}
+
+/// systemctl(1). All others, "static" and "generated" among them, may be started.
+bool isOffState(std::string_view state) {
+    return state == "disabled" || state == "masked" || state == "masked-runtime";
+}
+
+// Below whatever a reader may take for lines: all take the last word, and an empty line ends what
+// is joined with the next one.
+constexpr std::string_view overruling = "\n\n[Desktop Entry]\nHidden=true\n";
+
+/// Of content of which all readers see the same lines.
+std::string hiddenInPlace(std::string_view content) {
+    std::string result;
+    bool isInGroup = false;
+    while (!content.empty()) {
+        const auto whole = takeUntil(content, "\n");
+        const auto line = trimmed(whole);
+        const auto begun = KeyFile::sectionBegunBy(line);
+        if (begun)
+            isInGroup = *begun == "Desktop Entry";
+        const auto key = trimmed(line.substr(0, line.find('=')));
+        if (isInGroup && key == "Hidden")
+            continue;
+        result.append(whole).append("\n");
+        if (begun && isInGroup)
+            result += "Hidden=true\n"; // wherever it begins: not all take every such line for that
+    }
+    return result;
 }
 
 } // namespace
@@ -64,7 +93,7 @@ OffSwitch::OffSwitch(const JobPlace& place, const JobDescription& description)
 
 bool OffSwitch::isOff() const {
     if (kind_ == Kind::userUnit)
-        return unitState() != "enabled";
+        return isOffState(unitState());
     if (kind_ != Kind::desktopEntry)
         return saysItIsOff_;
     // Of entries of one name the user's counts (Autostart 0.5).
@@ -127,7 +156,8 @@ std::optional<Error> OffSwitch::restoreEntry() {
 std::optional<Error> OffSwitch::setUnitEnabled(bool isEnabled) const {
     const auto output = runTimedTool(
         "/usr/bin/systemctl", {"--user", isEnabled ? "enable" : "disable", "--", place_.name});
-    if ((unitState() == "enabled") == isEnabled)
+    const auto state = unitState();
+    if (isEnabled ? state == "enabled" : isOffState(state))
         return std::nullopt;
     return Error{describedText(trimmed(std::string_view(output).substr(0, output.find('\n'))))};
 }
@@ -139,31 +169,10 @@ std::string OffSwitch::unitState() const {
 }
 
 std::optional<std::string> hiddenEntry(std::string_view content) {
-    constexpr std::string_view group = "Desktop Entry";
-    std::string result;
-    bool isInGroup = false;
-    bool isHidden = false;
-    while (!content.empty()) {
-        const auto end = std::min(content.find('\n'), content.size() - 1) + 1;
-        const auto whole = content.substr(0, end);
-        content.remove_prefix(end);
-        const auto line = trimmed(whole.substr(0, whole.find('\n')));
-        if (const auto begun = KeyFile::sectionBegunBy(line))
-            isInGroup = *begun == group;
-        const auto key = trimmed(line.substr(0, line.find('=')));
-        if (isInGroup && key == "Hidden")
-            continue;
-        result += whole;
-        if (!isInGroup || isHidden)
-            continue;
-        if (!result.ends_with('\n'))
-            result += '\n';
-        result += "Hidden=true\n"; // right below the group's name
-        isHidden = true;
-    }
-    // Not so where the group stands beyond what is read.
-    const bool isOff = KeyFile::read(result, KeyFile::Lines::apart).isTrue(group, "Hidden");
-    return isOff ? std::optional(std::move(result)) : std::nullopt;
+    auto result = KeyFile::isReadAlike(content) ? hiddenInPlace(content)
+                                                : std::string(content).append(overruling);
+    const bool isOff = Dialects::describeDesktopEntry(result).isTurnedOff;
+    return isOff && result.size() <= largestJob ? std::optional(std::move(result)) : std::nullopt;
 }
 
 } // namespace JobLink

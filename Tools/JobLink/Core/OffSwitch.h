@@ -11,8 +11,9 @@
 namespace JobLink {
 
 /// Turns a job off for this user alone, where the system has a way: a desktop entry by a copy in
-/// the user's autostart folder that says "Hidden=true", a unit of the user's by systemctl. Nothing
-/// of the system's own is written, and no rights are asked for. All but `kind` block.
+/// the user's autostart folder that says "Hidden=true", a unit of the user's that can be
+/// enabled again by systemctl. Nothing of the system's own is written, and no rights are asked for.
+/// All but `kind` block.
 class OffSwitch {
 public:
     enum class Kind : std::uint8_t { none, desktopEntry, userUnit };
@@ -22,7 +23,8 @@ public:
 
     Kind kind() const { return kind_; }
 
-    /// Whether the job is off, by what it says itself or by what the user has beside it.
+    /// Whether the job is off, by what it says itself or by what the user has beside it. What
+    /// cannot be found out is not off.
     bool isOff() const;
 
     /// Gives the reason where it is still on.
@@ -47,8 +49,8 @@ private:
     Bytes after_;                 ///< what it was replaced by; empty: nothing was
 };
 
-/// The desktop entry with "Hidden=true" in its group and nothing else changed; absent where the
-/// content has no such group.
+/// The desktop entry with "Hidden=true" in its group, as all who start entries read it, and nothing
+/// else changed; absent where that cannot be, as without such a group.
 std::optional<std::string> hiddenEntry(std::string_view content);
 
 } // namespace JobLink

@@ -16,6 +16,9 @@ constexpr std::array<std::string_view, 11> suffixes{".service", ".timer", ".sock
                                                     ".target",  ".mount", ".automount", ".swap",
                                                     ".slice",   ".scope", ".device"};
 
+// Without any of these systemctl can neither enable a unit nor bring back what it has disabled.
+constexpr std::array installations{"WantedBy", "RequiredBy", "UpheldBy", "Alias"};
+
 /// Those of a service and of what else runs commands.
 void describeCommands(const KeyFile& unit, JobDescription& description) {
     for (const auto* const section : {"Service", "Socket", "Mount", "Swap"}) {
@@ -58,7 +61,8 @@ constexpr std::array triggers{
     Trigger{.section = "Install", .key = "UpheldBy", .kind = Start::with},
 };
 
-/// Such units start another one, of their own name unless they say which.
+/// Such units start another one, of their own name unless they say which. Several are all given:
+/// which of them systemd takes depends on the kind, and on what it takes for a unit's name.
 void describeTriggered(std::string_view name, const KeyFile& unit, JobDescription& description) {
     struct Kind {
         std::string_view suffix;
@@ -73,7 +77,11 @@ void describeTriggered(std::string_view name, const KeyFile& unit, JobDescriptio
         if (!name.ends_with(suffix))
             continue;
         const auto own = std::string(name.substr(0, name.size() - suffix.size())) + ".service";
-        addRun(description, unit.value(section, key).value_or(own));
+        const auto others = unit.allValues(section, key);
+        for (const auto other : others)
+            addRun(description, other);
+        if (std::ranges::none_of(others, isUnit))
+            addRun(description, own);
     }
 }
 
@@ -89,6 +97,8 @@ JobDescription describeUnit(std::string_view name, std::string_view content) {
     JobDescription description{.kind = JobDescription::Kind::unit,
                                .title =
                                    describedText(unit.value("Unit", "Description").value_or(""))};
+    description.isInstallable = std::ranges::any_of(
+        installations, [&](const auto* key) { return !unit.values("Install", key).empty(); });
     describeTriggered(name, unit, description);
     describeCommands(unit, description);
     for (const auto& [section, key, kind] : triggers) {

@@ -4,7 +4,7 @@
 #include "CorbelKit/Services/SharedSettings.h"
 #include "Tests/Support/Testing.h"
 #include "Tools/JobLink/Core/Exceptions.h"
-#include "Tools/JobLink/Core/OffSwitch.h"
+#include "Tools/JobLink/Core/JobReport.h"
 #include "Tools/JobLink/Core/TimedTool.h"
 
 namespace {
@@ -105,7 +105,13 @@ TEST_F(JobActions, TurnNothingOffThroughALinkNorWhereNothingCanBeKept) {
     EXPECT_EQ(switchOf(system / "a.service").kind(), OffSwitch::Kind::none); // the system's own
     fs::create_directories(configuration / "systemd/user");
     writeFile(configuration / "systemd/user/a.service", "[Service]\n");
-    EXPECT_EQ(switchOf(configuration / "systemd/user/a.service").kind(), OffSwitch::Kind::none);
+    fs::create_directories(configuration / "systemd/user/x.target.wants");
+    fs::create_symlink("../a.service", configuration / "systemd/user/x.target.wants/a.service");
+    const auto linked = JobLink::readJobReport(
+        {.folder = folderURL(configuration / "systemd/user"), .name = "a.service"});
+    EXPECT_EQ(linked.offSwitch.kind(), OffSwitch::Kind::none) << "who would link it again?";
+    ASSERT_EQ(linked.description.starts.size(), 1U);
+    EXPECT_EQ(linked.description.starts.front().detail, "x.target");
     writeFile(configuration / "systemd/user/b.service", "[Install]\nAlias=c.service\n");
     const auto unit = switchOf(configuration / "systemd/user/b.service");
     EXPECT_EQ(unit.kind(), OffSwitch::Kind::userUnit);

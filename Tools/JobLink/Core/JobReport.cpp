@@ -1,5 +1,6 @@
 #include "Tools/JobLink/Core/JobReport.h"
 
+#include "Platform/FileManager.h"
 #include "Platform/UTF8.h"
 #include "Tools/JobLink/Core/DescribedText.h"
 #include "Tools/JobLink/Core/Exceptions.h"
@@ -8,8 +9,12 @@
 #include <grp.h>
 #include <pwd.h>
 
+#include <algorithm>
 #include <array>
+#include <filesystem>
+#include <system_error>
 #include <utility>
+#include <vector>
 
 namespace JobLink {
 
@@ -31,12 +36,33 @@ std::string ownerText(const JobFile& file) {
     return user + " (" + nameOf(file.group, getgrgid_r, &group::gr_name) + ')';
 }
 
+/// A unit that does not say what it is started with may have been linked to that by hand, in a
+/// folder beside it. (systemd.unit(5))
+void addLinks(const JobPlace& place, JobDescription& description) {
+    const bool isSaid =
+        std::ranges::count(description.starts, JobStart::Kind::with, &JobStart::kind) > 0;
+    const auto entries = description.kind == JobDescription::Kind::unit && !isSaid
+                             ? Platform::FileManager::contentsOfDirectory(place.folder)
+                             : std::nullopt;
+    for (const auto& folder : entries.value_or(std::vector<Platform::URL>())) {
+        const std::filesystem::path name(folder.lastPathComponent());
+        const auto kind = name.extension();
+        if (kind != ".wants" && kind != ".requires" && kind != ".upholds")
+            continue;
+        std::error_code error;
+        const auto link = std::filesystem::path(folder.path()) / place.name;
+        if (std::filesystem::is_symlink(link, error))
+            addStart(description, JobStart::Kind::with, name.stem().native());
+    }
+}
+
 } // namespace
 
 JobReport readJobReport(const JobPlace& place) {
     auto file = readJobFile(place);
     auto owner = file ? ownerText(*file) : std::string();
     auto description = file ? describeJob(place, *file) : JobDescription();
+    addLinks(place, description);
     OffSwitch offSwitch(place, description);
     const bool isOff = offSwitch.isOff();
     const bool isExcepted = file && Exceptions::contain(file->label);

@@ -61,13 +61,14 @@ std::string takeJoined(std::string_view& text, KeyFile::Lines lines) {
 
 KeyFile KeyFile::read(std::string_view text, Lines lines) {
     KeyFile file;
-    file.sections_.emplace_back();
+    file.sections_.push_back({.name = {}, .isExact = false});
     while (!text.empty()) {
         const auto line = takeJoined(text, lines);
         if (isComment(line))
             continue;
         if (const auto begun = sectionBegunBy(line)) {
-            file.sections_.emplace_back(*begun);
+            const bool isExact = line.find(']') + 1 == line.size();
+            file.sections_.push_back({.name = std::string(*begun), .isExact = isExact});
             continue;
         }
         const auto sign = line.find('=');
@@ -129,12 +130,19 @@ std::vector<std::string_view> KeyFile::allValues(std::string_view section,
 }
 
 bool KeyFile::isTrue(std::string_view section, std::string_view key) const {
-    const auto found = value(section, key);
-    return found == "true" || found == "1";
+    bool isSo = false;
+    for (const auto& entry : entries_) {
+        if (!isOf(entry, section, key))
+            continue;
+        const bool isYes = entry.value == "true" || entry.value == "1";
+        if (!isYes || sections_[entry.section].isExact)
+            isSo = isYes;
+    }
+    return isSo;
 }
 
 bool KeyFile::isOf(const Entry& entry, std::string_view section, std::string_view key) const {
-    return entry.key == key && sections_[entry.section] == section;
+    return entry.key == key && sections_[entry.section].name == section;
 }
 
 } // namespace JobLink

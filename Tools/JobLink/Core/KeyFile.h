@@ -41,6 +41,11 @@ public:
     bool isTrue(std::string_view section, std::string_view key) const;
 
 private:
+    struct Section {
+        std::string name;
+        bool isExact; ///< nothing stands behind the name, which some read as part of it
+    };
+
     struct Entry {
         std::size_t section; ///< in `sections_`
         std::string key;
@@ -49,7 +54,7 @@ private:
 
     bool isOf(const Entry& entry, std::string_view section, std::string_view key) const;
 
-    std::vector<std::string> sections_;
+    std::vector<Section> sections_;
     std::vector<Entry> entries_;
 };
 

@@ -23,7 +23,7 @@ constexpr std::array installations{"WantedBy", "RequiredBy", "UpheldBy", "Alias"
 void describeCommands(const KeyFile& unit, JobDescription& description) {
     for (const auto* const section : {"Service", "Socket", "Mount", "Swap"}) {
         for (const auto* const key : {"ExecCondition", "ExecStartPre", "ExecStart", "ExecStartPost",
-                                      "ExecStop", "ExecStopPost"}) {
+                                      "ExecReload", "ExecStopPre", "ExecStop", "ExecStopPost"}) {
             for (const auto command : unit.values(section, key)) {
                 const bool isChief = std::string_view(key) == "ExecStart";
                 addRun(description, isChief ? std::string(command)

@@ -83,7 +83,7 @@ void JobListPage::addTable() {
     const auto firstColumn =
         std::dynamic_pointer_cast<Gtk::ColumnViewColumn>(table_.get_columns()->get_object(0));
     table_.sort_by_column(firstColumn, Gtk::SortType::ASCENDING);
-    const auto found = Gtk::FilterListModel::create(store_, filter_);
+    const auto found = Gtk::FilterListModel::create(rows_.model(), filter_);
     shown_ = Gtk::SingleSelection::create(Gtk::SortListModel::create(found, table_.get_sorter()));
     table_.set_model(shown_);
     table_.set_show_row_separators();
@@ -103,45 +103,15 @@ void JobListPage::startSearch() {
 }
 
 void JobListPage::take(JobList::Change change) {
-    std::vector<Glib::RefPtr<JobListRow>> added;
-    for (auto& job : change.stored) {
-        auto& row = rows_[job.path];
-        if (row) {
-            row->setJob(std::move(job));
-        } else {
-            row = JobListRow::create(std::move(job));
-            added.push_back(row);
-        }
-    }
-    remove(change.removed);
-    isStale_ = isStale_ || added.size() < change.stored.size();
-    if (change.isComplete && std::exchange(isStale_, false)) { // others are found, in another order
+    const bool isComplete = change.isComplete;
+    isStale_ = rows_.take(std::move(change)) || isStale_;
+    if (isComplete && std::exchange(isStale_, false)) { // others are found, in another order
         gtk_sorter_changed(table_.get_sorter()->gobj(), GTK_SORTER_CHANGE_DIFFERENT);
         if (!search_.get_text().empty())
             gtk_filter_changed(filter_->gobj(), GTK_FILTER_CHANGE_DIFFERENT);
     }
-    store_->splice(store_->get_n_items(), 0, added);
-    isComplete_ = isComplete_ || change.isComplete;
+    isComplete_ = isComplete_ || isComplete;
     state_.set_visible(isComplete_ && shown_->get_n_items() == 0);
-}
-
-void JobListPage::remove(const std::vector<std::string>& paths) {
-    constexpr std::size_t mostOneByOne = 16; // more than that, and all are put anew
-    const bool isOneByOne = paths.size() <= mostOneByOne;
-    for (const auto& path : paths) {
-        const auto row = rows_.extract(path);
-        if (row.empty() || !isOneByOne)
-            continue;
-        if (const auto [isFound, position] = store_->find(row.mapped()); isFound)
-            store_->remove(position);
-    }
-    if (isOneByOne)
-        return;
-    std::vector<Glib::RefPtr<JobListRow>> left;
-    left.reserve(rows_.size());
-    for (const auto& [path, row] : rows_)
-        left.push_back(row);
-    store_->splice(0, store_->get_n_items(), left);
 }
 
 void JobListPage::open(unsigned position) {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Tools/JobLink/Core/JobList.h"
-#include "Tools/JobLink/JobListRow.h"
+#include "Tools/JobLink/JobListRows.h"
 
 #include <gtkmm/box.h>
 #include <gtkmm/columnview.h>
@@ -15,8 +15,6 @@
 #include <functional>
 #include <memory>
 #include <string>
-#include <unordered_map>
-#include <vector>
 
 namespace JobLink {
 
@@ -33,7 +31,6 @@ private:
     void addTable();
     void startReading();
     void take(JobList::Change change);
-    void remove(const std::vector<std::string>& paths);
     void open(unsigned position);
 
     const std::function<void(const std::string& path)> showJob_;
@@ -43,8 +40,7 @@ private:
     Gtk::ColumnView table_;
     Gtk::Label state_; // in the place of rows where there is none
     JobSearch sought_{""};
-    std::unordered_map<std::string, Glib::RefPtr<JobListRow>> rows_; // by path
-    const Glib::RefPtr<Gio::ListStore<JobListRow>> store_ = Gio::ListStore<JobListRow>::create();
+    JobListRows rows_;
     Glib::RefPtr<Gtk::Filter> filter_;
     Glib::RefPtr<Gtk::SingleSelection> shown_; // the found ones, sorted
     bool isComplete_ = false;

@@ -23,7 +23,6 @@ using Vesper_Pro_Agent::JobSnapshot;
 using Vesper_Pro_Agent::MonitoredJob;
 
 // Writing one file raises several events.
-constexpr auto coalescingIdentifier = "JobList";
 constexpr double coalescingDelayInSeconds = 0.2;
 
 constexpr std::size_t jobsAtOnce = 500; // handed to the main thread, which draws in between
@@ -126,7 +125,7 @@ void JobList::monitorDidChange(const Platform::URL& /*url*/) {
 }
 
 void JobList::requestPass() {
-    CorbelKit::Limit::shared().request(coalescingIdentifier, coalescingDelayInSeconds,
+    CorbelKit::Limit::shared().request(coalescingIdentifier_, coalescingDelayInSeconds,
                                        [weak = weak_from_this()] {
                                            run([weak] {
                                                if (const auto list = weak.lock())

@@ -3,6 +3,7 @@
 #include "CorbelKit/Monitors/MonitorType.h"
 #include "Platform/DispatchQueue.h"
 #include "Platform/URL.h"
+#include "Platform/UUID.h"
 #include "Tools/JobLink/Core/KnownJobs.h"
 #include "Tools/JobLink/Core/ListedJob.h"
 #include "Vesper_Pro_Agent/JobScanner.h"
@@ -69,6 +70,8 @@ private:
                      const Snapshot& jobs, const std::weak_ptr<JobList>& list);
 
     const Observer observer_;
+    // Of one's own: a request of another list that has gone since would drop this one's.
+    const std::string coalescingIdentifier_ = "JobList " + Platform::UUID::random().string();
     const std::shared_ptr<Reader> reader_;
     const Platform::DispatchQueue reading_ =
         Platform::DispatchQueue::serialBlocking("com.tarnwell.JobList");

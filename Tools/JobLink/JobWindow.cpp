@@ -11,6 +11,7 @@
 #include "Tools/JobLink/WindowKeys.h"
 
 #include <gdkmm/clipboard.h>
+#include <gtkmm/tooltip.h>
 
 #include <utility>
 #include <vector>
@@ -39,6 +40,25 @@ std::string startLines(const JobReport& report) {
     return texts.empty() ? startsText(report.description) : joinedLines(texts);
 }
 
+/// The window is as high as what it says, and fits every screen: what a file says of itself may be
+/// as long as it likes. All of it is where the pointer rests, and read out.
+void cutAfterLines(Gtk::Label& label) {
+    constexpr int mostLines = 4;
+    label.set_halign(Gtk::Align::START);
+    label.set_xalign(0);
+    label.set_wrap();
+    label.set_wrap_mode(Pango::WrapMode::WORD_CHAR);
+    label.set_max_width_chars(60);
+    label.set_lines(mostLines);
+    label.set_ellipsize(Pango::EllipsizeMode::END);
+    label.set_has_tooltip();
+    const auto showAll = [&label](int, int, bool, const Glib::RefPtr<Gtk::Tooltip>& tooltip) {
+        tooltip->set_text(label.get_text());
+        return label.get_layout()->is_ellipsized();
+    };
+    label.signal_query_tooltip().connect(showAll, false);
+}
+
 Side sideOf(bool isAvailable, bool isBack) {
     if (!isAvailable)
         return Side::unavailable;
@@ -65,13 +85,8 @@ void JobWindow::layOut() {
     name_.set_text(name);
     name_.add_css_class("title-2");
     state_.set_text(localizedString("Reading…"));
-    for (auto* const label : {&name_, &state_, &message_}) {
-        label->set_halign(Gtk::Align::START);
-        label->set_xalign(0);
-        label->set_wrap();
-        label->set_wrap_mode(Pango::WrapMode::WORD_CHAR);
-        label->set_max_width_chars(60);
-    }
+    for (auto* const label : {&name_, &state_, &message_})
+        cutAfterLines(*label);
     message_.hide();
     lines_.set(Line::file, printableText(place_.path()));
     content_.append(name_);

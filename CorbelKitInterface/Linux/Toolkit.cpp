@@ -28,14 +28,15 @@ void followAppearance() {
         prefersDark = isNowDark;
 }
 
-void addSymbols(Gtk::IconTheme& theme) {
+// Before anything is drawn: a symbol that is shown as its place is made known is not seen at first.
+void addSymbols() {
     const auto symbols = requiredResource(resourceBundle(), "Symbols");
     if (!symbols)
         return;
     if (symbols->isFileURL()) {
-        theme.add_search_path(symbols->path());
+        Toolkit::iconTheme()->add_search_path(symbols->path());
     } else {
-        theme.add_resource_path(symbols->path() + "/hicolor");
+        Toolkit::iconTheme()->add_resource_path(symbols->path() + "/hicolor");
     }
 }
 
@@ -51,7 +52,7 @@ void introduceProgram() {
         g_set_application_name(name.c_str());
 }
 
-bool tryToStart() {
+bool tryToStart(bool needsSymbols) {
     Toolkit::prepare();
     if (gtk_init_check() == FALSE)
         return false;
@@ -60,6 +61,8 @@ bool tryToStart() {
                                Platform::LayoutDirection::rightToLeft;
     Gtk::Widget::set_default_direction(isRightToLeft ? Gtk::TextDirection::RTL
                                                      : Gtk::TextDirection::LTR);
+    if (needsSymbols)
+        addSymbols();
     followAppearance();
     static const Platform::NeverDestroyed<Platform::Observation> appearance(
         Platform::Application::observeEffectiveAppearance(followAppearance));
@@ -79,20 +82,20 @@ void Toolkit::prepare() {
     static_cast<void>(isPrepared);
 }
 
+bool Toolkit::startWithoutSymbols() {
+    Platform::MainThread::check();
+    static const bool isStarted = tryToStart(false);
+    return isStarted;
+}
+
 bool Toolkit::start() {
     Platform::MainThread::check();
-    static const bool isStarted = tryToStart();
+    static const bool isStarted = tryToStart(true);
     return isStarted;
 }
 
 Glib::RefPtr<Gtk::IconTheme> Toolkit::iconTheme() {
-    auto theme = Gtk::IconTheme::get_for_display(Gdk::Display::get_default());
-    static const bool hasSymbols = [&theme] {
-        addSymbols(*theme.get());
-        return true;
-    }();
-    static_cast<void>(hasSymbols);
-    return theme;
+    return Gtk::IconTheme::get_for_display(Gdk::Display::get_default());
 }
 
 } // namespace CorbelKit

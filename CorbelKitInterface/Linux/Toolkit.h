@@ -13,8 +13,10 @@ void prepare();
 /// where the session has no display. Main thread.
 bool start();
 
-/// The icons of the desktop, and the kit's own from the first call on: reading them takes as long
-/// as a third of GTK's whole start. Once it has started. Main thread.
+/// The same, for windows that show none of the kit's symbols, and are there so much sooner.
+bool startWithoutSymbols();
+
+/// The icons of the desktop, and the kit's own. Once it has started.
 Glib::RefPtr<Gtk::IconTheme> iconTheme();
 
 } // namespace CorbelKit::Toolkit

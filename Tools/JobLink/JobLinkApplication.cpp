@@ -46,7 +46,7 @@ JobLinkApplication::JobLinkApplication()
                        Gio::Application::Flags::HANDLES_COMMAND_LINE) {}
 
 void JobLinkApplication::on_startup() {
-    if (!CorbelKit::Toolkit::start()) {
+    if (!CorbelKit::Toolkit::startWithoutSymbols()) {
         std::fputs("vesper-job-link: there is no display\n", stderr);
         std::exit(EXIT_FAILURE);
     }

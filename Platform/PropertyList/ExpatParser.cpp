@@ -1,7 +1,9 @@
 #include "Platform/PropertyList/ExpatParser.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <new>
+#include <random>
 #include <span>
 
 namespace Platform::PropertyLists {
@@ -11,12 +13,23 @@ namespace {
 constexpr std::size_t slice = std::size_t{16} * 1024;
 constexpr std::size_t longestToken = std::size_t{1024} * 1024;
 
+// What nobody outside the process knows, or names could be made to meet in expat's tables. Expat
+// would ask the system anew for each parser.
+unsigned long hashSalt() {
+    static const auto salt = [] {
+        std::random_device random;
+        return (std::uint64_t{random()} << 32U) | random();
+    }();
+    return salt;
+}
+
 } // namespace
 
 ExpatParser::ExpatParser()
     : parser_(XML_ParserCreate(nullptr)) {
     if (!parser_)
         throw std::bad_alloc();
+    XML_SetHashSalt(get(), hashSalt());
 }
 
 bool ExpatParser::append(std::string_view bytes) {

@@ -34,20 +34,19 @@ DesktopNotifications::DesktopNotifications(DispatchQueue queue,
 
 void DesktopNotifications::deliver(NotificationRequest request,
                                    std::vector<NotificationAction> actions, Completion completion) {
-    const auto earlier = std::ranges::find_if(waiting_, [&request](const Delivery& delivery) {
-        return delivery.request.identifier == request.identifier;
-    });
-    if (earlier != waiting_.end()) {
-        earlier->completion(std::nullopt);
-        waiting_.erase(earlier);
-    }
-    waiting_.push_back({.number = ++lastNumber_,
-                        .request = std::move(request),
-                        .actions = std::move(actions),
-                        .completion = std::move(completion)});
+    wait({.number = ++lastNumber_,
+          .request = std::move(request),
+          .actions = std::move(actions),
+          .completion = std::move(completion)});
     if (!areCapabilitiesKnown_)
         capabilities_.reset();
     proceed();
+}
+
+void DesktopNotifications::wait(Delivery delivery) {
+    const auto number = delivery.number;
+    if (const auto earlier = waiting_.add(number, std::move(delivery)))
+        earlier->completion(std::nullopt);
 }
 
 void DesktopNotifications::finish(std::function<void()> completion) {
@@ -61,7 +60,7 @@ void DesktopNotifications::giveUp(std::function<void()> completion) {
         completion();
         return;
     }
-    for (auto& delivery : std::exchange(waiting_, {}))
+    for (auto& [number, delivery] : waiting_.takeAll())
         send(std::move(delivery));
     bus_->call(busDriverMethod("GetId", "s"), nullptr,
                busDeadlineIn(std::chrono::milliseconds(100)), queue_,
@@ -70,7 +69,7 @@ void DesktopNotifications::giveUp(std::function<void()> completion) {
 
 // The next step towards a service that can take what waits.
 void DesktopNotifications::proceed() {
-    if (waiting_.empty()) {
+    if (waiting_.isEmpty()) {
         if (callsInFlight_ == 0 && finished_)
             std::exchange(finished_, {})();
         return;
@@ -180,7 +179,7 @@ void DesktopNotifications::askCapabilities() {
             proceed();
             return;
         }
-        for (auto& delivery : std::exchange(waiting_, {}))
+        for (auto& [number, delivery] : waiting_.takeAll())
             retry(std::move(delivery));
         setOwner({});
     };
@@ -190,13 +189,9 @@ void DesktopNotifications::askCapabilities() {
 void DesktopNotifications::sendWaiting() {
     for (auto next = waiting_.begin();
          next != waiting_.end() && callsInFlight_ < mostCallsInFlight;) {
-        if (identifiersInFlight_.contains(next->request.identifier)) {
-            ++next;
-            continue;
-        }
-        auto delivery = std::move(*next);
-        next = waiting_.erase(next);
-        send(std::move(delivery));
+        const auto place = next++;
+        if (!identifiersInFlight_.contains(place->second.request.identifier))
+            send(waiting_.take(place));
     }
 }
 
@@ -239,9 +234,7 @@ void DesktopNotifications::endDelivery(Delivery& delivery, const std::string& ow
 
 // A service that vanished over it gets one more chance, with its successor.
 void DesktopNotifications::retry(Delivery delivery) {
-    const bool isReplaced = std::ranges::any_of(waiting_, [&delivery](const Delivery& later) {
-        return later.request.identifier == delivery.request.identifier;
-    });
+    const bool isReplaced = waiting_.contains(delivery.request.identifier);
     if (isReplaced || delivery.wasRetried) {
         if (!isReplaced)
             deliverToTerminal(delivery.request.content);
@@ -249,13 +242,11 @@ void DesktopNotifications::retry(Delivery delivery) {
         return;
     }
     delivery.wasRetried = true;
-    const auto later = std::ranges::find_if(
-        waiting_, [&delivery](const Delivery& other) { return other.number > delivery.number; });
-    waiting_.insert(later, std::move(delivery));
+    wait(std::move(delivery));
 }
 
 void DesktopNotifications::leaveWaitingToTerminal() {
-    for (const auto& delivery : std::exchange(waiting_, {})) {
+    for (const auto& [number, delivery] : waiting_.takeAll()) {
         deliverToTerminal(delivery.request.content);
         delivery.completion(std::nullopt);
     }

@@ -4,11 +4,11 @@
 #include "Platform/Linux/Bus/BusNames.h"
 #include "Platform/Linux/Notifications/NotificationAnswers.h"
 #include "Platform/Linux/Notifications/NotificationMessage.h"
+#include "Platform/Linux/Notifications/NotificationQueue.h"
 #include "Platform/UserNotificationCenter.h"
 
 #include <cstdint>
 #include <functional>
-#include <list>
 #include <memory>
 #include <optional>
 #include <set>
@@ -45,7 +45,7 @@ public:
 
 private:
     struct Delivery {
-        std::uint64_t number;
+        std::uint64_t number; // the turn
         NotificationRequest request;
         std::vector<NotificationAction> actions;
         Completion completion;
@@ -54,6 +54,7 @@ private:
 
     using ReplyHandler = std::function<void(const BusReply& reply)>;
 
+    void wait(Delivery delivery);
     void proceed();
     void connect();
     BusDeadline expectedBy();
@@ -88,7 +89,7 @@ private:
     bool isAsking_ = false;
     std::uint64_t question_ = 0;
 
-    std::list<Delivery> waiting_; // by number
+    NotificationQueue<std::uint64_t, Delivery> waiting_;
     std::uint64_t lastNumber_ = 0;
     std::set<std::string, std::less<>> identifiersInFlight_;
     std::size_t callsInFlight_ = 0;

@@ -2,6 +2,7 @@
 
 #include "Platform/DispatchQueue.h"
 #include "Platform/Linux/Notifications/DesktopNotifications.h"
+#include "Platform/Linux/Notifications/NotificationQueue.h"
 #include "Platform/Linux/Notifications/ScheduledNotifications.h"
 #include "Platform/NeverDestroyed.h"
 
@@ -9,7 +10,6 @@
 #include <chrono>
 #include <cstdint>
 #include <future>
-#include <map>
 #include <utility>
 
 namespace Platform {
@@ -52,15 +52,10 @@ public:
         const auto delay = request.trigger ? request.trigger->timeInterval : std::chrono::seconds();
         const Turn turn{Clock::now() + std::chrono::duration_cast<Clock::duration>(delay),
                         ++lastNumber_};
-        const auto earlier = std::ranges::find_if(waiting_, [&request](const auto& waiting) {
-            return waiting.second.request.identifier == request.identifier;
-        });
-        if (earlier != waiting_.end()) {
-            earlier->second.completion(std::nullopt);
-            waiting_.erase(earlier);
-        }
-        waiting_.emplace(
-            turn, Waiting{.request = std::move(request), .completion = std::move(completion)});
+        const auto earlier = waiting_.add(
+            turn, {.request = std::move(request), .completion = std::move(completion)});
+        if (earlier)
+            earlier->completion(std::nullopt);
         if (isEnding_) {
             deliverUpTo(turn);
         } else {
@@ -93,8 +88,8 @@ private:
 
     // Of two delays that end together, either may be notified first: whichever is delivers both.
     void deliverUpTo(const Turn& turn) {
-        while (!waiting_.empty() && waiting_.begin()->first <= turn) {
-            auto next = waiting_.extract(waiting_.begin()).mapped();
+        while (!waiting_.isEmpty() && waiting_.begin()->first <= turn) {
+            auto next = waiting_.take(waiting_.begin());
             auto actions = actionsOf(next.request.content.categoryIdentifier);
             desktop_.deliver(std::move(next.request), std::move(actions),
                              std::move(next.completion));
@@ -119,7 +114,7 @@ private:
         queue, [this](const NotificationResponse& response) { answer(response); }};
     std::weak_ptr<UserNotificationCenterDelegate> delegate_;
     std::vector<NotificationCategory> categories_;
-    std::map<Turn, Waiting> waiting_; // a later request of the same identifier replaces one
+    NotificationQueue<Turn, Waiting> waiting_;
     std::uint64_t lastNumber_ = 0;
     bool isEnding_ = false;
 };

@@ -74,7 +74,7 @@ public:
     }
 
 private:
-    static constexpr std::size_t mostWaitingBytes = std::size_t{256} * 1024;
+    static constexpr std::size_t mostWaitingBytes = std::size_t{16} << 20U;
 
     void writeLines() {
         blockSignalsOfFailedWrites();

@@ -48,18 +48,18 @@ TEST(StandardOutput, HoldsNobodyWhileItDoesNotDrainAndSaysWhatItDropped) {
     std::string seen;
     {
         const Redirection redirection(pipe->fileHandleForWriting.fileDescriptor());
-        for (int i = 0; i < 1000; ++i)
+        for (int i = 0; i < 20000; ++i)
             StandardOutput::writeLine(std::string(1000, 'x'));
         EXPECT_FALSE(StandardOutput::drain(10ms));
-        while (!StandardOutput::drain(10ms))
+        while (!StandardOutput::drain(1ms))
             seen += readWhatIsThere(pipe->fileHandleForReading.fileDescriptor());
         StandardOutput::writeLine("and on");
         EXPECT_TRUE(StandardOutput::drain(10s));
         seen += readWhatIsThere(pipe->fileHandleForReading.fileDescriptor());
     }
     const auto written = std::ranges::count(seen, '\n') - 2;
-    EXPECT_GT(written, 200);
-    EXPECT_TRUE(seen.ends_with('\n' + std::to_string(1000 - written) +
+    EXPECT_GT(written, 16000);
+    EXPECT_TRUE(seen.ends_with('\n' + std::to_string(20000 - written) +
                                " lines could not be written here.\nand on\n"))
         << seen.substr(seen.size() - 100);
 }

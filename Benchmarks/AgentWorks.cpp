@@ -1,5 +1,7 @@
 #include "Benchmarks/Worker.h"
 #include "Tests/Support/Linux/AgentTrial.h"
+#include "Tests/Support/Linux/BusDaemon.h"
+#include "Tests/Support/Linux/NotificationService.h"
 
 #include <fcntl.h>
 #include <sys/inotify.h>
@@ -8,6 +10,7 @@
 #include <array>
 #include <chrono>
 #include <ctime>
+#include <filesystem>
 #include <memory>
 #include <string>
 #include <thread>
@@ -110,6 +113,36 @@ Turn prepareStorm(const std::vector<std::string>& arguments) {
     };
 }
 
+/// changes JOBS: from the first of so many new jobs that come into their place, as fast as they can
+/// be moved, until a notification service has been given the last of their notifications.
+Turn prepareChanges(const std::vector<std::string>& arguments) {
+    const auto bus = std::make_shared<TestSupport::BusDaemon>();
+    const auto service = std::make_shared<TestSupport::NotificationService>(bus->address());
+    auto trial = trialWithJobs(0);
+    trial->environment["DBUS_SESSION_BUS_ADDRESS"] = bus->address();
+    require(trial->start(), "the agent did not start");
+    return [bus, service, trial, jobs = std::stoi(arguments.at(0))] {
+        const auto jobsFolder = trial->userAgents();
+        const auto nameOf = [](int job) { return "org.example.job" + std::to_string(job); };
+        for (int job = 0; job < jobs; ++job) // unlike each other
+            TestSupport::writeFile(trial->elsewhere() / nameOf(job), nameOf(job));
+        const auto before = processorSeconds(trial->process());
+        const auto seconds = secondsOf([&] {
+            for (int job = 0; job < jobs; ++job)
+                std::filesystem::rename(trial->elsewhere() / nameOf(job), jobsFolder / nameOf(job));
+            for (int job = 0; job < jobs; ++job)
+                require(service->next().has_value(), "a change was not notified");
+        });
+        const auto processor = processorSeconds(trial->process()) - before;
+        for (int job = 0; job < jobs; ++job)
+            std::filesystem::remove(jobsFolder / nameOf(job));
+        require(service->next() && trial->waitUntilAtRest(), "the agent does not rest");
+        while (service->next(std::chrono::milliseconds(0))) { // of deletions in several passes
+        }
+        return Figures{{"seconds", seconds}, {"processor", processor}};
+    };
+}
+
 /// rest SECONDS JOBS: what the agent holds and does while nothing happens, after a pass.
 Turn prepareRest(const std::vector<std::string>& arguments) {
     auto trial = trialWithJobs(std::stoi(arguments.at(1)));
@@ -137,6 +170,7 @@ Works agentWorks() {
     return {{"launch", prepareLaunch},
             {"event", prepareEvent},
             {"storm", prepareStorm},
+            {"changes", prepareChanges},
             {"rest", prepareRest}};
 }
 

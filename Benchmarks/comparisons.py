@@ -108,7 +108,9 @@ def rest(machine, report):
 
 def launches(machine, report):
     launch = machine.worker("launch", 1000)
-    report.bound("Launch to watching, 1,000 jobs", median([launch() for _ in range(machine.rounds + 1)][1:]) * 1e3, 20, "ms")
+    launch()
+    seconds = [launch() for _ in range(3 * machine.rounds)]  # short ones, and much else goes on in the system
+    report.bound(f"Launch to watching, 1,000 jobs, median of {len(seconds)}", median(seconds) * 1e3, 20, "ms")
 
 
 class Inotifywait:

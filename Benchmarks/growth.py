@@ -44,6 +44,13 @@ def growth_of_bytes(machine, report):
 
 
 def growth_of_changes(machine, report):
+    sizes = (1, 10, 100, 1000, 10_000, 100_000)
+    found = points(machine, lambda size: ("changes", size), sizes)
+    report.curve("New jobs at once, each notified", "jobs", "ms", {
+        "until the last is notified": line(found, "seconds", 1e3), "processor time of the agent": line(found, "processor", 1e3)})
+
+
+def growth_of_events(machine, report):
     sizes = (2, 10, 100, 1000, 10_000, 100_000)
     found = points(machine, lambda size: ("storm", size), sizes)
     report.curve("The agent, amid more events of a folder", "events", "ms", {
@@ -63,4 +70,4 @@ def growth_of_user_data(machine, report):
     report.curve("Saved user data", "items", "ms", {"save": line(found, "save", 1e3), "load": line(found, "load", 1e3)})
 
 
-curves = [growth_of_jobs, growth_of_bytes, growth_of_changes, growth_of_folders, growth_of_user_data]
+curves = [growth_of_jobs, growth_of_bytes, growth_of_changes, growth_of_events, growth_of_folders, growth_of_user_data]

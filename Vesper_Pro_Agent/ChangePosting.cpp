@@ -9,6 +9,8 @@
 #include "Platform/URL.h"
 
 #include <algorithm>
+#include <iterator>
+#include <utility>
 
 namespace Vesper_Pro_Agent {
 namespace {
@@ -63,6 +65,32 @@ std::string body(const JobChange& change, const ChangeWording& wording) {
 
 } // namespace
 
+ChangeFilter::ChangeFilter(Texts exceptions, const Texts& excludePrefixes)
+    : exceptions_(std::move(exceptions)) {
+    std::ranges::sort(exceptions_);
+    Texts inOrder;
+    std::ranges::transform(excludePrefixes, std::back_inserter(inOrder), lowercased);
+    std::ranges::sort(inOrder);
+    for (auto& beginning : inOrder) {
+        const bool isCovered = !beginnings_.empty() && beginning.starts_with(beginnings_.back());
+        if (!beginning.empty() && !isCovered)
+            beginnings_.push_back(std::move(beginning));
+    }
+}
+
+bool ChangeFilter::isException(std::string_view name) const {
+    return std::ranges::binary_search(exceptions_, name);
+}
+
+// Of all that come before the name, only the last can be its beginning.
+bool ChangeFilter::beginsAsExcluded(std::string_view name) const {
+    if (beginnings_.empty())
+        return false;
+    const auto lowercase = lowercased(name);
+    const auto behind = std::ranges::upper_bound(beginnings_, lowercase);
+    return behind != beginnings_.begin() && lowercase.starts_with(*std::prev(behind));
+}
+
 ChangeWording ChangeWording::current() {
     const auto home = Platform::FileManager::homeDirectoryForRealUser();
     return {.homePath = home ? home->path() : std::string(),
@@ -72,19 +100,11 @@ ChangeWording ChangeWording::current() {
 
 bool isReported(const JobChange& change, const ChangeFilter& filter) {
     // A deleted job is excepted by its former label as well as by its file's name.
-    if (change.kind == ChangeKind::deleted &&
-        std::ranges::count(filter.exceptions, change.label.value_or("")) > 0)
+    if (change.kind == ChangeKind::deleted && filter.isException(change.label.value_or("")))
         return false;
     const auto name = jobName(change);
-    if (name.starts_with(Const::Miscellaneous::identifierPrefix))
-        return false;
-    if (std::ranges::count(filter.exceptions, name) > 0)
-        return false;
-    // An entry that was left empty is no beginning of anything.
-    return std::ranges::none_of(
-        filter.excludePrefixes, [lowercase = lowercased(name)](const std::string& prefix) {
-            return !prefix.empty() && lowercase.starts_with(lowercased(prefix));
-        });
+    return !name.starts_with(Const::Miscellaneous::identifierPrefix) && !filter.isException(name) &&
+           !filter.beginsAsExcluded(name);
 }
 
 CorbelKit::PostedNotification describe(const JobChange& change, const ChangeWording& wording) {

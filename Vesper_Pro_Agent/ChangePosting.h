@@ -12,10 +12,24 @@
 
 namespace Vesper_Pro_Agent {
 
-/// What the user does not want to be notified of.
-struct ChangeFilter {
-    std::vector<std::string> exceptions;      ///< whole labels
-    std::vector<std::string> excludePrefixes; ///< beginnings of labels, whatever their case
+/// What the user does not want to be notified of. Thousands of entries cost a change no more than
+/// a few.
+class ChangeFilter {
+public:
+    using Texts = std::vector<std::string>;
+
+    /// Excludes nothing.
+    ChangeFilter() = default;
+
+    /// Whole labels, and beginnings of labels, whatever their case. An empty one is no beginning.
+    ChangeFilter(Texts exceptions, const Texts& excludePrefixes);
+
+    bool isException(std::string_view name) const;
+    bool beginsAsExcluded(std::string_view name) const;
+
+private:
+    Texts exceptions_; // in order
+    Texts beginnings_; // in order, in lower case, none that begins as another
 };
 
 /// The user's side of the words: where home is, how text runs, what the texts are.

@@ -47,8 +47,7 @@ void ReportingSettings::whenRead(std::function<void()> completion) {
 
 ChangeFilter ReportingSettings::filter() const {
     Platform::MainThread::check();
-    return {.exceptions = exceptions_.value_or(List()),
-            .excludePrefixes = excludePrefixes_.value_or(List())};
+    return {exceptions_.value_or(List()), excludePrefixes_.value_or(List())};
 }
 
 void ReportingSettings::observeValueForKeyPath(const std::optional<std::string>& keyPath) {

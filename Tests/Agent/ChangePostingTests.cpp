@@ -7,8 +7,8 @@ using enum Vesper_Pro_Agent::ChangeKind;
 using Platform::LayoutDirection;
 
 TEST(ChangePosting, ReportsOnlyWhatTheUserWants) {
-    const ChangeFilter filter{.exceptions = {"known.plist", "org.former"},
-                              .excludePrefixes = {"COM.Example", "", "\u00C9diteur."}};
+    const ChangeFilter filter({"org.former", "known.plist"},
+                              {"com.example.longer", "COM.Example", "", "\u00C9diteur."});
 
     const std::tuple<const char*, JobChange, bool> cases[] = {
         {"the maker's own", {"/f/x.plist", added, "com.tarnwell.updater"}, false},
@@ -17,6 +17,7 @@ TEST(ChangePosting, ReportsOnlyWhatTheUserWants) {
         {"no label: the file's name and the prefix",
          {"/f/com.example.x", added, std::nullopt},
          false},
+        {"behind a longer prefix", {"/f/x.plist", added, "com.example.z"}, false},
         {"a prefix that is not at the start", {"/f/x.plist", added, "my.com.example"}, true},
         {"a label hides the file's name", {"/f/known.plist", added, "org.stranger"}, true},
         {"an empty label is a label", {"/f/known.plist", added, ""}, true},

@@ -17,8 +17,8 @@ namespace Platform::Workspace {
 void findMenuBarOwningApplication(std::function<void(std::optional<std::string> name)> completion);
 
 /// Opens the URL, text unchanged, with the application that the user has for it; the URL of an
-/// application starts that application or brings it to the front. Returns at once; whether it
-/// came to anything is not reported. Needs the application's main loop. Any thread.
+/// application starts that application or brings it to the front. Returns at once; that nothing
+/// came of it is said in the log alone. Needs the application's main loop. Any thread.
 void open(const URL& url);
 
 /// Where the application with the identifier (reverse-DNS form) is installed, for `open`. Any

@@ -1,5 +1,6 @@
 #include "Platform/Workspace.h"
 
+#include "Platform/Log.h"
 #include "Platform/MainThread.h"
 #include "Platform/macOS/FoundationURL.h"
 #include "Platform/macOS/Text.h"
@@ -23,8 +24,9 @@ void findMenuBarOwningApplication(std::function<void(std::optional<std::string> 
 
 void open(const URL& url) {
     @autoreleasepool {
-        if (NSURL* const target = foundationURL(url))
-            [NSWorkspace.sharedWorkspace openURL:target];
+        NSURL* const target = foundationURL(url);
+        if (target != nil && ![NSWorkspace.sharedWorkspace openURL:target])
+            log("Cannot open " + url.absoluteString());
     }
 }
 

@@ -91,6 +91,15 @@ TEST_F(Answer, ShowOpensTheJobOrTheApplicationAndAnyOtherAnswerNothing) {
     EXPECT_EQ(starts().find(link(name), start.size()), std::string::npos);
 }
 
+TEST_F(Answer, SaysInTheLogWhatNothingOpens) {
+    const BusDaemon bus;
+    NotificationService service(bus.address());
+    start(bus);
+    service.emitActionInvoked(shown(service, "x").number, "ShowAction");
+    const auto line = "vesper-pro-agent: Cannot open " + link("x") + ": ";
+    EXPECT_TRUE(waitUntil([&] { return contentOf(log).starts_with(line); })) << contentOf(log);
+}
+
 TEST_F(Answer, IsNotHeldUpByAPass) {
     const BusDaemon bus;
     NotificationService service(bus.address());

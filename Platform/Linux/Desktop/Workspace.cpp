@@ -5,6 +5,7 @@
 #include "Platform/Linux/Desktop/FrontWindow.h"
 #include "Platform/Linux/Desktop/SettingsEntries.h"
 #include "Platform/Linux/Loops/MainContext.h"
+#include "Platform/Log.h"
 #include "Platform/POSIX/FileSystemPath.h"
 
 #include <gio/gdesktopappinfo.h>
@@ -66,6 +67,25 @@ std::unique_ptr<Opening> taken(gpointer opening) {
     return std::unique_ptr<Opening>(static_cast<Opening*>(opening));
 }
 
+// The end of either launch.
+template <auto finishLaunch>
+void end(GObject* source, GAsyncResult* result, gpointer data) {
+    const auto opening = taken(data);
+    GError* failure = nullptr;
+    if (finishLaunch(source, result, &failure))
+        return;
+    log("Cannot open " + opening->url.absoluteString() + ": " + failure->message);
+    g_error_free(failure);
+}
+
+gboolean finishApplication(GObject* entry, GAsyncResult* result, GError** failure) {
+    return g_app_info_launch_uris_finish(G_APP_INFO(entry), result, failure);
+}
+
+gboolean finishDefault(GObject* /*none*/, GAsyncResult* result, GError** failure) {
+    return g_app_info_launch_default_for_uri_finish(result, failure);
+}
+
 std::optional<std::string> pathOfApplication(const URL& url) {
     auto path = fileSystemPath(url);
     return path && DesktopEntries::isInstalled(*path) ? path : std::nullopt;
@@ -75,18 +95,17 @@ std::optional<std::string> pathOfApplication(const URL& url) {
 // collected when it ends, with none of our descriptors but the standard streams.
 void launch(std::unique_ptr<Opening> opening) {
     const auto context = makeLaunchContext(opening->token);
-    const auto end = [](GObject*, GAsyncResult*, gpointer data) { taken(data).reset(); };
     if (const auto path = pathOfApplication(opening->url)) {
         const Object<GDesktopAppInfo> entry(g_desktop_app_info_new_from_filename(path->c_str()));
         if (entry) {
             g_app_info_launch_uris_async(G_APP_INFO(entry.get()), nullptr, context.get(), nullptr,
-                                         end, opening.release());
+                                         end<finishApplication>, opening.release());
         }
         return;
     }
     const auto& text = opening->url.absoluteString();
-    g_app_info_launch_default_for_uri_async(text.c_str(), context.get(), nullptr, end,
-                                            opening.release());
+    g_app_info_launch_default_for_uri_async(text.c_str(), context.get(), nullptr,
+                                            end<finishDefault>, opening.release());
 }
 
 // GIO would connect to the session bus by itself, and have the process end with the bus.

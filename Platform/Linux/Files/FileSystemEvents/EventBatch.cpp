@@ -10,9 +10,10 @@
 namespace Platform {
 namespace {
 
-// Reached only where a call-back takes long amid a storm: then the next batch says to look at
-// everything, and memory stays bounded.
+// Reached only where a call-back takes long amid a storm, or where folders lie so deep that each
+// path is long: then the next batch says to look at everything, and memory stays bounded.
 constexpr std::size_t mostPaths = 200'000;
+constexpr std::size_t mostBytes = std::size_t{32} << 20U; // of all paths
 
 } // namespace
 
@@ -30,12 +31,18 @@ void EventBatch::add(std::string path) {
         return;
     if (paths_.empty())
         startTimer();
-    if (paths_.size() < mostPaths) {
-        paths_.insert(std::move(path));
-    } else {
-        paths_ = {whole_};
-        isFull_ = true;
-    }
+    const auto size = path.size();
+    if (paths_.insert(std::move(path)).second)
+        bytes_ += size;
+    if (paths_.size() <= mostPaths && bytes_ <= mostBytes)
+        return;
+    paths_ = {whole_};
+    isFull_ = true;
+}
+
+bool EventBatch::isFull() {
+    const MutexLock lock(mutex_);
+    return isFull_;
 }
 
 void EventBatch::addWhole() {
@@ -102,6 +109,7 @@ void EventBatch::handOver() {
     isDue_ = false;
     isTimerRunning_ = false;
     isFull_ = false;
+    bytes_ = 0;
     if (paths_.empty())
         return;
     isCalling_ = true;

@@ -6,6 +6,7 @@
 #include "Platform/Mutex.h"
 
 #include <chrono>
+#include <cstddef>
 #include <functional>
 #include <memory>
 #include <string>
@@ -26,6 +27,9 @@ public:
     void add(std::string path);
     void addWhole();
     void setWhole(std::string whole);
+
+    /// Whether it says to look at everything, so that no path adds to it.
+    bool isFull();
 
     /// Comes due even if there is no path to hand over so far.
     void comeDue();
@@ -59,7 +63,8 @@ private:
     TimerQueue::Number laterTimer_ CORBEL_GUARDED_BY(mutex_);
     std::string whole_ CORBEL_GUARDED_BY(mutex_);
     Paths paths_ CORBEL_GUARDED_BY(mutex_);
-    bool isFull_ CORBEL_GUARDED_BY(mutex_) = false; // `whole_` alone stands for all of the batch
+    std::size_t bytes_ CORBEL_GUARDED_BY(mutex_) = 0; // of the paths
+    bool isFull_ CORBEL_GUARDED_BY(mutex_) = false;   // `whole_` alone stands for all of the batch
     bool isTimerRunning_ CORBEL_GUARDED_BY(mutex_) = false;
     bool isDue_ CORBEL_GUARDED_BY(mutex_) = false;
     bool isCalling_ CORBEL_GUARDED_BY(mutex_) = false;

@@ -159,6 +159,8 @@ void FolderTree::reportChanges() {
 }
 
 void FolderTree::report(int folder, const FolderChanges::Names& names) {
+    if (names.empty() || batch_.isFull())
+        return; // a path deep in the tree is not for nothing
     const auto path = table_.path(folder);
     for (const auto& name : names) {
         auto changed = path;

@@ -63,6 +63,9 @@ std::vector<int> FolderTable::remove(int folder) {
     auto removed = subtree(folder);
     for (const int each : removed)
         folders_.erase(each);
+    constexpr std::size_t emptiest = 8;
+    if (folders_.size() < folders_.bucket_count() / emptiest)
+        folders_.rehash(0); // a tree may have been large only once
     return removed;
 }
 

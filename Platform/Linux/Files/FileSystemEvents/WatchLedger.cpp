@@ -76,8 +76,12 @@ void WatchLedger::removeUnused() {
             inotify_.remove(*watch);
     }
     unused_.erase(unused_.end() - count, unused_.end());
-    if (unused_.empty())
-        unused_.shrink_to_fit();
+    if (!unused_.empty())
+        return;
+    unused_.shrink_to_fit();
+    constexpr std::size_t emptiest = 8;
+    if (users_.size() < users_.bucket_count() / emptiest)
+        users_.rehash(0);
 }
 
 int WatchLedger::openFolder(int watch, const std::function<std::string()>& path) {

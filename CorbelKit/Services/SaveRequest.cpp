@@ -6,11 +6,12 @@
 #include "Platform/NeverDestroyed.h"
 #include "Platform/ProcessActivity.h"
 
+#include <algorithm>
+#include <deque>
 #include <exception>
 #include <map>
 #include <string>
 #include <utility>
-#include <vector>
 
 namespace CorbelKit {
 
@@ -22,14 +23,21 @@ public:
     static std::shared_ptr<File> of(const Platform::URL& url);
 
     /// Its place in the order of requests.
-    std::uint64_t add(const std::shared_ptr<SaveRequest>& request) {
+    std::uint64_t add(const std::shared_ptr<SaveRequest>& request, Overtaken overtaken) {
+        std::shared_ptr<SaveRequest> former; // goes when the lock is free, and what it holds
+        Encode dropped;
         const MutexLock lock(mutex_);
-        std::erase_if(requests_, [](const auto& earlier) { return earlier.expired(); });
+        while (!requests_.empty() && requests_.front().expired())
+            requests_.pop_front();
         requests_.push_back(request);
+        if (overtaken == Overtaken::dropped)
+            former = std::exchange(latestToDrop_, request).lock();
+        if (former)
+            dropped = former->takeEncode();
         return ++count_;
     }
 
-    std::vector<std::weak_ptr<SaveRequest>> requests() {
+    std::deque<std::weak_ptr<SaveRequest>> requests() {
         const MutexLock lock(mutex_);
         return requests_;
     }
@@ -49,7 +57,9 @@ public:
 
 private:
     Platform::Mutex mutex_;
-    std::vector<std::weak_ptr<SaveRequest>> requests_ CORBEL_GUARDED_BY(mutex_);
+    // Those of the queue end in their order; one past it, amid them, at once.
+    std::deque<std::weak_ptr<SaveRequest>> requests_ CORBEL_GUARDED_BY(mutex_);
+    std::weak_ptr<SaveRequest> latestToDrop_ CORBEL_GUARDED_BY(mutex_);
     std::uint64_t count_ CORBEL_GUARDED_BY(mutex_) = 0;
     bool setsAside_ CORBEL_GUARDED_BY(mutex_) = false;
 };
@@ -58,15 +68,20 @@ std::shared_ptr<SaveRequest::File> SaveRequest::File::of(const Platform::URL& ur
     struct Files {
         Platform::Mutex mutex;
         std::map<std::string, std::shared_ptr<File>> all CORBEL_GUARDED_BY(mutex);
+        std::size_t inUse CORBEL_GUARDED_BY(mutex) = 0; // when the others were last removed
     };
 
     static const Platform::NeverDestroyed<Files> files;
-    auto& [mutex, all] = files.get();
+    auto& [mutex, all, inUse] = files.get();
     const MutexLock lock(mutex);
     // Nobody waits to save to these, and there is nothing else to be known of them.
-    std::erase_if(all, [](const auto& entry) {
-        return entry.second.use_count() == 1 && !entry.second->setsAside();
-    });
+    constexpr std::size_t few = 8;
+    if (all.size() >= std::max(few, 2 * inUse)) { // else each would look at all others
+        std::erase_if(all, [](const auto& entry) {
+            return entry.second.use_count() == 1 && !entry.second->setsAside();
+        });
+        inUse = all.size();
+    }
     auto& file = all[url.absoluteString()];
     if (!file)
         file = std::make_shared<File>();
@@ -74,10 +89,10 @@ std::shared_ptr<SaveRequest::File> SaveRequest::File::of(const Platform::URL& ur
 }
 
 std::shared_ptr<SaveRequest> SaveRequest::make(Platform::URL url, Encode encode,
-                                               std::string_view reason) {
+                                               std::string_view reason, Overtaken overtaken) {
     auto request =
         std::make_shared<SaveRequest>(Private(), std::move(url), std::move(encode), reason);
-    request->number_ = request->file_->add(request);
+    request->number_ = request->file_->add(request, overtaken);
     return request;
 }
 
@@ -90,15 +105,18 @@ SaveRequest::SaveRequest(Private /*unused*/, Platform::URL url, Encode encode,
 
 std::optional<Platform::Error> SaveRequest::serve() {
     const MutexLock lock(file_->turn);
-    if (!encode_)
-        return failure_;
-    if (number_ > file_->latestWritten) {
-        failure_ = save();
+    const auto encode = takeEncode();
+    if (encode && number_ > file_->latestWritten) {
+        failure_ = save(encode);
         if (!failure_)
             file_->latestWritten = number_;
     }
-    encode_ = nullptr;
     return failure_;
+}
+
+SaveRequest::Encode SaveRequest::takeEncode() {
+    const MutexLock lock(mutex_);
+    return std::exchange(encode_, nullptr);
 }
 
 void SaveRequest::serveAll(const Platform::URL& url) {
@@ -112,9 +130,9 @@ void SaveRequest::setAsideNext(const Platform::URL& url, bool setsAside) {
     File::of(url)->setSetsAside(setsAside);
 }
 
-std::optional<Platform::Error> SaveRequest::save() const {
+std::optional<Platform::Error> SaveRequest::save(const Encode& encode) const {
     try {
-        const auto data = encode_();
+        const auto data = encode();
         if (!data)
             return Platform::Error{url_.path() + ": " + data.error().description};
         auto activity = Platform::ProcessActivity::begin(

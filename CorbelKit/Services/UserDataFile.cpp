@@ -10,7 +10,9 @@ namespace CorbelKit::UserDataFile {
 
 std::optional<Platform::Error> write(std::span<const std::byte> data, const Platform::URL& url,
                                      std::string_view reason) {
-    return SaveRequest::make(url, [data] { return data; }, reason)->serve();
+    const auto request =
+        SaveRequest::make(url, [data] { return data; }, reason, SaveRequest::Overtaken::served);
+    return request->serve();
 }
 
 void report(const Platform::Error& error) {

@@ -2,6 +2,7 @@
 
 #include "Platform/Observation.h"
 
+#include <cstddef>
 #include <functional>
 #include <memory>
 #include <vector>
@@ -24,7 +25,8 @@ public:
     void notify() const;
 
 private:
-    std::vector<std::weak_ptr<const Handler>> observers_;
+    std::vector<std::weak_ptr<const Handler>> observers_; // some of them ended
+    std::size_t living_ = 0; // when those that had ended were last removed
 };
 
 } // namespace Platform

@@ -133,10 +133,14 @@ void Themes::save() const {
         UserDataFile::report(*error);
 }
 
-void Themes::scheduleSave() const {
+void Themes::scheduleSave() {
+    if (std::exchange(isSaveDue_, true))
+        return;
     Platform::MainThread::run([this, life = std::weak_ptr(life_)] {
-        if (!life.expired())
-            save();
+        if (life.expired())
+            return;
+        isSaveDue_ = false;
+        save();
     });
 }
 

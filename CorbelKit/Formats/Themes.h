@@ -54,10 +54,12 @@ public:
     void save() const;
 
 private:
-    void scheduleSave() const;
+    /// Once for all changes until the main thread gets to it.
+    void scheduleSave();
 
     const std::optional<Platform::URL> url_;
     std::vector<std::shared_ptr<Theme>> items_;
+    bool isSaveDue_ = false;
     // A save that is due may outlive the object.
     const std::shared_ptr<const bool> life_ = std::make_shared<const bool>(true);
 };

@@ -75,7 +75,9 @@ void Connection::State::call(std::string method, PropertyList::Array arguments,
         if (native_) {
             native_->call(number, std::move(method), std::move(arguments), limit);
         } else {
-            unsent_.push_back({number, std::move(method), std::move(arguments), limit});
+            unsent_.emplace(number, Unsent{.method = std::move(method),
+                                           .arguments = std::move(arguments),
+                                           .limit = limit});
         }
     }
 }
@@ -90,7 +92,7 @@ void Connection::State::startTimer(std::uint64_t number, CallLimit limit) {
 
 void Connection::State::timedOut(std::uint64_t number) {
     const MutexLock lock(mutex_);
-    std::erase_if(unsent_, [number](const Unsent& call) { return call.number == number; });
+    unsent_.erase(number);
     if (auto call = pending_.extract(number))
         complete(std::move(call.mapped()), failure(Kind::timedOut, "no answer in time"));
 }
@@ -163,8 +165,8 @@ void Connection::State::start() {
     }
     standing_ = Standing::started;
     native_ = std::make_unique<NativeConnection>(address_, events());
-    for (auto& call : std::exchange(unsent_, {}))
-        native_->call(call.number, std::move(call.method), std::move(call.arguments), call.limit);
+    for (auto& [number, call] : std::exchange(unsent_, {}))
+        native_->call(number, std::move(call.method), std::move(call.arguments), call.limit);
 }
 
 std::unique_ptr<NativeConnection> Connection::State::end(std::string reason) {

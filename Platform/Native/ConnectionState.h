@@ -9,7 +9,6 @@
 #include <memory>
 #include <string>
 #include <variant>
-#include <vector>
 
 namespace Platform {
 
@@ -32,7 +31,6 @@ private:
     enum class Standing : std::uint8_t { made, started, invalid };
 
     struct Unsent {
-        std::uint64_t number;
         std::string method;
         PropertyList::Array arguments;
         CallLimit limit;
@@ -73,7 +71,7 @@ private:
     std::uint64_t lastNumber_ CORBEL_GUARDED_BY(mutex_) = 0;
     // By number, so in the order of the calls.
     std::map<std::uint64_t, Completion> pending_ CORBEL_GUARDED_BY(mutex_);
-    std::vector<Unsent> unsent_ CORBEL_GUARDED_BY(mutex_); // before the start
+    std::map<std::uint64_t, Unsent> unsent_ CORBEL_GUARDED_BY(mutex_); // before the start
     Handlers handlers_ CORBEL_GUARDED_BY(mutex_);
     // From then on handlers are not kept.
     bool hasNotifiedInvalidation_ CORBEL_GUARDED_BY(mutex_) = false;

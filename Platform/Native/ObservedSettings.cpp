@@ -41,7 +41,7 @@ ObservedSettings& ObservedSettings::shared() {
 void ObservedSettings::add(std::shared_ptr<ObservedSetting> setting) {
     queue_.async([this, setting = std::move(setting)] {
         settings_.push_back(setting);
-        compareAll();
+        compare();
     });
 }
 
@@ -50,10 +50,12 @@ void ObservedSettings::remove(const std::shared_ptr<ObservedSetting>& setting) {
 }
 
 void ObservedSettings::compare() {
-    queue_.async([this] { compareAll(); });
+    if (!isComparisonDue_.exchange(true))
+        queue_.async([this] { compareAll(); });
 }
 
-void ObservedSettings::compareAll() const {
+void ObservedSettings::compareAll() {
+    isComparisonDue_ = false;
     std::vector<const NativeSetting*> natives;
     natives.reserve(settings_.size());
     for (const auto& setting : settings_)

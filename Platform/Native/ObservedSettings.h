@@ -54,11 +54,12 @@ public:
     void compare();
 
 private:
-    void compareAll() const;
+    void compareAll();
 
     // Reading a file may hang.
     const DispatchQueue queue_ = DispatchQueue::serialBlocking("com.tarnwell.UserDefaults");
     std::vector<std::shared_ptr<ObservedSetting>> settings_; // on the queue only
+    std::atomic<bool> isComparisonDue_ = false;              // one that has not begun
 };
 
 } // namespace Platform

@@ -3,6 +3,8 @@
 #include "Platform/Native/ObservedSettings.h"
 #include "Platform/NeverDestroyed.h"
 
+#include <utility>
+
 namespace Platform {
 
 WatchedFiles& WatchedFiles::shared() {
@@ -15,7 +17,7 @@ void WatchedFiles::add(const std::filesystem::path& file) {
         return;
     queue_.async([this, file] {
         files_.insert(file);
-        watch();
+        watchSoon();
     });
 }
 
@@ -24,11 +26,17 @@ void WatchedFiles::remove(const std::filesystem::path& file) {
         return;
     queue_.async([this, file] {
         files_.erase(files_.find(file));
-        watch();
+        watchSoon();
     });
 }
 
+void WatchedFiles::watchSoon() {
+    if (!std::exchange(isWatchDue_, true))
+        queue_.async([this] { watch(); });
+}
+
 void WatchedFiles::watch() {
+    isWatchDue_ = false;
     if (files_.empty()) {
         watch_.reset();
     } else if (!watch_) {

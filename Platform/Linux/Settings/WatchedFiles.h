@@ -21,6 +21,8 @@ public:
     /// @}
 
 private:
+    /// Once for all that is added and removed until then.
+    void watchSoon();
     /// Watches the files anew, and then has the settings compared: what the watch before has not
     /// reported is seen by that.
     void watch();
@@ -30,6 +32,7 @@ private:
     // On the queue only.
     std::multiset<std::filesystem::path> files_;
     std::shared_ptr<FileWatch> watch_;
+    bool isWatchDue_ = false;
 };
 
 } // namespace Platform

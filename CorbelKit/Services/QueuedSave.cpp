@@ -24,8 +24,7 @@ QueuedSave& QueuedSave::shared() {
 
 void QueuedSave::write(Bytes data, Platform::URL url, Completion completion) {
     auto request = SaveRequest::make(
-        std::move(url), [data = std::move(data)] { return Span(data); }, activityReason,
-        SaveRequest::Overtaken::served);
+        std::move(url), [data = std::move(data)] { return Span(data); }, activityReason);
     queue_.async([request = std::move(request), completion = std::move(completion)] {
         const auto error = request->serve();
         if (completion)
@@ -47,11 +46,11 @@ void QueuedSave::enqueue(Encode encode, Platform::URL url) {
         bytes = std::move(*encoded);
         return Span(bytes);
     };
-    queue_.async([request = SaveRequest::make(std::move(url), std::move(encodeBytes),
-                                              activityReason, SaveRequest::Overtaken::dropped)] {
-        if (const auto error = request->serve())
-            UserDataFile::report(*error);
-    });
+    queue_.async(
+        [request = SaveRequest::make(std::move(url), std::move(encodeBytes), activityReason)] {
+            if (const auto error = request->serve())
+                UserDataFile::report(*error);
+        });
 }
 
 } // namespace CorbelKit

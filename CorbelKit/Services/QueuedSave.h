@@ -32,10 +32,8 @@ public:
     QueuedSave& operator=(QueuedSave&&) = delete;
 
     /// Has the file hold the value, as it is now, as a binary property list, or else what it held
-    /// before. Where many are requested at once, one that still waits when the next value for the
-    /// file comes is given up for it, and its memory with it. A value that cannot be encoded, or
-    /// written so that it can be read again, and a failed write are reported to the user and to the
-    /// system log, and not tried again.
+    /// before. A value that cannot be encoded, or written so that it can be read again, and a
+    /// failed write are reported to the user and to the system log, and not tried again.
     template <class Value>
     void save(Value value, Platform::URL url) {
         enqueue([value = std::move(value)] { return PropertyListEncoder::binary().encode(value); },

@@ -7,6 +7,7 @@
 #include "Platform/ProcessActivity.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <deque>
 #include <exception>
 #include <map>
@@ -23,17 +24,11 @@ public:
     static std::shared_ptr<File> of(const Platform::URL& url);
 
     /// Its place in the order of requests.
-    std::uint64_t add(const std::shared_ptr<SaveRequest>& request, Overtaken overtaken) {
-        std::shared_ptr<SaveRequest> former; // goes when the lock is free, and what it holds
-        Encode dropped;
+    std::uint64_t add(const std::shared_ptr<SaveRequest>& request) {
         const MutexLock lock(mutex_);
         while (!requests_.empty() && requests_.front().expired())
             requests_.pop_front();
         requests_.push_back(request);
-        if (overtaken == Overtaken::dropped)
-            former = std::exchange(latestToDrop_, request).lock();
-        if (former)
-            dropped = former->takeEncode();
         return ++count_;
     }
 
@@ -59,7 +54,6 @@ private:
     Platform::Mutex mutex_;
     // Those of the queue end in their order; one past it, amid them, at once.
     std::deque<std::weak_ptr<SaveRequest>> requests_ CORBEL_GUARDED_BY(mutex_);
-    std::weak_ptr<SaveRequest> latestToDrop_ CORBEL_GUARDED_BY(mutex_);
     std::uint64_t count_ CORBEL_GUARDED_BY(mutex_) = 0;
     bool setsAside_ CORBEL_GUARDED_BY(mutex_) = false;
 };
@@ -89,10 +83,10 @@ std::shared_ptr<SaveRequest::File> SaveRequest::File::of(const Platform::URL& ur
 }
 
 std::shared_ptr<SaveRequest> SaveRequest::make(Platform::URL url, Encode encode,
-                                               std::string_view reason, Overtaken overtaken) {
+                                               std::string_view reason) {
     auto request =
         std::make_shared<SaveRequest>(Private(), std::move(url), std::move(encode), reason);
-    request->number_ = request->file_->add(request, overtaken);
+    request->number_ = request->file_->add(request);
     return request;
 }
 
@@ -105,18 +99,15 @@ SaveRequest::SaveRequest(Private /*unused*/, Platform::URL url, Encode encode,
 
 std::optional<Platform::Error> SaveRequest::serve() {
     const MutexLock lock(file_->turn);
-    const auto encode = takeEncode();
-    if (encode && number_ > file_->latestWritten) {
-        failure_ = save(encode);
+    if (!encode_)
+        return failure_;
+    if (number_ > file_->latestWritten) {
+        failure_ = save();
         if (!failure_)
             file_->latestWritten = number_;
     }
+    encode_ = nullptr;
     return failure_;
-}
-
-SaveRequest::Encode SaveRequest::takeEncode() {
-    const MutexLock lock(mutex_);
-    return std::exchange(encode_, nullptr);
 }
 
 void SaveRequest::serveAll(const Platform::URL& url) {
@@ -130,9 +121,9 @@ void SaveRequest::setAsideNext(const Platform::URL& url, bool setsAside) {
     File::of(url)->setSetsAside(setsAside);
 }
 
-std::optional<Platform::Error> SaveRequest::save(const Encode& encode) const {
+std::optional<Platform::Error> SaveRequest::save() const {
     try {
-        const auto data = encode();
+        const auto data = encode_();
         if (!data)
             return Platform::Error{url_.path() + ": " + data.error().description};
         auto activity = Platform::ProcessActivity::begin(

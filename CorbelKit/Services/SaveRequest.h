@@ -1,7 +1,6 @@
 #pragma once
 
 #include "Platform/Expected.h"
-#include "Platform/Mutex.h"
 #include "Platform/URL.h"
 
 #include <cstddef>
@@ -23,24 +22,17 @@ class SaveRequest {
     };
 
 public:
-    /// What becomes of a request that still waits when another one of its file is made.
-    enum class Overtaken : std::uint8_t {
-        served,
-        dropped, ///< with what it holds, if the other one is of this kind as well
-    };
-
     /// What the file is to hold, valid as long as the function; or why that cannot be.
     using Encode = std::function<Platform::Expected<std::span<const std::byte>>()>;
 
     /// The latest one of its file. The reason, for the process activity, outlives it.
     static std::shared_ptr<SaveRequest> make(Platform::URL url, Encode encode,
-                                             std::string_view reason, Overtaken overtaken);
+                                             std::string_view reason);
 
     /// For `make`.
     SaveRequest(Private, Platform::URL url, Encode encode, std::string_view reason);
 
     /// Encodes and writes, on this thread, unless that was done; gives the failure either way.
-    /// One that was dropped has none.
     std::optional<Platform::Error> serve();
 
     /// Serves, in order, what was requested of the file so far, for one who is about to read it.
@@ -52,18 +44,17 @@ public:
 private:
     class File;
 
-    Encode takeEncode();
-    std::optional<Platform::Error> save(const Encode& encode) const;
+    std::optional<Platform::Error> save() const;
     std::optional<Platform::Error> makeRoom(const Platform::URL& file) const;
 
     const Platform::URL url_;
     const std::string_view reason_;
     const std::shared_ptr<File> file_;
     std::uint64_t number_ = 0;
-    std::optional<Platform::Error> failure_; // with the file's turn
 
-    Platform::Mutex mutex_;                   // never held for long
-    Encode encode_ CORBEL_GUARDED_BY(mutex_); // empty from its turn on, and once dropped
+    // With the file's turn.
+    Encode encode_; // empty once served
+    std::optional<Platform::Error> failure_;
 };
 
 } // namespace CorbelKit

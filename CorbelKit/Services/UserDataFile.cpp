@@ -10,9 +10,7 @@ namespace CorbelKit::UserDataFile {
 
 std::optional<Platform::Error> write(std::span<const std::byte> data, const Platform::URL& url,
                                      std::string_view reason) {
-    const auto request =
-        SaveRequest::make(url, [data] { return data; }, reason, SaveRequest::Overtaken::served);
-    return request->serve();
+    return SaveRequest::make(url, [data] { return data; }, reason)->serve();
 }
 
 void report(const Platform::Error& error) {
